@@ -1,0 +1,71 @@
+// Drawing on plain pixels: what a canvas and the tests of its pictures have in common.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/numbers.h"
+
+namespace platform {
+
+/// A pixel as the screen takes it: 0xFFrrggbb, opaque.
+using Pixel = std::uint32_t;
+
+constexpr Pixel PixelFrom(Color color) {
+  return 0xFF000000u | static_cast<Pixel>(RedOf(color)) << 16 | static_cast<Pixel>(GreenOf(color)) << 8 |
+         static_cast<Pixel>(BlueOf(color));
+}
+constexpr Color ColorFrom(Pixel pixel) {
+  return Rgb(static_cast<int>(pixel >> 16 & 255), static_cast<int>(pixel >> 8 & 255), static_cast<int>(pixel & 255));
+}
+
+/// A rectangle of whole pixels: left and top included, right and bottom not.
+struct PixelBox {
+  int left = 0, top = 0, right = 0, bottom = 0;
+
+  bool Empty() const { return left >= right || top >= bottom; }
+  friend bool operator==(const PixelBox&, const PixelBox&) = default;
+};
+
+PixelBox Intersect(const PixelBox& a, const PixelBox& b);
+
+/// Somebody's pixels, rows from the top, `stride` pixels apart. Everything drawn is cut at `clip`, which lies
+/// within the picture.
+struct PixelView {
+  Pixel* pixels = nullptr;
+  int width = 0, height = 0;
+  int stride = 0;
+  PixelBox clip;
+
+  Pixel* Row(int y) const { return pixels + static_cast<std::ptrdiff_t>(y) * stride; }
+  /// The same pixels, cut at a further box.
+  PixelView Within(const PixelBox& box) const;
+};
+
+PixelView MakeView(Pixel* pixels, int width, int height, int stride);
+
+void PlotPoint(const PixelView& view, int x, int y, Color color);
+
+/// A line one pixel wide, both ends drawn, coordinates rounded to the nearest pixel. It takes one pixel in each step of
+/// its longer direction; a tie goes toward the first point. What lies outside costs nothing.
+void DrawLine(const PixelView& view, double x1, double y1, double x2, double y2, Color color);
+
+void FillBox(const PixelView& view, const PixelBox& box, Color color);
+
+/// Turns every pixel of the box into its negative.
+void InvertBox(const PixelView& view, const PixelBox& box);
+
+/// How much of each pixel a text covers, 0 to 255, rows from the top, `width` bytes apart. The mask's left top corner
+/// stands `left` pixels right of the text's position, which is the left end of the line's top edge.
+struct TextMask {
+  int left = 0, top = 0;
+  int width = 0, height = 0;
+  /// How far the pen moves.
+  double advance = 0;
+  std::vector<std::uint8_t> coverage;
+};
+
+/// Lays a mask at a text position in a colour.
+void BlendMask(const PixelView& view, int x, int y, const TextMask& mask, Color color);
+
+}  // namespace platform

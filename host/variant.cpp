@@ -12,8 +12,8 @@ HostError::HostError(std::string_view member, std::string_view reason)
 
 std::string_view TypeName(const Variant& value) {
   static constexpr std::array<std::string_view, std::variant_size_v<Variant>> names = {
-      "nothing", "a short integer", "an integer", "a single",
-      "a double", "a text", "a byte table", "a window"};
+      "nothing",  "a short integer", "an integer",   "a single",
+      "a double", "a text",          "a byte table", "a window"};
   return names[value.index()];
 }
 

@@ -16,7 +16,8 @@ constexpr Pixel PixelFrom(Color color) {
          static_cast<Pixel>(BlueOf(color));
 }
 constexpr Color ColorFrom(Pixel pixel) {
-  return Rgb(static_cast<int>(pixel >> 16 & 255), static_cast<int>(pixel >> 8 & 255), static_cast<int>(pixel & 255));
+  return Rgb(static_cast<int>(pixel >> 16 & 255), static_cast<int>(pixel >> 8 & 255),
+             static_cast<int>(pixel & 255));
 }
 
 /// A rectangle of whole pixels: left and top included, right and bottom not.
@@ -46,8 +47,8 @@ PixelView MakeView(Pixel* pixels, int width, int height, int stride);
 
 void PlotPoint(const PixelView& view, int x, int y, Color color);
 
-/// A line one pixel wide, both ends drawn, coordinates rounded to the nearest pixel. It takes one pixel in each step of
-/// its longer direction; a tie goes toward the first point. What lies outside costs nothing.
+/// A line one pixel wide, both ends drawn, coordinates rounded to the nearest pixel. It takes one pixel in
+/// each step of its longer direction; a tie goes toward the first point. What lies outside costs nothing.
 void DrawLine(const PixelView& view, double x1, double y1, double x2, double y2, Color color);
 
 void FillBox(const PixelView& view, const PixelBox& box, Color color);
@@ -55,8 +56,9 @@ void FillBox(const PixelView& view, const PixelBox& box, Color color);
 /// Turns every pixel of the box into its negative.
 void InvertBox(const PixelView& view, const PixelBox& box);
 
-/// How much of each pixel a text covers, 0 to 255, rows from the top, `width` bytes apart. The mask's left top corner
-/// stands `left` pixels right of the text's position, which is the left end of the line's top edge.
+/// How much of each pixel a text covers, 0 to 255, rows from the top, `width` bytes apart. The mask's left
+/// top corner stands `left` pixels right of the text's position, which is the left end of the line's top
+/// edge.
 struct TextMask {
   int left = 0, top = 0;
   int width = 0, height = 0;

@@ -1,0 +1,71 @@
+// The process as the desktop sees it: its event loop, its end, its mouse pointer, what it can start.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+/// Runs the program: makes the application, calls `main_routine`, handles events until the last loaded window
+/// is gone. Returns the process's status. A failure that nothing catches shows the error report and ends the
+/// process with status 1. The command line is not read.
+int RunApplication(const std::function<void()>& main_routine);
+
+/// The edge between the toolkit's events and the program's routines: a failure that a routine doesn't catch
+/// is reported and ends the process.
+void RunEvent(const std::function<void()>& routine);
+
+/// Shows the error report and ends the process at once with status 1.
+[[noreturn]] void EndWithReport(const std::string& text);
+
+/// Ends the event loop; the process then ends with status 0.
+void Quit();
+
+/// Keeps the process alive while no window of its own is loaded: for a program that waits for another.
+class KeepAlive {
+ public:
+  KeepAlive();
+  KeepAlive(const KeepAlive&) = delete;
+  KeepAlive& operator=(const KeepAlive&) = delete;
+  ~KeepAlive();
+};
+
+/// Runs a routine once, from the event loop, after the routine that is running now.
+void RunLater(std::function<void()> routine);
+
+/// The busy pointer, as long as this object lives; what stood before comes back.
+class BusyPointer {
+ public:
+  BusyPointer();
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+  ~BusyPointer();
+};
+bool BusyPointerIsOn();
+
+/// Whole-sheet operations move through thousands of rows. As long as one of these lives, a canvas's Refresh
+/// only notes that the canvas is to be shown, so that it is drawn once, afterwards.
+class RefreshPause {
+ public:
+  RefreshPause();
+  RefreshPause(const RefreshPause&) = delete;
+  RefreshPause& operator=(const RefreshPause&) = delete;
+  ~RefreshPause();
+};
+bool RefreshIsPaused();
+
+/// Makes a folder the working directory. Throws std::runtime_error naming the folder and the reason.
+void ChangeDirectory(const std::string& folder);
+
+/// Starts a program by name, found by the search path or in the working directory, and leaves it to itself.
+/// False if it can't be started.
+bool StartProgram(const std::string& name);
+
+/// The decimal sign of the machine's locale.
+char DecimalSign();
+
+/// The screen's twips per pixel.
+int TwipsPerPixelX();
+
+}  // namespace platform

@@ -1,0 +1,106 @@
+// What all controls have in common: a name, a place, colours, visibility, focus.
+#pragma once
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+#include "platform/numbers.h"
+
+class QWidget;
+
+namespace platform {
+
+class Window;
+
+/// A window or a picture that holds controls.
+class Container {
+ public:
+  virtual ~Container() = default;
+  virtual QWidget* ContainerWidget() = 0;
+  virtual Window& OwnerWindow() = 0;
+};
+
+enum class ControlKind {
+  Label,
+  TextBox,
+  ListBox,
+  PictureBox,
+  ScrollBar,
+  CheckBox,
+  CommandButton,
+  Line,
+  Image,
+  Grid,
+  StatusBar,
+  VlButton,
+  HGlide,
+  DropDial,
+};
+
+/// A control refuses what it was asked for: a row that the grid doesn't have, a property that it lacks.
+class ControlError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A control on a window. It lists itself with its window when made and owns its widget, which carries the
+/// control's name as object name. Positions are whole pixels in its container, twips only where a name says
+/// so.
+class Control {
+ public:
+  Control(Container& container, ControlKind kind, std::string name, QWidget* widget);
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+  virtual ~Control();
+
+  ControlKind Kind() const { return kind_; }
+  const std::string& Name() const { return name_; }
+  Window& OwnerWindow() const { return owner_; }
+  QWidget* Widget() const { return widget_; }
+  std::string Tag;
+
+  int Left() const;
+  int Top() const;
+  int Width() const;
+  int Height() const;
+  void Move(int left, int top, int width, int height);
+  void MoveTwips(int left, int top, int width, int height);
+  void SetLeft(int pixels);
+  void SetTop(int pixels);
+  /// Throws ControlError for a width or height below 0.
+  void SetWidth(int pixels);
+  void SetHeight(int pixels);
+
+  /// True if the control itself isn't hidden, whether or not its window is on the screen.
+  bool Visible() const;
+  void SetVisible(bool visible);
+  /// Whether a click or the Tab key gives it the focus.
+  void SetFocusable(bool focusable);
+  void SetFocus();
+  bool HasFocus() const;
+
+  /// The tip is the accessible name too, unless the control has a caption.
+  void SetToolTip(const std::string& text);
+  void SetAccessibleName(const std::string& text);
+
+  /// A control that lacks a colour throws ControlError.
+  virtual Color BackColor() const;
+  virtual void SetBackColor(Color color);
+  virtual Color ForeColor() const;
+  virtual void SetForeColor(Color color);
+
+  /// Puts the control on the screen at once.
+  virtual void Refresh();
+
+ protected:
+  [[noreturn]] void Lacks(const char* property) const;
+
+ private:
+  Window& owner_;
+  ControlKind kind_;
+  std::string name_;
+  QWidget* widget_;
+};
+
+}  // namespace platform

@@ -1,0 +1,52 @@
+// Message boxes and file dialogs, and the seam at which tests answer them.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+enum class Buttons { Ok, OkCancel, YesNo };
+enum class Icon { None, Information, Question, Warning };
+enum class Answer { Ok, Cancel, Yes, No };
+
+struct Message {
+  std::string text;
+  Buttons buttons = Buttons::Ok;
+  Icon icon = Icon::None;
+};
+
+/// Shows a message box with the application's title and waits for its answer. Closing it counts as Cancel,
+/// No, or OK where there is nothing else.
+Answer MsgBox(const std::string& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None);
+/// In place of real message boxes; null brings them back.
+void AnswerMessagesWith(std::function<Answer(const Message&)> answer);
+
+struct FileQuestion {
+  bool save = false;
+  std::string title;
+  /// Text and pattern: "Wave|*.wav".
+  std::string filter;
+  /// What was chosen last.
+  std::string file_name;
+};
+/// In place of real file dialogs: a path, or nothing for Cancel; null brings them back.
+void AnswerFileDialogsWith(std::function<std::optional<std::string>(const FileQuestion&)> answer);
+
+/// The open and save dialogs. FileName is what was chosen last, or what code has set.
+class CommonDialog {
+ public:
+  CommonDialog(std::string title, std::string filter);
+  /// False if the user cancels; FileName then stays.
+  bool ShowOpen();
+  /// A name without an extension gets the filter's. An existing file is replaced only after a question.
+  bool ShowSave();
+  std::string FileName;
+
+ private:
+  bool Show(bool save);
+  std::string title_, filter_;
+};
+
+}  // namespace platform

@@ -1,0 +1,71 @@
+// A grid of texts with a fixed header row.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/Control.h"
+
+namespace platform {
+
+/// A grid of texts, row 0 fixed as the header. It holds hundreds of thousands of rows: texts stand in one
+/// table, model and view are apart. There is always a current cell.
+///
+/// LeaveCell comes before the current cell changes, SelChange after; for a user's move and a move by code
+/// alike, inside the call, and only when the cell really changes.
+class Grid : public Control {
+ public:
+  Grid(Container& container, std::string name, int rows, int cols);
+  ~Grid() override;
+
+  int Rows() const;
+  /// Keeps the texts of the rows that remain; new rows are empty. A current row that is cut off moves to the
+  /// last one. Throws ControlError below 1 (the header), or if the memory doesn't do.
+  void SetRows(int rows);
+  int Cols() const;
+  void SetCols(int cols);
+  int Row() const;
+  /// Throws ControlError for a row that the grid doesn't have.
+  void SetRow(int row);
+  int Col() const;
+  void SetCol(int col);
+
+  /// The current cell's text.
+  const std::string& Text() const;
+  void SetText(const std::string& text);
+  const std::string& TextMatrix(int row, int col) const;
+  /// Empties every cell, the header too.
+  void Clear();
+
+  /// In twips.
+  int ColWidth(int col) const;
+  void SetColWidth(int col, int twips);
+  /// Left edge of a column and top edge of a row within the grid, as scrolled at the moment, in twips.
+  int ColPos(int col) const;
+  int RowPos(int row) const;
+  /// Height of a row in twips.
+  int RowHeight(int row) const;
+
+  std::function<void()> Click;
+  std::function<void(int key_code, int shift)> KeyUp;
+  std::function<void()> LeaveCell;
+  std::function<void()> SelChange;
+  /// The view was scrolled.
+  std::function<void()> Scroll;
+
+  static constexpr int kDeleteKey = 46;
+
+ private:
+  class Model;
+  class View;
+  class HeaderView;
+  void MoveTo(int row, int col);
+  void ShowCurrent();
+
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace platform

@@ -1,0 +1,27 @@
+// Pictures in memory, from files and from the program's own resources.
+#pragma once
+
+#include <memory>
+#include <string>
+
+class QImage;
+
+namespace platform {
+
+class Picture {
+ public:
+  /// Reads a picture file, or a resource of the program (":/assets/icons/play.png"). Throws
+  /// std::runtime_error naming the file and the reason.
+  static std::shared_ptr<const Picture> Load(const std::string& path);
+
+  explicit Picture(QImage image);
+  ~Picture();
+  int Width() const;
+  int Height() const;
+  const QImage& Image() const { return *image_; }
+
+ private:
+  std::unique_ptr<QImage> image_;
+};
+
+}  // namespace platform

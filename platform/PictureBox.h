@@ -1,0 +1,92 @@
+// A canvas: a control with a picture that persists.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/Control.h"
+#include "platform/pixels.h"
+
+namespace platform {
+
+class Picture;
+
+struct Font {
+  std::string family;
+  double points = 8.25;
+};
+
+/// The mask of a text in a font, its line's top edge at the position.
+TextMask MaskOf(const Font& font, const std::string& text);
+
+/// A picture control. What is drawn lands in its persistent image, one pixel to the design pixel; Refresh or
+/// the next paint event puts it on the screen. A change of size keeps what the image holds and fills the rest
+/// with the background.
+///
+/// A routine that would repaint often can put the drawing off: it sets `Draw` once and calls DrawLater each
+/// time; Draw then runs once, before the canvas is next shown, refreshed or read.
+class PictureBox : public Control, public Container {
+ public:
+  enum class DrawMode { Invert = 6, Copy = 13 };
+
+  PictureBox(Container& container, std::string name);
+  ~PictureBox() override;
+
+  /// The inner size in pixels.
+  int ScaleWidth() const { return Width(); }
+  int ScaleHeight() const { return Height(); }
+
+  Color BackColor() const override;
+  void SetBackColor(Color color) override;
+  Color ForeColor() const override;
+  void SetForeColor(Color color) override;
+  void SetDrawMode(DrawMode mode);
+  void SetFont(const Font& font);
+  const Font& TextFont() const;
+
+  void Cls();
+  void PSet(double x, double y, Color color);
+  void Line(double x1, double y1, double x2, double y2, Color color);
+  /// From the pen to the point; the pen stays there.
+  void LineTo(double x, double y, Color color);
+  void FillBox(double x1, double y1, double x2, double y2, Color color);
+  void MovePen(double x, double y);
+  /// At the pen, in the foreground colour.
+  void Print(const std::string& text);
+  /// Shows a picture unscaled at the top left corner, in place of all that was drawn; null empties the
+  /// canvas.
+  void SetPicture(std::shared_ptr<const Picture> picture);
+  const std::shared_ptr<const Picture>& ShownPicture() const;
+
+  /// Puts what was drawn on the screen at once, unless a RefreshPause lives.
+  void Refresh() override;
+
+  std::function<void()> Draw;
+  void DrawLater();
+  /// Runs a drawing that was put off.
+  void DrawNow();
+  /// The image for direct drawing, as it stands: a drawing put off is not run.
+  PixelView Pixels();
+  /// Says that pixels drawn directly have changed and are to be shown.
+  void Changed(const PixelBox& box);
+  /// The colour at a point, after any drawing put off.
+  Color Point(int x, int y);
+
+  std::function<void()> Paint;
+  std::function<void()> Resize;
+  /// Button (1 left, 2 right, 4 middle; all that are held, in a move), shift state (1 shift, 2 control, 4
+  /// alt), x and y in the canvas's pixels.
+  using MouseEvent = std::function<void(std::int16_t button, std::int16_t shift, float x, float y)>;
+  MouseEvent MouseDown, MouseMove, MouseUp;
+
+  QWidget* ContainerWidget() override { return Widget(); }
+  Window& OwnerWindow() override { return Control::OwnerWindow(); }
+
+ private:
+  struct Surface;
+  friend class PictureWidget;
+  std::unique_ptr<Surface> surface_;
+};
+
+}  // namespace platform

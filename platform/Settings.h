@@ -1,0 +1,18 @@
+// The desktop's per-user settings store, read only.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// The value of a key, or nothing. The store is one file per application in the user's configuration folder
+/// (INI form): [section], key=value.
+std::optional<std::string> ReadSetting(const std::string& application, const std::string& section,
+                                       const std::string& key);
+
+/// Path of an application's settings file, for a program that owns it.
+std::string SettingsFile(const std::string& application);
+
+}  // namespace platform

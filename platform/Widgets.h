@@ -1,0 +1,150 @@
+// The plain controls: labels, text boxes, lists, scroll bars, check boxes, rules.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Control.h"
+
+namespace platform {
+
+class Picture;
+
+/// Text on a transparent ground. A text too wide for the control at the desktop's text size is set in smaller
+/// letters.
+class Label : public Control {
+ public:
+  enum class Align { Left, Right, Center };
+  Label(Container& container, std::string name, const std::string& caption, Align align = Align::Left);
+  std::string Caption() const;
+  void SetCaption(const std::string& caption);
+  Color ForeColor() const override;
+  void SetForeColor(Color color) override;
+};
+
+/// A line of text to edit.
+class TextBox : public Control {
+ public:
+  TextBox(Container& container, std::string name, const std::string& text = "");
+  std::string Text() const;
+  void SetText(const std::string& text);
+  void SelectAll();
+  void SetReadOnly(bool read_only);
+  Color BackColor() const override;
+  void SetBackColor(Color color) override;
+  Color ForeColor() const override;
+  void SetForeColor(Color color) override;
+
+  /// The text has changed, by the user or by code.
+  std::function<void()> Change;
+  std::function<void()> LostFocus;
+  /// Enter was pressed.
+  std::function<void()> Entered;
+  /// Escape was pressed.
+  std::function<void()> Escaped;
+};
+
+class ListBox : public Control {
+ public:
+  ListBox(Container& container, std::string name, const std::vector<std::string>& items);
+  /// -1 if no item is chosen.
+  int ListIndex() const;
+  void SetListIndex(int index);
+  /// The chosen item's text, empty if none is chosen.
+  std::string Text() const;
+  Color BackColor() const override;
+  void SetBackColor(Color color) override;
+  Color ForeColor() const override;
+  void SetForeColor(Color color) override;
+
+  /// An item was chosen by the mouse, or by a key that moves the choice, also if it was the chosen one
+  /// already.
+  std::function<void()> Click;
+};
+
+class HScrollBar : public Control {
+ public:
+  HScrollBar(Container& container, std::string name);
+  int Min() const;
+  void SetMin(int value);
+  int Max() const;
+  /// Pulls the value down, and raises Change, if it lies above.
+  void SetMax(int value);
+  int SmallChange() const;
+  void SetSmallChange(int step);
+  int LargeChange() const;
+  void SetLargeChange(int step);
+  int Value() const;
+  void SetValue(int value);
+
+  std::function<void()> Change;
+  /// The thumb is being dragged.
+  std::function<void()> Scroll;
+};
+
+class CheckBox : public Control {
+ public:
+  CheckBox(Container& container, std::string name, const std::string& caption = "");
+  /// 0 off, 1 on.
+  int Value() const;
+  void SetValue(int value);
+  Color BackColor() const override;
+  void SetBackColor(Color color) override;
+
+  std::function<void()> Click;
+};
+
+class CommandButton : public Control {
+ public:
+  CommandButton(Container& container, std::string name, const std::string& caption);
+  std::function<void()> Click;
+};
+
+/// A straight horizontal or vertical rule, one pixel wide.
+class LineControl : public Control {
+ public:
+  LineControl(Container& container, std::string name, int x1, int y1, int x2, int y2, Color color);
+  int X1() const;
+  /// Moves both ends to a column.
+  void SetX(int x);
+  Color ForeColor() const override;
+  void SetForeColor(Color color) override;
+
+ private:
+  Color color_;
+};
+
+/// Holds a picture; never seen itself.
+class ImageHolder : public Control {
+ public:
+  ImageHolder(Container& container, std::string name);
+  ~ImageHolder() override;
+  const std::shared_ptr<const platform::Picture>& Picture() const { return picture_; }
+  void SetPicture(std::shared_ptr<const platform::Picture> picture);
+
+ private:
+  std::shared_ptr<const platform::Picture> picture_;
+};
+
+class StatusBar : public Control {
+ public:
+  StatusBar(Container& container, std::string name);
+};
+
+/// The one kind of clockwork: raises Tick every `interval` milliseconds while enabled.
+class Timer {
+ public:
+  Timer(Window& window, std::string name, int interval_milliseconds);
+  ~Timer();
+  bool Enabled() const;
+  void SetEnabled(bool enabled);
+  std::function<void()> Tick;
+
+ private:
+  struct Clockwork;
+  std::unique_ptr<Clockwork> clockwork_;
+};
+
+}  // namespace platform

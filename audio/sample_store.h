@@ -1,0 +1,93 @@
+// The one loaded sound: its format, its length, its samples.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+namespace audio {
+
+/// The first 16 bytes of a wave file's "fmt " body, byte for byte (RIFF/WAVE, little-endian).
+struct WaveFormatBlock {
+  std::int16_t wFormatTag = 0;
+  std::int16_t nChannels = 0;
+  std::int32_t nSamplesPerSec = 0;
+  std::int32_t nAvgBytesPerSec = 0;
+  std::int16_t nBlockAlign = 0;
+  std::int16_t wBitsPerSample = 0;
+};
+static_assert(sizeof(WaveFormatBlock) == 16);
+
+/// Memory that reads as zero and costs nothing until it is written; null if the machine refuses it.
+std::shared_ptr<void> ZeroedMemory(std::size_t bytes);
+
+/// Samples with indices 0 to LastIndex(), bounds inclusive. Copies share the samples, so that a drawing may
+/// keep the sound that it started with while the next one is loaded.
+template <typename Sample>
+class SampleArray {
+ public:
+  SampleArray() = default;
+
+  /// All samples 0. Leaves an unallocated array if the memory can't be had. last_index is 0 or above.
+  static SampleArray Zeroed(std::int32_t last_index) {
+    SampleArray array;
+    const auto count = static_cast<std::size_t>(last_index) + 1;
+    array.samples_ = std::static_pointer_cast<Sample>(ZeroedMemory(count * sizeof(Sample)));
+    if (array.samples_) array.last_index_ = last_index;
+    return array;
+  }
+
+  bool Allocated() const { return samples_ != nullptr; }
+  /// -1 while unallocated.
+  std::int32_t LastIndex() const { return last_index_; }
+  std::int64_t Count() const { return std::int64_t{last_index_} + 1; }
+
+  /// The sample at an index; 0 outside the bounds, which views reach at their right-hand edge.
+  Sample At(std::int64_t index) const {
+    return index >= 0 && index <= last_index_ ? samples_.get()[index] : Sample{0};
+  }
+
+  /// Count() samples in a row; null while unallocated.
+  const Sample* Data() const { return samples_.get(); }
+
+  /// How many samples, from index 0 on, came from a file. All behind them are 0 and have never been touched:
+  /// whoever walks the whole array can stop here, however long the sound claims to be.
+  std::int64_t FilledCount() const { return filled_count_; }
+
+  /// For whoever fills a fresh array, before it is shared.
+  Sample* Writable() { return samples_.get(); }
+  void SetFilledCount(std::int64_t count) { filled_count_ = count; }
+
+  /// Takes the array's end back to a lower index, keeping what stands below it.
+  void ShrinkTo(std::int32_t last_index) {
+    last_index_ = last_index;
+    if (filled_count_ > Count()) filled_count_ = Count();
+  }
+
+ private:
+  std::shared_ptr<Sample> samples_;
+  std::int32_t last_index_ = -1;
+  std::int64_t filled_count_ = 0;
+};
+
+/// The sound as a wave file gave it. Zero and empty until the first load; a load that fails changes nothing.
+struct SampleStore {
+  WaveFormatBlock WaveFormat;
+  /// Bytes of sample data as the file declares them; half of that, rounded down, after a two-channel load.
+  /// 0 means that no sound has been loaded.
+  std::int32_t WaveDataLength = 0;
+  /// 8-bit samples, unsigned, silence 128. Indices 0 to WaveDataLength. The sound if wBitsPerSample is 8.
+  SampleArray<std::uint8_t> Samples8;
+  /// 16-bit samples, signed, silence 0. Indexed by sample, but its bound is the byte count: indices 0 to
+  /// WaveDataLength, of which the lower half is the sound if wBitsPerSample is 16.
+  SampleArray<std::int16_t> Samples16;
+};
+
+/// The process's one sound.
+SampleStore& LoadedSound();
+
+/// Samples of one channel: WaveDataLength at 8 bits, half of it at 16, 0 at any other depth.
+std::int32_t SampleCount(const SampleStore& sound);
+
+}  // namespace audio

@@ -1,0 +1,53 @@
+#include "sheet/timing.h"
+
+#include <algorithm>
+
+#include "platform/numbers.h"
+
+namespace sheet {
+
+std::optional<double> SecondsOfSound(const audio::SampleStore& sound) {
+  const auto& format = sound.WaveFormat;
+  if (sound.WaveDataLength <= 0 || format.nSamplesPerSec <= 0) return std::nullopt;
+  switch (format.wBitsPerSample) {
+    case 8:
+      return static_cast<double>(sound.WaveDataLength) / format.nSamplesPerSec;
+    case 16:
+      return static_cast<double>(sound.WaveDataLength) / 2 / format.nSamplesPerSec;
+    default:
+      return std::nullopt;
+  }
+}
+
+RowCount GridRows(double frames_per_second, double seconds) {
+  if (frames_per_second < 0) {
+    return {std::nullopt, "A frame rate of " + platform::NumberText(frames_per_second) +
+                              " can't be used: it must not be negative."};
+  }
+  // Rounded with the header row in it, which moves the ties: 24.5 frames make 26 rows.
+  const std::int64_t rows = platform::RoundToInt64(1 + frames_per_second * seconds);
+  if (rows > kMostRows) {
+    return {std::nullopt, "A frame rate of " + platform::NumberText(frames_per_second) +
+                              " gives more than the " + std::to_string(kMostRows) +
+                              " rows that a sheet can have."};
+  }
+  return {static_cast<std::int32_t>(rows), {}};
+}
+
+std::int32_t TrackFrames(double frames_per_second, double seconds) {
+  return std::clamp(platform::RoundToLong(frames_per_second * seconds), 0, kMostRows - 1);
+}
+
+std::int32_t WholeFrames(double frames_per_second, double seconds) {
+  return std::clamp(platform::FloorToLong(frames_per_second * seconds), 0, kMostRows - 1);
+}
+
+std::string TitleText(std::string_view app_title, double frames_per_second, double seconds,
+                      char decimal_sign) {
+  return std::string(app_title) + ":  Project audio is " +
+         platform::OneDecimalPicture(seconds, decimal_sign) + " seconds, " +
+         std::to_string(WholeFrames(frames_per_second, seconds)) + " frames at " +
+         platform::NumberText(frames_per_second) + " fps";
+}
+
+}  // namespace sheet

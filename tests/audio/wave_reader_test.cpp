@@ -1,0 +1,249 @@
+#include "audio/wave_reader.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace audio {
+namespace {
+
+std::string Little(std::uint32_t value, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> 8 * i & 255);
+  return text;
+}
+
+std::string Chunk(const std::string& identifier, const std::string& body) {
+  return identifier + Little(static_cast<std::uint32_t>(body.size()), 4) + body;
+}
+
+std::string Format(std::uint32_t channels, std::uint32_t bits) {
+  return Little(1, 2) + Little(channels, 2) + Little(11025, 4) + Little(22050, 4) + Little(2, 2) +
+         Little(bits, 2);
+}
+
+std::string Head(const std::string& format) {
+  return "RIFF" + Little(99, 4) + "WAVE" + Chunk("fmt ", format);
+}
+
+WaveResult Read(const std::string& bytes, const SampleStore& earlier = {}) {
+  MemorySource source(bytes);
+  return ReadWave(source, earlier);
+}
+
+std::string Chunks(int count) {
+  std::string chunks;
+  for (int i = 0; i < count; ++i) chunks += Chunk("junk", "ab");
+  return chunks;
+}
+
+std::vector<int> SamplesOf(const auto& array) {
+  std::vector<int> samples;
+  for (std::int64_t i = 0; i < array.Count(); ++i) samples.push_back(array.At(i));
+  return samples;
+}
+
+TEST(ReadWave, RefusesWithTheReason) {
+  const std::string data = Chunk("data", "1234");
+  const std::string head = Head(Format(1, 8));
+  const std::string high_format_size = "RIFF....WAVEfmt " + Little(0x7ffffff0, 4) + Format(1, 8) + data;
+  const std::string top_bit_format_size = "RIFF....WAVEfmt " + Little(0x80000010, 4) + Format(1, 8) + data;
+  const struct {
+    const char* what;
+    std::string bytes;
+    std::string reason;
+  } cases[] = {
+      {"empty", "", "Not a riff file"},
+      {"cut in the first identifier", "RIF", "Not a riff file"},
+      {"other letter case", "riff....WAVE", "Not a riff file"},
+      {"big-endian sibling", "RIFX" + head.substr(4) + data, "Not a riff file"},
+      {"cut behind RIFF", "RIFF", "Not a Wave file"},
+      {"other form", "RIFF....AVI fmt ", "Not a Wave file"},
+      {"cut behind WAVE", "RIFF....WAVE", "Can't find FMT chunk"},
+      {"a chunk before fmt", "RIFF....WAVE" + Chunks(1) + head.substr(12) + data, "Can't find FMT chunk"},
+      {"fmt without its blank", "RIFF....WAVEfmt" + Little(0, 1), "Can't find FMT chunk"},
+      {"cut behind fmt", "RIFF....WAVEfmt ", "Can't find data chunk"},
+      {"cut in the format", head.substr(0, 25), "Can't find data chunk"},
+      {"no chunk behind fmt", head, "Can't find data chunk"},
+      {"cut in a chunk's size", head + "LIST" + Little(4, 2), "Can't find data chunk"},
+      {"ten chunks before data", head + Chunks(10) + data, "Can't find data chunk"},
+      {"odd chunk with a pad byte", head + Chunk("LIST", "abc") + Little(0, 1) + data,
+       "Can't find data chunk"},
+      {"chunk size past the end", head + "LIST" + Little(0xfffffff0, 4) + data, "Can't find data chunk"},
+      {"chunk that ends with the file", head + Chunk("LIST", "abcd"), "Can't find data chunk"},
+      {"fmt size past the end", "RIFF....WAVEfmt " + Little(4000, 4) + Format(1, 8) + data,
+       "Can't find data chunk"},
+      {"fmt size past any position", high_format_size, "The size of the fmt chunk leads out of the file"},
+      {"fmt size with the top bit", top_bit_format_size, "The size of the fmt chunk leads out of the file"},
+      {"negative data size", head + "data" + Little(0xffffffff, 4) + "12",
+       "The size of the data chunk is negative"},
+  };
+  for (const auto& c : cases) {
+    const WaveResult result = Read(c.bytes);
+    EXPECT_FALSE(result.sound) << c.what;
+    EXPECT_EQ(result.reason, c.reason) << c.what;
+  }
+}
+
+TEST(ReadWave, FindsTheDataBehindWhatMayStandBeforeIt) {
+  const std::string data = Chunk("data", "ab");
+  const struct {
+    const char* what;
+    std::string bytes;
+  } cases[] = {
+      {"directly behind", Head(Format(1, 8)) + data},
+      {"nine chunks", Head(Format(1, 8)) + Chunks(9) + data},
+      {"odd chunk without a pad byte", Head(Format(1, 8)) + Chunk("LIST", "abc") + data},
+      {"fmt body of 18 bytes", Head(Format(1, 8) + Little(0, 2)) + data},
+      {"fmt body of 40 bytes", Head(Format(1, 8) + std::string(24, 'x')) + data},
+      {"fmt body of 14 bytes, the format read across its end", "RIFF....WAVEfmt " + Little(14, 4) +
+                                                                   Format(1, 8).substr(0, 14) + Little(8, 2) +
+                                                                   "\2" + Little(0, 3) + "zz" + data},
+  };
+  for (const auto& c : cases) {
+    const WaveResult result = Read(c.bytes);
+    ASSERT_TRUE(result.sound) << c.what << ": " << result.reason;
+    EXPECT_EQ(result.sound->WaveDataLength, 2) << c.what;
+    EXPECT_THAT(SamplesOf(result.sound->Samples8), testing::ElementsAre('a', 'b', 0)) << c.what;
+  }
+}
+
+TEST(ReadWave, TakesTheFormatByteForByte) {
+  const auto sound =
+      Read("RIFF....WAVEfmt " + Little(16, 4) + Little(0xfffe, 2) + Little(3, 2) + Little(48000, 4) +
+           Little(0x80000000, 4) + Little(6, 2) + Little(16, 2) + Chunk("data", ""))
+          .sound;
+  ASSERT_TRUE(sound);
+  EXPECT_EQ(sound->WaveFormat.wFormatTag, -2);
+  EXPECT_EQ(sound->WaveFormat.nChannels, 3);
+  EXPECT_EQ(sound->WaveFormat.nSamplesPerSec, 48000);
+  EXPECT_EQ(sound->WaveFormat.nAvgBytesPerSec, INT32_MIN);
+  EXPECT_EQ(sound->WaveFormat.nBlockAlign, 6);
+  EXPECT_EQ(sound->WaveFormat.wBitsPerSample, 16);
+}
+
+TEST(ReadWave, FillsTheTailFromWhatFollowsTheChunk) {
+  const std::string samples = Little(1, 2) + Little(0xffff, 2);
+  const struct {
+    const char* what;
+    std::string bytes;
+    std::vector<int> samples8, samples16;
+  } cases[] = {
+      {"8 bits, one byte behind", Head(Format(1, 8)) + Chunk("data", "ab") + "cd", {'a', 'b', 'c'}, {}},
+      {"8 bits, declared past the end",
+       Head(Format(1, 8)) + "data" + Little(4, 4) + "ab",
+       {'a', 'b', 0, 0, 0},
+       {}},
+      {"16 bits, bound by the byte count",
+       Head(Format(1, 16)) + Chunk("data", samples),
+       {},
+       {1, -1, 0, 0, 0}},
+      {"16 bits, more behind",
+       Head(Format(1, 16)) + Chunk("data", samples) + samples + samples + samples,
+       {},
+       {1, -1, 1, -1, 1}},
+      {"16 bits, half a sample at the end",
+       Head(Format(1, 16)) + "data" + Little(2, 4) + Little(1, 2) + "\2",
+       {},
+       {1, 2, 0}},
+      {"no size behind data", Head(Format(1, 8)) + "data", {0}, {}},
+      {"24 bits", Head(Format(1, 24)) + Chunk("data", "abc"), {}, {}},
+  };
+  for (const auto& c : cases) {
+    const WaveResult result = Read(c.bytes);
+    ASSERT_TRUE(result.sound) << c.what << ": " << result.reason;
+    EXPECT_EQ(SamplesOf(result.sound->Samples8), c.samples8) << c.what;
+    EXPECT_EQ(SamplesOf(result.sound->Samples16), c.samples16) << c.what;
+  }
+}
+
+TEST(ReadWave, ReplacesOnlyTheArrayOfItsDepth) {
+  const SampleStore eight = *Read(Head(Format(1, 8)) + Chunk("data", "ab")).sound;
+  const SampleStore both = *Read(Head(Format(1, 16)) + Chunk("data", Little(7, 2)), eight).sound;
+  EXPECT_THAT(SamplesOf(both.Samples8), testing::ElementsAre('a', 'b', 0));
+  EXPECT_THAT(SamplesOf(both.Samples16), testing::ElementsAre(7, 0, 0));
+  const SampleStore other = *Read(Head(Format(1, 24)) + Chunk("data", "abcdef"), both).sound;
+  EXPECT_EQ(other.WaveDataLength, 6);
+  EXPECT_THAT(SamplesOf(other.Samples16), testing::ElementsAre(7, 0, 0));
+}
+
+TEST(ReduceToFirstChannel, KeepsTheFirstOfEachPair) {
+  SampleStore sound = *Read(Head(Format(2, 8)) + Chunk("data", "aAbBc") + "C").sound;
+  ReduceToFirstChannel(sound);
+  EXPECT_EQ(sound.WaveDataLength, 2);
+  EXPECT_EQ(sound.WaveFormat.nChannels, 2);
+  EXPECT_THAT(SamplesOf(sound.Samples8), testing::ElementsAre('a', 'b', 'c'));
+
+  std::string pairs;
+  for (std::uint32_t i = 0; i < 1000; ++i) pairs += Little(i, 2) + Little(9999, 2);
+  sound = *Read(Head(Format(2, 16)) + Chunk("data", pairs)).sound;
+  ReduceToFirstChannel(sound);
+  EXPECT_EQ(sound.WaveDataLength, 2000);
+  EXPECT_EQ(SampleCount(sound), 1000);
+  EXPECT_EQ(sound.Samples16.LastIndex(), 2000);
+  EXPECT_EQ(sound.Samples16.At(1), 1);
+  EXPECT_EQ(sound.Samples16.At(999), 999);
+  EXPECT_EQ(sound.Samples16.At(1000), 0);
+}
+
+TEST(ReduceToFirstChannel, LeavesSilenceWhereTheFileEndedEarly) {
+  SampleStore sound = *Read(Head(Format(2, 8)) + "data" + Little(12, 4) + "aAbBc").sound;
+  ReduceToFirstChannel(sound);
+  EXPECT_THAT(SamplesOf(sound.Samples8), testing::ElementsAre('a', 'b', 'c', 0, 0, 0, 0));
+}
+
+TEST(ReduceToFirstChannel, HalvesTheLengthOfADepthWithoutSamples) {
+  SampleStore sound = *Read(Head(Format(2, 24)) + Chunk("data", "abcdefg")).sound;
+  ReduceToFirstChannel(sound);
+  EXPECT_EQ(sound.WaveDataLength, 3);
+}
+
+TEST(ReadWave, AClaimOfTwoGigabytesCostsNothing) {
+  SampleStore sound = *Read(Head(Format(2, 16)) + "data" + Little(0x7fffffff, 4) + Little(5, 2)).sound;
+  ReduceToFirstChannel(sound);
+  EXPECT_EQ(sound.WaveDataLength, 0x3fffffff);
+  EXPECT_EQ(sound.Samples16.At(0), 5);
+  EXPECT_EQ(sound.Samples16.At(0x3fffffff), 0);
+  EXPECT_EQ(sound.Samples16.At(0x40000000), 0) << "behind the end";
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  EXPECT_LT(usage.ru_maxrss, 300 * 1024) << "kilobytes touched";
+}
+
+#ifndef __SANITIZE_ADDRESS__
+TEST(ReadWave, TellsOfMemoryThatCantBeHad) {
+  const rlimit limit{1u << 30, 1u << 30};
+  ASSERT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
+  const SampleStore earlier = *Read(Head(Format(1, 16)) + Chunk("data", Little(7, 2))).sound;
+  const WaveResult result = Read(Head(Format(1, 16)) + "data" + Little(0x7fffffff, 4), earlier);
+  EXPECT_FALSE(result.sound);
+  EXPECT_EQ(result.reason, "Not enough memory for 2147483647 bytes of sound");
+}
+#endif
+
+TEST(ReadWaveFile, TellsWhyAFileCantBeOpened) {
+  const std::string folder = testing::TempDir() + "wave_reader_test";
+  mkdir(folder.c_str(), 0755);
+  const std::string pipe = folder + "/pipe.wav";
+  mkfifo(pipe.c_str(), 0600);
+  EXPECT_EQ(ReadWaveFile("/nowhere/Stimme \xc3\xa4.wav", {}).reason,
+            "Can't open wave file /nowhere/Stimme \xc3\xa4.wav: No such file or directory");
+  EXPECT_EQ(ReadWaveFile(folder, {}).reason, "Can't open wave file " + folder + ": Is a directory");
+  EXPECT_EQ(ReadWaveFile(pipe, {}).reason, "Can't open wave file " + pipe + ": Not a regular file");
+
+  const std::string path = folder + "/\xe5\xa3\xb0.wav";
+  std::ofstream(path, std::ios::binary) << Head(Format(1, 8)) + Chunk("data", "ab") + "c";
+  const WaveResult result = ReadWaveFile(path, {});
+  ASSERT_TRUE(result.sound) << result.reason;
+  EXPECT_THAT(SamplesOf(result.sound->Samples8), testing::ElementsAre('a', 'b', 'c'));
+}
+
+}  // namespace
+}  // namespace audio

@@ -105,7 +105,7 @@ TEST(ReadWave, FindsTheDataBehindWhatMayStandBeforeIt) {
       {"fmt body of 40 bytes", Head(Format(1, 8) + std::string(24, 'x')) + data},
       {"fmt body of 14 bytes, the format read across its end", "RIFF....WAVEfmt " + Little(14, 4) +
                                                                    Format(1, 8).substr(0, 14) + Little(8, 2) +
-                                                                   "\2" + Little(0, 3) + "zz" + data},
+                                                                   "id" + Little(2, 4) + "zz" + data},
   };
   for (const auto& c : cases) {
     const WaveResult result = Read(c.bytes);

@@ -48,10 +48,15 @@ class Grid : public Control {
   /// Height of a row in twips.
   int RowHeight(int row) const;
 
+  /// Puts the current cell and all texts on the screen at once, unless a RefreshPause lives.
+  void Refresh() override;
+
   std::function<void()> Click;
   std::function<void(int key_code, int shift)> KeyUp;
   std::function<void()> LeaveCell;
   std::function<void()> SelChange;
+  /// Enter or F2 was pressed in the grid.
+  std::function<void()> EditKey;
   /// The view was scrolled.
   std::function<void()> Scroll;
 
@@ -62,6 +67,7 @@ class Grid : public Control {
   class View;
   class HeaderView;
   void MoveTo(int row, int col);
+  void NoteStale();
   void ShowCurrent();
 
   struct State;

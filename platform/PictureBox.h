@@ -84,9 +84,13 @@ class PictureBox : public Control, public Container {
   Window& OwnerWindow() override { return Control::OwnerWindow(); }
 
  private:
+  void FitSurface();
+
   struct Surface;
   friend class PictureWidget;
   std::unique_ptr<Surface> surface_;
+  /// Routines queued for later hold this weakly.
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace platform

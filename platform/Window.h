@@ -65,6 +65,8 @@ class Window : public Container {
   void PaintPicture(const Picture& picture, int x, int y);
   /// Asks for a new Form_Paint.
   void Repaint();
+  /// Takes the object out of its WindowInstance and deletes it, without asking.
+  void Forget();
 
   /// In the order in which they were made.
   const std::vector<Control*>& Controls() const { return controls_; }

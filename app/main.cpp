@@ -1,0 +1,5 @@
+#include "platform/Application.h"
+
+int main() {
+  return platform::RunApplication([] {});
+}

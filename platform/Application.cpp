@@ -1,0 +1,143 @@
+#include "platform/Application.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QIcon>
+#include <QLocale>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <filesystem>
+#include <stdexcept>
+
+#include "platform/Dialogs.h"
+#include "platform/Lifetime.h"
+#include "platform/numbers.h"
+
+namespace platform {
+namespace {
+
+bool reporting = false;
+int keep_alive_count = 0;
+int busy_count = 0;
+int refresh_pause_count = 0;
+
+void QuitWhenNothingIsLeft() {
+  if (LoadedWindowCount() == 0 && keep_alive_count == 0) QCoreApplication::quit();
+}
+
+}  // namespace
+
+void PrepareApplication() {
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setApplicationName("exposure-sheet");
+  QApplication::setApplicationDisplayName("Exposure Sheet");
+  QApplication::setDesktopFileName("exposure-sheet");
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QIcon icon;
+  for (const int size : {16, 24, 32, 48, 64, 128, 256})
+    icon.addFile(QString(":/assets/icons/app-%1.png").arg(size), QSize(size, size));
+  QApplication::setWindowIcon(icon);
+  RememberStartFolder();
+}
+
+int RunApplication(const std::function<void()>& main_routine) {
+  // The program reads no command line, so the toolkit gets none either.
+  static int argument_count = 1;
+  static char name[] = "exposure-sheet";
+  static char* arguments[] = {name, nullptr};
+  QApplication application(argument_count, arguments);
+  PrepareApplication();
+  RunEvent(main_routine);
+  const int status = LoadedWindowCount() == 0 && keep_alive_count == 0 ? 0 : QApplication::exec();
+  DestroyAllWindows();
+  return status;
+}
+
+void WindowCountHasChanged() {
+  if (QCoreApplication::instance() != nullptr) RunLater(QuitWhenNothingIsLeft);
+}
+
+void RunEvent(const std::function<void()>& routine) {
+  try {
+    routine();
+  } catch (const std::exception& failure) {
+    EndWithReport(failure.what());
+  } catch (...) {
+    EndWithReport("An unknown failure.");
+  }
+}
+
+void EndWithReport(const std::string& text) {
+  // The report's own event loop still runs timers: a second failure on the way must not stack a second
+  // report.
+  if (!reporting) {
+    reporting = true;
+    std::fprintf(stderr, "exposure-sheet: %s\n", text.c_str());
+    try {
+      if (QCoreApplication::instance() != nullptr)
+        MsgBox(text + "\n\nThe exposure sheet can't go on and ends.", Buttons::Ok, Icon::Warning);
+    } catch (...) {
+      std::fputs("exposure-sheet: the report can't be shown\n", stderr);
+    }
+  }
+  std::fflush(nullptr);
+  std::_Exit(EXIT_FAILURE);
+}
+
+void Quit() { QCoreApplication::quit(); }
+
+KeepAlive::KeepAlive() { ++keep_alive_count; }
+KeepAlive::~KeepAlive() {
+  --keep_alive_count;
+  WindowCountHasChanged();
+}
+
+void RunLater(std::function<void()> routine) {
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(), [routine = std::move(routine)] { RunEvent(routine); },
+      Qt::QueuedConnection);
+}
+
+BusyPointer::BusyPointer() {
+  ++busy_count;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+BusyPointer::~BusyPointer() {
+  --busy_count;
+  QApplication::restoreOverrideCursor();
+}
+bool BusyPointerIsOn() { return busy_count > 0; }
+
+RefreshPause::RefreshPause() { ++refresh_pause_count; }
+RefreshPause::~RefreshPause() { --refresh_pause_count; }
+bool RefreshIsPaused() { return refresh_pause_count > 0; }
+
+void ChangeDirectory(const std::string& folder) {
+  std::error_code failure;
+  std::filesystem::current_path(folder, failure);
+  if (failure)
+    throw std::runtime_error("Can't make \"" + folder + "\" the working folder: " + failure.message());
+}
+
+bool StartProgram(const std::string& name) {
+  const QString file = QString::fromStdString(name);
+  QString path = QStandardPaths::findExecutable(file);
+  if (path.isEmpty()) path = QStandardPaths::findExecutable(file, {QDir::currentPath()});
+  return !path.isEmpty() && QProcess::startDetached(path, {}, QDir::currentPath());
+}
+
+char DecimalSign() {
+  const QString sign = QLocale::system().decimalPoint();
+  return sign == "," ? ',' : '.';
+}
+
+int TwipsPerPixelX() { return kTwipsPerPixel; }
+
+}  // namespace platform

@@ -1,0 +1,118 @@
+#include "platform/Dialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <utility>
+
+#include "platform/Lifetime.h"
+
+namespace platform {
+namespace {
+
+std::function<Answer(const Message&)> message_answer;
+std::function<std::optional<std::string>(const FileQuestion&)> file_answer;
+QString last_folder;
+
+QMessageBox::StandardButtons ToolkitButtons(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::Ok:
+      return QMessageBox::Ok;
+    case Buttons::OkCancel:
+      return QMessageBox::Ok | QMessageBox::Cancel;
+    case Buttons::YesNo:
+      return QMessageBox::Yes | QMessageBox::No;
+  }
+  return QMessageBox::Ok;
+}
+
+QMessageBox::Icon ToolkitIcon(Icon icon) {
+  switch (icon) {
+    case Icon::None:
+      return QMessageBox::NoIcon;
+    case Icon::Information:
+      return QMessageBox::Information;
+    case Icon::Question:
+      return QMessageBox::Question;
+    case Icon::Warning:
+      return QMessageBox::Warning;
+  }
+  return QMessageBox::NoIcon;
+}
+
+Answer ShowMessage(const Message& message) {
+  QMessageBox box(ToolkitIcon(message.icon), QApplication::applicationDisplayName(),
+                  QString::fromStdString(message.text), ToolkitButtons(message.buttons),
+                  QApplication::activeWindow());
+  box.setObjectName("MsgBox");
+  box.setTextFormat(Qt::PlainText);
+  switch (box.exec()) {
+    case QMessageBox::Yes:
+      return Answer::Yes;
+    case QMessageBox::No:
+      return Answer::No;
+    case QMessageBox::Ok:
+      return Answer::Ok;
+    default:
+      break;
+  }
+  if (message.buttons == Buttons::YesNo) return Answer::No;
+  return message.buttons == Buttons::OkCancel ? Answer::Cancel : Answer::Ok;
+}
+
+/// "Wave|*.wav" as the toolkit writes it, the pattern in capitals too: "Wave (*.wav *.WAV)".
+QString ToolkitFilter(const std::string& filter) {
+  const QString all = QString::fromStdString(filter);
+  const QString pattern = all.section('|', 1);
+  return all.section('|', 0, 0) + " (" + pattern + " " + pattern.toUpper() + ");;All files (*)";
+}
+
+std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
+  QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(question.title), last_folder,
+                     ToolkitFilter(question.filter));
+  dialog.setObjectName("CommonDialog");
+  dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setDefaultSuffix(QString::fromStdString(question.filter).section("*.", 1));
+  const QFileInfo last(QString::fromStdString(question.file_name));
+  if (!question.file_name.empty()) {
+    if (last.absoluteDir().exists()) dialog.setDirectory(last.absoluteDir());
+    if (question.save || last.exists()) dialog.selectFile(last.fileName());
+  }
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  const QString chosen = dialog.selectedFiles().first();
+  last_folder = QFileInfo(chosen).absolutePath();
+  return chosen.toStdString();
+}
+
+}  // namespace
+
+void RememberStartFolder() { last_folder = QDir::currentPath(); }
+
+Answer MsgBox(const std::string& text, Buttons buttons, Icon icon) {
+  const Message message{text, buttons, icon};
+  return message_answer ? message_answer(message) : ShowMessage(message);
+}
+
+void AnswerMessagesWith(std::function<Answer(const Message&)> answer) { message_answer = std::move(answer); }
+
+void AnswerFileDialogsWith(std::function<std::optional<std::string>(const FileQuestion&)> answer) {
+  file_answer = std::move(answer);
+}
+
+CommonDialog::CommonDialog(std::string title, std::string filter)
+    : title_(std::move(title)), filter_(std::move(filter)) {}
+
+bool CommonDialog::ShowOpen() { return Show(false); }
+bool CommonDialog::ShowSave() { return Show(true); }
+
+bool CommonDialog::Show(bool save) {
+  const FileQuestion question{save, title_, filter_, FileName};
+  auto chosen = file_answer ? file_answer(question) : ShowFileDialog(question);
+  if (!chosen) return false;
+  FileName = *std::move(chosen);
+  return true;
+}
+
+}  // namespace platform

@@ -1,0 +1,23 @@
+// What the application and its windows know of each other. For the platform layer and for test mains.
+#pragma once
+
+namespace platform {
+
+/// Sets the application's names, style and icon. The toolkit's application object must exist.
+void PrepareApplication();
+
+/// How many windows are loaded.
+int LoadedWindowCount();
+
+/// Ends the event loop, later, if that leaves nothing to live for.
+void WindowCountHasChanged();
+
+/// Deletes every window object, loaded or not, without asking; the toolkit must not outlive its widgets'
+/// owner.
+void DestroyAllWindows();
+
+/// File dialogs begin in the folder that the process was started in, though the working directory moves to
+/// the host's.
+void RememberStartFolder();
+
+}  // namespace platform

@@ -1,0 +1,24 @@
+#include "platform/Picture.h"
+
+#include <QImage>
+#include <QImageReader>
+#include <stdexcept>
+
+namespace platform {
+
+Picture::Picture(QImage image) : image_(std::make_unique<QImage>(std::move(image))) {}
+Picture::~Picture() = default;
+
+std::shared_ptr<const Picture> Picture::Load(const std::string& path) {
+  QImageReader reader(QString::fromStdString(path));
+  QImage image = reader.read();
+  if (image.isNull())
+    throw std::runtime_error("Can't read the picture \"" + path +
+                             "\": " + reader.errorString().toStdString());
+  return std::make_shared<const Picture>(image.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+}
+
+int Picture::Width() const { return image_->width(); }
+int Picture::Height() const { return image_->height(); }
+
+}  // namespace platform

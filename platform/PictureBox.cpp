@@ -1,0 +1,260 @@
+#include "platform/PictureBox.h"
+
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QImage>
+#include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/Application.h"
+#include "platform/Picture.h"
+#include "platform/ToolkitColor.h"
+
+namespace platform {
+namespace {
+
+QFont ToolkitFont(const Font& font) {
+  QFont wanted(QString::fromStdString(font.family));
+  // A point is 1/72 inch of a screen of 96 pixels to the inch, whatever the real one has: canvases count in
+  // pixels.
+  wanted.setPixelSize(std::max(1, static_cast<int>(std::lround(font.points * 96 / 72))));
+  return wanted;
+}
+
+std::int16_t ButtonBit(Qt::MouseButton button) {
+  switch (button) {
+    case Qt::LeftButton:
+      return 1;
+    case Qt::RightButton:
+      return 2;
+    case Qt::MiddleButton:
+      return 4;
+    default:
+      return 0;
+  }
+}
+
+std::int16_t ButtonBits(Qt::MouseButtons buttons) {
+  std::int16_t bits = 0;
+  for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
+    if (buttons.testFlag(button)) bits = static_cast<std::int16_t>(bits | ButtonBit(button));
+  return bits;
+}
+
+std::int16_t ShiftBits(Qt::KeyboardModifiers modifiers) {
+  return static_cast<std::int16_t>((modifiers.testFlag(Qt::ShiftModifier) ? 1 : 0) |
+                                   (modifiers.testFlag(Qt::ControlModifier) ? 2 : 0) |
+                                   (modifiers.testFlag(Qt::AltModifier) ? 4 : 0));
+}
+
+}  // namespace
+
+TextMask MaskOf(const Font& font, const std::string& text) {
+  const QFont face = ToolkitFont(font);
+  const QString wide = QString::fromStdString(text);
+  const QFontMetricsF metrics(face);
+  // Letters may reach past their advance and their line: a margin on all sides, cut off nowhere.
+  const int margin = static_cast<int>(std::ceil(metrics.height()));
+  TextMask mask;
+  mask.advance = metrics.horizontalAdvance(wide);
+  mask.left = mask.top = -margin;
+  mask.width = static_cast<int>(std::ceil(mask.advance)) + 2 * margin;
+  mask.height = static_cast<int>(std::ceil(metrics.height())) + 2 * margin;
+  QImage image(mask.width, mask.height, QImage::Format_RGB32);
+  image.fill(Qt::black);
+  {
+    QPainter painter(&image);
+    painter.setFont(face);
+    painter.setPen(Qt::white);
+    painter.drawText(QPointF(margin, margin + metrics.ascent()), wide);
+  }
+  mask.coverage.resize(static_cast<std::size_t>(mask.width) * static_cast<std::size_t>(mask.height));
+  auto out = mask.coverage.begin();
+  for (int y = 0; y < mask.height; ++y) {
+    const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+    out = std::transform(row, row + mask.width, out,
+                         [](QRgb pixel) { return static_cast<std::uint8_t>(qGreen(pixel)); });
+  }
+  return mask;
+}
+
+/// What a canvas keeps between paints.
+struct PictureBox::Surface {
+  QImage image;
+  Color back = Rgb(255, 255, 255);
+  Color fore = 0;
+  DrawMode mode = DrawMode::Copy;
+  Font font;
+  double pen_x = 0, pen_y = 0;
+  bool drawing_pending = false;
+  std::shared_ptr<const Picture> picture;
+};
+
+class PictureWidget : public QWidget {
+ public:
+  explicit PictureWidget() { setAttribute(Qt::WA_OpaquePaintEvent); }
+  PictureBox* box = nullptr;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    box->DrawNow();
+    if (box->Paint) RunEvent(box->Paint);
+    QPainter painter(this);
+    painter.drawImage(event->rect(), box->surface_->image, event->rect());
+  }
+
+  void resizeEvent(QResizeEvent*) override { box->FitSurface(); }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    Pass(box->MouseDown, *event, ButtonBit(event->button()));
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    Pass(box->MouseUp, *event, ButtonBit(event->button()));
+  }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    Pass(box->MouseMove, *event, ButtonBits(event->buttons()));
+  }
+
+ private:
+  static void Pass(const PictureBox::MouseEvent& handler, const QMouseEvent& event, std::int16_t buttons) {
+    if (!handler) return;
+    const auto x = static_cast<float>(event.position().x()), y = static_cast<float>(event.position().y());
+    RunEvent([&] { handler(buttons, ShiftBits(event.modifiers()), x, y); });
+  }
+};
+
+PictureBox::PictureBox(Container& container, std::string name)
+    : Control(container, ControlKind::PictureBox, std::move(name), new PictureWidget),
+      surface_(std::make_unique<Surface>()) {
+  static_cast<PictureWidget*>(Widget())->box = this;
+}
+
+PictureBox::~PictureBox() = default;
+
+/// The image takes the control's size. A control that isn't on the screen gets its resize event late, so that
+/// whoever needs the image calls this first.
+void PictureBox::FitSurface() {
+  const QSize size(std::max(1, Width()), std::max(1, Height()));
+  if (surface_->image.size() == size) return;
+  QImage fresh(size, QImage::Format_RGB32);
+  fresh.fill(ToolkitColor(surface_->back));
+  if (!surface_->image.isNull()) QPainter(&fresh).drawImage(0, 0, surface_->image);
+  surface_->image = std::move(fresh);
+  if (Resize) RunEvent(Resize);
+}
+
+Color PictureBox::BackColor() const { return surface_->back; }
+/// A change of ground starts the canvas afresh, as the system's own canvases do.
+void PictureBox::SetBackColor(Color color) {
+  if (color == surface_->back && !surface_->image.isNull()) return;
+  surface_->back = color;
+  if (surface_->picture) {
+    SetPicture(surface_->picture);
+  } else {
+    Cls();
+  }
+}
+Color PictureBox::ForeColor() const { return surface_->fore; }
+void PictureBox::SetForeColor(Color color) { surface_->fore = color; }
+void PictureBox::SetDrawMode(DrawMode mode) { surface_->mode = mode; }
+void PictureBox::SetFont(const Font& font) { surface_->font = font; }
+const Font& PictureBox::TextFont() const { return surface_->font; }
+
+PixelView PictureBox::Pixels() {
+  FitSurface();
+  QImage& image = surface_->image;
+  return MakeView(reinterpret_cast<Pixel*>(image.bits()), image.width(), image.height(),
+                  static_cast<int>(image.bytesPerLine() / 4));
+}
+
+void PictureBox::Changed(const PixelBox& box) {
+  Widget()->update(box.left, box.top, box.right - box.left, box.bottom - box.top);
+}
+
+void PictureBox::Cls() {
+  FitSurface();
+  surface_->image.fill(ToolkitColor(surface_->back));
+  MovePen(0, 0);
+  Widget()->update();
+}
+
+void PictureBox::MovePen(double x, double y) {
+  surface_->pen_x = x;
+  surface_->pen_y = y;
+}
+
+void PictureBox::PSet(double x, double y, Color color) {
+  PlotPoint(Pixels(), RoundToLong(x), RoundToLong(y), color);
+  MovePen(x, y);
+  Widget()->update();
+}
+
+void PictureBox::Line(double x1, double y1, double x2, double y2, Color color) {
+  DrawLine(Pixels(), x1, y1, x2, y2, color);
+  MovePen(x2, y2);
+  Widget()->update();
+}
+
+void PictureBox::LineTo(double x, double y, Color color) {
+  Line(surface_->pen_x, surface_->pen_y, x, y, color);
+}
+
+void PictureBox::FillBox(double x1, double y1, double x2, double y2, Color color) {
+  const PixelBox box{RoundToLong(std::min(x1, x2)), RoundToLong(std::min(y1, y2)),
+                     RoundToLong(std::max(x1, x2)) + 1, RoundToLong(std::max(y1, y2)) + 1};
+  if (surface_->mode == DrawMode::Invert) {
+    InvertBox(Pixels(), box);
+  } else {
+    platform::FillBox(Pixels(), box, color);
+  }
+  Widget()->update();
+}
+
+void PictureBox::Print(const std::string& text) {
+  const TextMask mask = MaskOf(surface_->font, text);
+  BlendMask(Pixels(), RoundToLong(surface_->pen_x), RoundToLong(surface_->pen_y), mask, surface_->fore);
+  surface_->pen_x += mask.advance;
+  Widget()->update();
+}
+
+void PictureBox::SetPicture(std::shared_ptr<const Picture> picture) {
+  // The preview calls this on every row: showing again what is shown costs nothing.
+  if (picture && picture == surface_->picture && !surface_->image.isNull()) return;
+  surface_->picture = std::move(picture);
+  Cls();
+  if (surface_->picture) QPainter(&surface_->image).drawImage(0, 0, surface_->picture->Image());
+}
+
+const std::shared_ptr<const Picture>& PictureBox::ShownPicture() const { return surface_->picture; }
+
+void PictureBox::DrawLater() {
+  if (surface_->drawing_pending) return;
+  surface_->drawing_pending = true;
+  RunLater([alive = std::weak_ptr<bool>(alive_), this] {
+    if (alive.lock()) DrawNow();
+  });
+}
+
+void PictureBox::DrawNow() {
+  FitSurface();
+  if (!surface_->drawing_pending) return;
+  surface_->drawing_pending = false;
+  if (Draw) Draw();
+}
+
+Color PictureBox::Point(int x, int y) {
+  DrawNow();
+  return FromToolkit(surface_->image.pixelColor(x, y));
+}
+
+void PictureBox::Refresh() {
+  if (RefreshIsPaused()) return;
+  DrawNow();
+  if (!Widget()->isVisible()) return;
+  Widget()->repaint();
+}
+
+}  // namespace platform

@@ -1,0 +1,248 @@
+#include "platform/Widgets.h"
+
+#include <QCheckBox>
+#include <QFocusEvent>
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QTimer>
+#include <algorithm>
+
+#include "platform/Application.h"
+#include "platform/Picture.h"
+#include "platform/ToolkitColor.h"
+#include "platform/Window.h"
+
+namespace platform {
+namespace {
+
+QString Utf16(const std::string& text) { return QString::fromStdString(text); }
+
+void Raise(const std::function<void()>& event) {
+  if (event) RunEvent(event);
+}
+
+class LabelWidget : public QWidget {
+ public:
+  QString caption;
+  Qt::Alignment align = Qt::AlignLeft;
+  QColor color = Qt::black;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setFont(FittingFont());
+    painter.setPen(color);
+    painter.drawText(rect(), static_cast<int>(align | Qt::AlignVCenter) | Qt::TextSingleLine, caption);
+  }
+
+ private:
+  /// The design gives labels a fixed room; at a larger text size the letters give way, not the words.
+  QFont FittingFont() const {
+    QFont fitting = font();
+    const double needed = QFontMetricsF(fitting).horizontalAdvance(caption);
+    const double tall = QFontMetricsF(fitting).height();
+    const double shrink =
+        std::min({1.0, width() / std::max(needed, 1.0), height() / std::max(tall - 3, 1.0)});
+    if (shrink < 1) fitting.setPointSizeF(std::max(5.0, fitting.pointSizeF() * shrink));
+    return fitting;
+  }
+};
+
+class EditWidget : public QLineEdit {
+ public:
+  std::function<void()> lost_focus, escaped;
+
+ protected:
+  void focusOutEvent(QFocusEvent* event) override {
+    QLineEdit::focusOutEvent(event);
+    // A context menu only borrows the focus.
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+      Raise(lost_focus);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape && escaped) return Raise(escaped);
+    QLineEdit::keyPressEvent(event);
+  }
+};
+
+class ListWidget : public QListWidget {
+ public:
+  std::function<void()> click;
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QListWidget::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && itemAt(event->pos()) != nullptr) Raise(click);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    const int before = currentRow();
+    QListWidget::keyPressEvent(event);
+    const bool confirmed =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
+    if (currentRow() != before || (confirmed && before >= 0)) Raise(click);
+  }
+};
+
+class RuleWidget : public QWidget {
+ public:
+  QColor color;
+
+ protected:
+  void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), color); }
+};
+
+template <class Wanted>
+Wanted* As(const Control& control) {
+  return static_cast<Wanted*>(control.Widget());
+}
+
+}  // namespace
+
+Label::Label(Container& container, std::string name, const std::string& caption, Align align)
+    : Control(container, ControlKind::Label, std::move(name), new LabelWidget) {
+  if (align == Align::Right) As<LabelWidget>(*this)->align = Qt::AlignRight;
+  if (align == Align::Center) As<LabelWidget>(*this)->align = Qt::AlignHCenter;
+  SetCaption(caption);
+}
+std::string Label::Caption() const { return As<LabelWidget>(*this)->caption.toStdString(); }
+void Label::SetCaption(const std::string& caption) {
+  As<LabelWidget>(*this)->caption = Utf16(caption);
+  SetAccessibleName(caption);
+  Widget()->update();
+}
+Color Label::ForeColor() const { return FromToolkit(As<LabelWidget>(*this)->color); }
+void Label::SetForeColor(Color color) {
+  As<LabelWidget>(*this)->color = ToolkitColor(color);
+  Widget()->update();
+}
+
+TextBox::TextBox(Container& container, std::string name, const std::string& text)
+    : Control(container, ControlKind::TextBox, std::move(name), new EditWidget) {
+  auto* edit = As<EditWidget>(*this);
+  edit->setText(Utf16(text));
+  edit->lost_focus = [this] { Raise(LostFocus); };
+  QObject::connect(edit, &QLineEdit::textChanged, [this] { Raise(Change); });
+  QObject::connect(edit, &QLineEdit::returnPressed, [this] { Raise(Entered); });
+  edit->escaped = [this] { Raise(Escaped); };
+}
+std::string TextBox::Text() const { return As<EditWidget>(*this)->text().toStdString(); }
+void TextBox::SetText(const std::string& text) { As<EditWidget>(*this)->setText(Utf16(text)); }
+void TextBox::SelectAll() { As<EditWidget>(*this)->selectAll(); }
+void TextBox::SetReadOnly(bool read_only) { As<EditWidget>(*this)->setReadOnly(read_only); }
+Color TextBox::BackColor() const { return FromToolkit(Widget()->palette().color(QPalette::Base)); }
+void TextBox::SetBackColor(Color color) { SetPaletteColor(Widget(), QPalette::Base, color); }
+Color TextBox::ForeColor() const { return FromToolkit(Widget()->palette().color(QPalette::Text)); }
+void TextBox::SetForeColor(Color color) { SetPaletteColor(Widget(), QPalette::Text, color); }
+
+ListBox::ListBox(Container& container, std::string name, const std::vector<std::string>& items)
+    : Control(container, ControlKind::ListBox, std::move(name), new ListWidget) {
+  auto* list = As<ListWidget>(*this);
+  for (const std::string& item : items) list->addItem(Utf16(item));
+  list->setUniformItemSizes(true);
+  list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list->click = [this] { Raise(Click); };
+}
+int ListBox::ListIndex() const { return As<ListWidget>(*this)->currentRow(); }
+void ListBox::SetListIndex(int index) { As<ListWidget>(*this)->setCurrentRow(index); }
+std::string ListBox::Text() const {
+  const auto* item = As<ListWidget>(*this)->currentItem();
+  return item == nullptr ? "" : item->text().toStdString();
+}
+Color ListBox::BackColor() const { return FromToolkit(Widget()->palette().color(QPalette::Base)); }
+void ListBox::SetBackColor(Color color) { SetPaletteColor(Widget(), QPalette::Base, color); }
+Color ListBox::ForeColor() const { return FromToolkit(Widget()->palette().color(QPalette::Text)); }
+void ListBox::SetForeColor(Color color) { SetPaletteColor(Widget(), QPalette::Text, color); }
+
+HScrollBar::HScrollBar(Container& container, std::string name)
+    : Control(container, ControlKind::ScrollBar, std::move(name), new QScrollBar(Qt::Horizontal)) {
+  QObject::connect(As<QScrollBar>(*this), &QScrollBar::valueChanged,
+                   [this] { Raise(As<QScrollBar>(*this)->isSliderDown() ? Scroll : Change); });
+}
+int HScrollBar::Min() const { return As<QScrollBar>(*this)->minimum(); }
+void HScrollBar::SetMin(int value) { As<QScrollBar>(*this)->setMinimum(value); }
+int HScrollBar::Max() const { return As<QScrollBar>(*this)->maximum(); }
+void HScrollBar::SetMax(int value) { As<QScrollBar>(*this)->setMaximum(value); }
+int HScrollBar::SmallChange() const { return As<QScrollBar>(*this)->singleStep(); }
+void HScrollBar::SetSmallChange(int step) { As<QScrollBar>(*this)->setSingleStep(step); }
+int HScrollBar::LargeChange() const { return As<QScrollBar>(*this)->pageStep(); }
+void HScrollBar::SetLargeChange(int step) { As<QScrollBar>(*this)->setPageStep(step); }
+int HScrollBar::Value() const { return As<QScrollBar>(*this)->value(); }
+void HScrollBar::SetValue(int value) { As<QScrollBar>(*this)->setValue(value); }
+
+CheckBox::CheckBox(Container& container, std::string name, const std::string& caption)
+    : Control(container, ControlKind::CheckBox, std::move(name), new QCheckBox(Utf16(caption))) {
+  Widget()->setAutoFillBackground(true);
+  QObject::connect(As<QCheckBox>(*this), &QCheckBox::clicked, [this] { Raise(Click); });
+}
+int CheckBox::Value() const { return As<QCheckBox>(*this)->isChecked() ? 1 : 0; }
+void CheckBox::SetValue(int value) { As<QCheckBox>(*this)->setChecked(value == 1); }
+Color CheckBox::BackColor() const { return FromToolkit(Widget()->palette().color(QPalette::Window)); }
+void CheckBox::SetBackColor(Color color) { SetPaletteColor(Widget(), QPalette::Window, color); }
+
+CommandButton::CommandButton(Container& container, std::string name, const std::string& caption)
+    : Control(container, ControlKind::CommandButton, std::move(name), new QPushButton(Utf16(caption))) {
+  As<QPushButton>(*this)->setAutoDefault(true);
+  QObject::connect(As<QPushButton>(*this), &QPushButton::clicked, [this] { Raise(Click); });
+}
+
+LineControl::LineControl(Container& container, std::string name, int x1, int y1, int x2, int y2, Color color)
+    : Control(container, ControlKind::Line, std::move(name), new RuleWidget), color_(color) {
+  // A rule is part of the ground that it is drawn on: presses go through it.
+  Widget()->setAttribute(Qt::WA_TransparentForMouseEvents);
+  Move(std::min(x1, x2), std::min(y1, y2), std::abs(x2 - x1) + 1, std::abs(y2 - y1) + 1);
+  SetForeColor(color);
+}
+int LineControl::X1() const { return Left(); }
+void LineControl::SetX(int x) { SetLeft(x); }
+Color LineControl::ForeColor() const { return color_; }
+void LineControl::SetForeColor(Color color) {
+  color_ = color;
+  As<RuleWidget>(*this)->color = ToolkitColor(color);
+  Widget()->update();
+}
+
+ImageHolder::ImageHolder(Container& container, std::string name)
+    : Control(container, ControlKind::Image, std::move(name), new QWidget) {
+  SetVisible(false);
+}
+ImageHolder::~ImageHolder() = default;
+void ImageHolder::SetPicture(std::shared_ptr<const platform::Picture> picture) {
+  if (picture) Move(Left(), Top(), picture->Width(), picture->Height());
+  picture_ = std::move(picture);
+}
+
+StatusBar::StatusBar(Container& container, std::string name)
+    : Control(container, ControlKind::StatusBar, std::move(name), new QStatusBar) {
+  As<QStatusBar>(*this)->setSizeGripEnabled(true);
+}
+
+struct Timer::Clockwork {
+  QTimer timer;
+};
+
+Timer::Timer(Window& window, std::string name, int interval_milliseconds)
+    : clockwork_(std::make_unique<Clockwork>()) {
+  clockwork_->timer.setObjectName(Utf16(name));
+  clockwork_->timer.setTimerType(Qt::PreciseTimer);
+  clockwork_->timer.setInterval(interval_milliseconds);
+  QObject::connect(&clockwork_->timer, &QTimer::timeout, window.ContainerWidget(), [this] { Raise(Tick); });
+}
+Timer::~Timer() = default;
+bool Timer::Enabled() const { return clockwork_->timer.isActive(); }
+void Timer::SetEnabled(bool enabled) {
+  if (enabled == Enabled()) return;
+  if (enabled) {
+    clockwork_->timer.start();
+  } else {
+    clockwork_->timer.stop();
+  }
+}
+
+}  // namespace platform

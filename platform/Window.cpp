@@ -1,0 +1,253 @@
+#include "platform/Window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QPainter>
+#include <QScreen>
+#include <QStyle>
+#include <QWindow>
+#include <algorithm>
+
+#include "platform/Application.h"
+#include "platform/Lifetime.h"
+#include "platform/Picture.h"
+#include "platform/ToolkitColor.h"
+
+namespace platform {
+namespace {
+
+std::vector<Window*>& LiveWindows() {
+  static std::vector<Window*> windows;
+  return windows;
+}
+
+std::vector<std::unique_ptr<Window>>& UnloadedWindows() {
+  static std::vector<std::unique_ptr<Window>> windows;
+  return windows;
+}
+
+int loaded_count = 0;
+
+Qt::WindowFlags FlagsFor(Window::Border border) {
+  constexpr Qt::WindowFlags bare = Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint;
+  switch (border) {
+    case Window::Border::Sizable:
+      return Qt::Window;
+    case Window::Border::FixedToolWindow:
+    case Window::Border::SizableToolWindow:
+      return Qt::Tool | bare;
+    case Window::Border::FixedDialog:
+      return Qt::Dialog | bare;
+  }
+  return Qt::Window;
+}
+
+bool IsFixed(Window::Border border) {
+  return border == Window::Border::FixedToolWindow || border == Window::Border::FixedDialog;
+}
+
+}  // namespace
+
+int LoadedWindowCount() { return loaded_count; }
+
+void DestroyAllWindows() {
+  UnloadedWindows().clear();
+  while (!LiveWindows().empty()) {
+    Window* window = LiveWindows().back();
+    LiveWindows().pop_back();
+    window->Forget();
+  }
+}
+
+/// The client area: the wallpaper's ground and the controls' parent.
+class ClientWidget : public QWidget {
+ public:
+  ClientWidget(Window& window, QWidget* parent) : QWidget(parent), window_(window) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+  }
+  QPainter* painter = nullptr;
+  std::function<void()> paint, resized;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QPainter own(this);
+    own.setClipRegion(event->region());
+    own.fillRect(event->rect(), ToolkitColor(window_.BackColor()));
+    painter = &own;
+    RunEvent(paint);
+    painter = nullptr;
+  }
+  void resizeEvent(QResizeEvent*) override { RunEvent(resized); }
+
+ private:
+  Window& window_;
+};
+
+class WindowWidget : public QWidget {
+ public:
+  WindowWidget(Window& window, Qt::WindowFlags flags)
+      : QWidget(nullptr, flags), client(new ClientWidget(window, this)) {}
+
+  ClientWidget* client;
+  QMenuBar* menu_bar = nullptr;
+  std::function<void()> close_box;
+
+  int MenuHeight() const {
+    return menu_bar == nullptr ? 0
+                               : std::max(menu_bar->heightForWidth(width()), menu_bar->sizeHint().height());
+  }
+  void PlaceClient() {
+    const int menu_height = MenuHeight();
+    if (menu_bar != nullptr) menu_bar->setGeometry(0, 0, width(), menu_height);
+    client->setGeometry(0, menu_height, width(), std::max(0, height() - menu_height));
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent*) override { PlaceClient(); }
+  void closeEvent(QCloseEvent* event) override {
+    // The window object decides: hiding and deleting are its own.
+    event->ignore();
+    RunEvent(close_box);
+  }
+};
+
+Window::Window(const Design& design)
+    : name_(design.name),
+      design_(design),
+      widget_(std::make_unique<WindowWidget>(*this, FlagsFor(design.border))) {
+  LiveWindows().push_back(this);
+  widget_->setObjectName(QString::fromStdString(name_));
+  widget_->client->setObjectName(QString::fromStdString(name_ + "_client"));
+  widget_->client->paint = [this] { RaisePaint(); };
+  widget_->client->resized = [this] { RaiseResize(); };
+  widget_->close_box = [this] { CloseBox(); };
+  SetCaption(design.caption);
+  if (!design.icons.empty()) {
+    QIcon icon;
+    for (const std::string& file : design.icons) icon.addFile(QString::fromStdString(file));
+    widget_->setWindowIcon(icon);
+  }
+}
+
+Window::~Window() {
+  std::erase(LiveWindows(), this);
+  if (loaded_) --loaded_count;
+}
+
+void Window::Forget() {
+  if (release_) release_();
+}
+
+void Window::Load() {
+  if (loaded_) return;
+  loaded_ = true;
+  ++loaded_count;
+  ResizeClient(design_.client_width, design_.client_height);
+  Form_Load();
+}
+
+void Window::ResizeClient(int width, int height) {
+  const QSize size(width, height + widget_->MenuHeight());
+  if (IsFixed(design_.border)) widget_->setFixedSize(size);
+  widget_->resize(size);
+  // The toolkit holds back resize events of windows that aren't shown yet; the layout must not wait for them.
+  widget_->PlaceClient();
+}
+
+void Window::LimitClient(int least_width, int least_height, int most_width, int most_height) {
+  const int menu_height = widget_->MenuHeight();
+  widget_->setMinimumSize(least_width, least_height > 0 ? least_height + menu_height : 0);
+  widget_->setMaximumSize(most_width > 0 ? most_width : QWIDGETSIZE_MAX,
+                          most_height > 0 ? most_height + menu_height : QWIDGETSIZE_MAX);
+}
+
+void Window::Show() {
+  Load();
+  if (!loaded_) return;  // Form_Load may have unloaded it.
+  if (!widget_->isVisible() && design_.start != Start::SystemDefault) {
+    const QWidget* over = design_.start == Start::CenterOwner ? QApplication::activeWindow() : nullptr;
+    const QRect area = over != nullptr ? over->frameGeometry() : widget_->screen()->availableGeometry();
+    widget_->move(area.center() - QPoint(widget_->width() / 2, widget_->height() / 2));
+  }
+  widget_->show();
+  widget_->raise();
+  widget_->activateWindow();
+  if (!resized_) RaiseResize();
+}
+
+void Window::ShowOwnedBy(Window& owner) {
+  Load();
+  widget_->winId();
+  owner.widget_->winId();
+  widget_->windowHandle()->setTransientParent(owner.widget_->windowHandle());
+  if (!widget_->isVisible() && owner.Visible()) {
+    const QRect beside = owner.widget_->frameGeometry();
+    widget_->move(beside.left() + 48, beside.top() + 72);
+  }
+  Show();
+}
+
+void Window::Hide() { widget_->hide(); }
+bool Window::Visible() const { return widget_->isVisible(); }
+
+bool Window::Unload() {
+  if (!loaded_ || unloading_) return true;
+  unloading_ = true;
+  Flag cancel = kFalse;
+  Form_Unload(cancel);
+  unloading_ = false;
+  if (cancel != kFalse) return false;
+  widget_->hide();
+  loaded_ = false;
+  --loaded_count;
+  Form_Terminate();
+  // A routine of this very window may be what is running.
+  if (release_) UnloadedWindows().push_back(release_());
+  RunLater([] { UnloadedWindows().clear(); });
+  WindowCountHasChanged();
+  return true;
+}
+
+std::string Window::Caption() const { return widget_->windowTitle().toStdString(); }
+void Window::SetCaption(const std::string& caption) {
+  widget_->setWindowTitle(QString::fromStdString(caption));
+}
+
+int Window::ScaleWidth() const { return widget_->client->width(); }
+int Window::ScaleHeight() const { return widget_->client->height(); }
+
+void Window::SetBackColor(Color color) {
+  back_color_ = color;
+  SetPaletteColor(widget_->client, QPalette::Window, color);
+  Repaint();
+}
+
+void Window::PaintPicture(const Picture& picture, int x, int y) {
+  if (widget_->client->painter != nullptr) widget_->client->painter->drawImage(x, y, picture.Image());
+}
+
+void Window::Repaint() { widget_->client->update(); }
+
+QWidget* Window::ContainerWidget() { return widget_->client; }
+QWidget* Window::TopWidget() { return widget_.get(); }
+
+QMenuBar* Window::MenuBar() {
+  if (widget_->menu_bar == nullptr) {
+    widget_->menu_bar = new QMenuBar(widget_.get());
+    widget_->menu_bar->setNativeMenuBar(false);
+  }
+  return widget_->menu_bar;
+}
+
+void Window::RaiseResize() {
+  if (!loaded_ || !Visible()) return;
+  resized_ = true;
+  Form_Resize();
+}
+
+void Window::RaisePaint() {
+  if (loaded_) Form_Paint();
+}
+
+}  // namespace platform

@@ -1,0 +1,125 @@
+#include "platform/pixels.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
+
+namespace platform {
+namespace {
+
+constexpr Color kBlack = Rgb(0, 0, 0);
+constexpr Color kWhite = Rgb(255, 255, 255);
+
+class Sheet {
+ public:
+  Sheet(int width, int height) : pixels_(static_cast<std::size_t>(width * height), PixelFrom(kWhite)) {
+    view = MakeView(pixels_.data(), width, height, width);
+  }
+
+  /// Rows of '#' where the pixel isn't white any more.
+  std::string Shown() const {
+    std::string text;
+    for (int y = 0; y < view.height; ++y) {
+      for (int x = 0; x < view.width; ++x) text += view.Row(y)[x] == PixelFrom(kWhite) ? '.' : '#';
+      text += '\n';
+    }
+    return text;
+  }
+
+  PixelView view;
+
+ private:
+  std::vector<Pixel> pixels_;
+};
+
+struct LineCase {
+  const char* what;
+  double x1, y1, x2, y2;
+  const char* shown;
+};
+
+TEST(DrawLine, TakesOnePixelInEachStepOfItsLongerDirection) {
+  const LineCase cases[] = {
+      {"both ends drawn", 1, 0, 4, 0, ".####.\n......\n......\n"},
+      {"a point", 2, 1, 2, 1, "......\n..#...\n......\n"},
+      {"diagonal", 0, 2, 2, 0, "..#...\n.#....\n#.....\n"},
+      {"ends to the nearest, ties to even", 0.5, 1.5, 4.4, 2.4, "......\n......\n#####.\n"},
+      {"a tie goes toward the first point", 0, 0, 4, 2, "##....\n..##..\n....#.\n"},
+      {"and so from the other end", 4, 2, 0, 0, "#.....\n.##...\n...##.\n"},
+      {"steep", 1, 0, 2, 2, ".#....\n.#....\n..#...\n"},
+      {"cut at every side", -3, 1, 99, 1, "......\n######\n......\n"},
+      {"cut above and below", 3, -70, 3, 70, "...#..\n...#..\n...#..\n"},
+      {"past the picture", 6, 0, 6, 2, "......\n......\n......\n"},
+      {"beyond all numbers", -1e300, 1, 1e300, 1, "......\n######\n......\n"},
+  };
+  for (const LineCase& c : cases) {
+    Sheet sheet(6, 3);
+    DrawLine(sheet.view, c.x1, c.y1, c.x2, c.y2, kBlack);
+    EXPECT_EQ(sheet.Shown(), c.shown) << c.what;
+  }
+}
+
+// The rule told without any cutting: position along the shorter direction to the nearest, ties toward the
+// start.
+bool OnLine(int x1, int y1, int x2, int y2, int x, int y) {
+  const bool flat = std::abs(x2 - x1) >= std::abs(y2 - y1);
+  const int length = flat ? std::abs(x2 - x1) : std::abs(y2 - y1);
+  for (int step = 0; step <= length; ++step) {
+    const int rise = flat ? y2 - y1 : x2 - x1;
+    const int twice = length == 0 ? 0 : 2 * step * std::abs(rise);
+    int offset = length == 0 ? 0 : twice / (2 * length);
+    if (length != 0 && twice - offset * 2 * length > length) ++offset;
+    if (rise < 0) offset = -offset;
+    const int forward = flat ? (x2 < x1 ? -step : step) : (y2 < y1 ? -step : step);
+    if (x == x1 + (flat ? forward : offset) && y == y1 + (flat ? offset : forward)) return true;
+  }
+  return false;
+}
+
+TEST(DrawLine, ACutNeverMovesAPixel) {
+  unsigned seed = 1;
+  const auto next = [&seed] {
+    return static_cast<int>((seed = seed * 1664525u + 1013904223u) >> 8) % 41 - 16;
+  };
+  for (int i = 0; i < 2000; ++i) {
+    const int x1 = next(), y1 = next(), x2 = next(), y2 = next();
+    Sheet sheet(9, 7);
+    DrawLine(sheet.view.Within({2, 1, 8, 6}), x1, y1, x2, y2, kBlack);
+    for (int y = 0; y < 7; ++y)
+      for (int x = 0; x < 9; ++x) {
+        const bool inside = x >= 2 && x < 8 && y >= 1 && y < 6;
+        ASSERT_EQ(sheet.view.Row(y)[x] == PixelFrom(kBlack), inside && OnLine(x1, y1, x2, y2, x, y))
+            << x1 << ',' << y1 << " to " << x2 << ',' << y2 << " at " << x << ',' << y;
+      }
+  }
+}
+
+TEST(Boxes, FillAndInvertAreCutAndInvertingTwiceUndoes) {
+  Sheet sheet(4, 3);
+  FillBox(sheet.view, {-5, 1, 2, 99}, Rgb(1, 2, 3));
+  EXPECT_EQ(sheet.Shown(), "....\n##..\n##..\n");
+  InvertBox(sheet.view, {1, 1, 9, 2});
+  EXPECT_EQ(sheet.view.Row(1)[1], PixelFrom(Rgb(254, 253, 252)));
+  EXPECT_EQ(sheet.view.Row(1)[3], PixelFrom(kBlack));
+  InvertBox(sheet.view, {1, 1, 9, 2});
+  EXPECT_EQ(sheet.Shown(), "....\n##..\n##..\n");
+  EXPECT_EQ(sheet.view.Row(1)[1], PixelFrom(Rgb(1, 2, 3)));
+}
+
+TEST(BlendMask, MixesByCoverageAtItsOffsetAndStaysInTheClip) {
+  TextMask mask;
+  mask.left = 1;
+  mask.top = -1;
+  mask.width = 3;
+  mask.height = 2;
+  mask.coverage = {255, 51, 0, 255, 255, 255};
+  Sheet sheet(4, 2);
+  BlendMask(sheet.view.Within({0, 0, 3, 2}), 0, 1, mask, kBlack);
+  EXPECT_EQ(sheet.Shown(), ".##.\n.##.\n");
+  EXPECT_EQ(sheet.view.Row(0)[1], PixelFrom(kBlack));
+  EXPECT_EQ(sheet.view.Row(0)[2], PixelFrom(Rgb(204, 204, 204)));
+}
+
+}  // namespace
+}  // namespace platform

@@ -1,0 +1,88 @@
+#include "painter/cell_store.h"
+
+#include <cmath>
+#include <new>
+
+#include "platform/numbers.h"
+
+namespace painter {
+namespace {
+
+constexpr double kLargestStore = 1e15;
+
+std::unique_ptr<std::uint8_t[]> Unset(std::size_t bytes) {
+  return std::unique_ptr<std::uint8_t[]>(new (std::nothrow) std::uint8_t[bytes]);
+}
+
+std::size_t CellStart(const CellStore& store, std::int32_t cell) {
+  return static_cast<std::size_t>(cell) * store.shape.Samples();
+}
+
+}  // namespace
+
+double StoreBytes(const PlaneShape& shape, std::int32_t count) {
+  return 3.0 * (shape.right + 1.0) * (shape.bottom + 1.0) * count;
+}
+
+std::optional<CellStore> MakeCellStore(const PlaneShape& shape, std::int32_t count) {
+  if (shape.right < 0 || shape.bottom < 0 || count < 0) return std::nullopt;
+  if (StoreBytes(shape, count) > kLargestStore) return std::nullopt;
+  const std::size_t bytes = shape.Samples() * static_cast<std::size_t>(count);
+  CellStore store{shape, count, Unset(bytes), Unset(bytes), Unset(bytes)};
+  if (!store.CellR || !store.CellG || !store.CellB) return std::nullopt;
+  return store;
+}
+
+Planes CellPlanes(CellStore& store, std::int32_t cell) {
+  const std::size_t start = CellStart(store, cell);
+  return {store.shape, store.CellR.get() + start, store.CellG.get() + start, store.CellB.get() + start};
+}
+
+ConstPlanes CellPlanes(const CellStore& store, std::int32_t cell) {
+  const std::size_t start = CellStart(store, cell);
+  return {store.shape, store.CellR.get() + start, store.CellG.get() + start, store.CellB.get() + start};
+}
+
+Retrieval& TheRetrieval() {
+  static Retrieval retrieval;
+  return retrieval;
+}
+
+std::optional<ConstPlanes> FindCell(const Retrieval& retrieval, std::int32_t cell) {
+  const CellStore& store = retrieval.cells;
+  if (cell < 0 || cell >= store.count || cell >= retrieval.CellCount) return std::nullopt;
+  if (store.shape != FrameShape(retrieval)) return std::nullopt;
+  return CellPlanes(store, cell);
+}
+
+FilmRoll& TheRoll() {
+  static FilmRoll roll;
+  return roll;
+}
+
+bool StartRoll(FilmRoll& roll, std::int32_t length) {
+  try {
+    roll.entries = std::vector<std::int16_t>(static_cast<std::size_t>(length), kBlankFrame);
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+}
+
+std::int32_t ProposedRollLength(double frames_per_second, double seconds) {
+  return platform::FloorToLong(frames_per_second * seconds);
+}
+
+std::optional<std::int32_t> RollLengthFromText(const std::string& text) {
+  const std::int32_t length = platform::RoundToLong(platform::NumberAtStart(text));
+  if (length < 1) return std::nullopt;
+  return length;
+}
+
+std::string SizeText(double bytes) {
+  const bool giga = bytes >= 1e9;
+  const double tenths = std::ceil(bytes / (giga ? 1e8 : 1e5));
+  return platform::NumberText(tenths / 10) + (giga ? " GB" : " MB");
+}
+
+}  // namespace painter

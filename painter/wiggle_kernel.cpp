@@ -1,0 +1,140 @@
+#include "painter/wiggle_kernel.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+
+#define PAINTER_INLINE inline __attribute__((always_inline))
+
+namespace painter {
+namespace {
+
+/// Adding and taking away this number rounds to the nearest integer, ties to even, whatever is below 2^22.
+constexpr float kRounder = 12582912.0f;
+
+/// Bytes that one step of a run copies, needed or not. A fixed size is a single load and store.
+constexpr std::int32_t kStep = 16;
+
+PAINTER_INLINE float Along(const CellLine& line, float fraction, float fade) {
+  return (line.near + line.near_slope * fraction) + fade * (line.far + line.far_slope * fraction);
+}
+
+PAINTER_INLINE bool Displace(const ColumnTable& table, const CellSpan& span, const RowBounds& bounds,
+                             float doubt, std::int32_t* shifts) {
+  const CellLine line_x = span.x, line_y = span.y;
+  const std::int32_t right = bounds.right, bottom = bounds.bottom, columns = bounds.columns, y = bounds.y;
+  const float trusted = 0.5f - doubt;
+  std::uint32_t any = 0;
+  for (std::int32_t first = span.first; first < span.end; first += kBlock) {
+    const float* fraction = table.fraction.data() + first;
+    const float* fade = table.fade.data() + first;
+    std::int32_t* out = shifts + first;
+    for (std::int32_t i = 0; i < kBlock; ++i) {
+      const float move_x = Along(line_x, fraction[i], fade[i]);
+      const float move_y = Along(line_y, fraction[i], fade[i]);
+      const float whole_x = (move_x + kRounder) - kRounder;
+      const float whole_y = (move_y + kRounder) - kRounder;
+      const std::int32_t x = first + i;
+      const std::int32_t from_x = std::clamp(static_cast<std::int32_t>(whole_x) + x, 0, right);
+      const std::int32_t from_y = std::clamp(static_cast<std::int32_t>(whole_y) + y, 0, bottom);
+      const bool doubtful = (std::fabs(move_x - whole_x) > trusted) | (std::fabs(move_y - whole_y) > trusted);
+      const std::int32_t shift = from_y * columns + from_x - x;
+      out[i] = doubtful ? kInDoubt : shift;
+      any |= static_cast<std::uint32_t>(doubtful);
+    }
+  }
+  return any != 0;
+}
+
+/// Bit i says whether the run breaks at pixel first + i: its source is not the neighbour of the one before.
+PAINTER_INLINE std::uint64_t BreaksFrom(const std::int32_t* shifts, std::int32_t first) {
+  std::uint8_t breaks[64];
+  const std::int32_t* here = shifts + first;
+  for (int i = 0; i < 64; ++i) breaks[i] = here[i] != here[i - 1];
+  std::uint64_t bits = 0;
+  for (int i = 0; i < 8; ++i) {
+    std::uint64_t bytes;
+    std::memcpy(&bytes, breaks + i * 8, 8);
+    bits |= (bytes * 0x0102040810204080u >> 56) << (i * 8);
+  }
+  return bits;
+}
+
+/// Lists the first pixel of each run, then the end of the row. Returns the count of runs.
+PAINTER_INLINE std::int32_t FindRuns(const std::int32_t* shifts, std::int32_t width, std::int32_t* starts) {
+  starts[0] = 0;
+  std::int32_t count = 1, x = 1;
+  for (; x + 64 <= width; x += 64)
+    for (std::uint64_t bits = BreaksFrom(shifts, x); bits != 0; bits &= bits - 1)
+      starts[count++] = x + std::countr_zero(bits);
+  for (; x < width; ++x)
+    if (shifts[x] != shifts[x - 1]) starts[count++] = x;
+  starts[count] = width;
+  return count;
+}
+
+PAINTER_INLINE void CopyRun(const ConstPlanes& source, const Planes& row, std::int32_t from, std::int32_t x,
+                            std::size_t length) {
+  std::memcpy(row.red + x, source.red + from, length);
+  std::memcpy(row.green + x, source.green + from, length);
+  std::memcpy(row.blue + x, source.blue + from, length);
+}
+
+PAINTER_INLINE void Gather(const std::int32_t* shifts, std::int32_t width, const ConstPlanes& source,
+                           const Planes& row, std::int32_t* starts) {
+  const std::int32_t count = FindRuns(shifts, width, starts);
+  for (std::int32_t run = 0; run < count; ++run) {
+    const std::int32_t shift = shifts[starts[run]], end = starts[run + 1];
+    std::int32_t x = starts[run];
+    // What a step copies beyond its run is overwritten by the runs that follow; only at the row's end would
+    // it spoil the last column.
+    for (; x < end && x + kStep <= width; x += kStep) CopyRun(source, row, x + shift, x, kStep);
+    if (x < end) CopyRun(source, row, x + shift, x, static_cast<std::size_t>(end - x));
+  }
+}
+
+// The loops above, compiled once for each family of processors.
+#define PAINTER_KERNEL(name, target)                                                                  \
+  target bool Displace##name(const ColumnTable& table, const CellSpan& span, const RowBounds& bounds, \
+                             float doubt, std::int32_t* shifts) {                                     \
+    return Displace(table, span, bounds, doubt, shifts);                                              \
+  }                                                                                                   \
+  target void Gather##name(const std::int32_t* shifts, std::int32_t width, const ConstPlanes& source, \
+                           const Planes& row, std::int32_t* starts) {                                 \
+    Gather(shifts, width, source, row, starts);                                                       \
+  }                                                                                                   \
+  constexpr WiggleKernel k##name{Displace##name, Gather##name};
+
+PAINTER_KERNEL(Plain, )
+#if defined(__x86_64__)
+PAINTER_KERNEL(Avx2, __attribute__((target("avx2,bmi,bmi2"))))
+PAINTER_KERNEL(Avx512, __attribute__((target("avx512f,avx512bw,avx512dq,avx512vl,avx2,bmi,bmi2"))))
+#endif
+
+}  // namespace
+
+std::size_t KernelsThatRun(const WiggleKernel** kernels, std::size_t room) {
+  const WiggleKernel* found[3] = {&kPlain};
+  std::size_t count = 1;
+#if defined(__x86_64__)
+  const bool avx2 = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("bmi2");
+  if (avx2) found[count++] = &kAvx2;
+  if (avx2 && __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512bw") &&
+      __builtin_cpu_supports("avx512dq"))
+    found[count++] = &kAvx512;
+#endif
+  count = std::min(count, room);
+  std::copy_n(found, count, kernels);
+  return count;
+}
+
+const WiggleKernel& KernelHere() {
+  static const WiggleKernel* const best = [] {
+    const WiggleKernel* kernels[3];
+    return kernels[KernelsThatRun(kernels, 3) - 1];
+  }();
+  return *best;
+}
+
+}  // namespace painter

@@ -1,0 +1,73 @@
+#include "painter/cell_store.h"
+
+#include <gtest/gtest.h>
+
+namespace painter {
+namespace {
+
+TEST(CellStore, KeepsXRunningFastestThenYThenCell) {
+  auto store = MakeCellStore({4, 2}, 3);  // 5 columns by 3 rows
+  ASSERT_TRUE(store);
+  for (std::size_t i = 0; i < 45; ++i) store->CellG[i] = static_cast<std::uint8_t>(i);
+  EXPECT_EQ(CellPlanes(*store, 0).green[1 * 5 + 3], 8);
+  EXPECT_EQ(CellPlanes(*store, 2).green[2 * 5 + 4], 44);
+  EXPECT_EQ(StoreBytes({4, 2}, 3), 135);
+  EXPECT_EQ(StoreBytes({1919, 1079}, 200), 1244160000);
+}
+
+TEST(CellStore, IsRefusedWhereThereIsNoMemoryForIt) {
+  EXPECT_FALSE(MakeCellStore({INT32_MAX, INT32_MAX}, INT32_MAX));
+  EXPECT_FALSE(MakeCellStore({-2, 5}, 3));
+  EXPECT_FALSE(MakeCellStore({5, 5}, -1));
+}
+
+// After a retrieval that found too few frames the numbers are new and the store is old.
+TEST(CellStore, FindsOnlyCellsThatFitTheNumbers) {
+  struct Case {
+    std::int32_t width, height, count, cell;
+    bool found;
+  };
+  const Case cases[] = {{4, 2, 3, 0, true},  {4, 2, 3, 2, true},  {4, 2, 3, 3, false}, {4, 2, 3, -1, false},
+                        {4, 2, 9, 3, false}, {4, 2, 1, 0, true},  {4, 2, 1, 1, false}, {4, 2, 0, 0, false},
+                        {5, 2, 3, 0, false}, {4, 9, 3, 0, false}, {1, 1, 3, 0, false}};
+  Retrieval retrieval;
+  retrieval.cells = std::move(*MakeCellStore({4, 2}, 3));
+  for (const Case& c : cases) {
+    retrieval.FrameWidth = c.width;
+    retrieval.FrameHeight = c.height;
+    retrieval.CellCount = c.count;
+    EXPECT_EQ(FindCell(retrieval, c.cell).has_value(), c.found)
+        << c.width << " " << c.height << " " << c.count << " " << c.cell;
+  }
+  EXPECT_FALSE(FindCell(Retrieval{}, 0));
+}
+
+TEST(FilmRoll, StartsBlankAndIsReplacedAsAWhole) {
+  FilmRoll roll;
+  ASSERT_TRUE(StartRoll(roll, 3));
+  roll.entries[1] = 7;
+  ASSERT_TRUE(StartRoll(roll, 2));
+  EXPECT_EQ(roll.entries, (std::vector<std::int16_t>{-1, -1}));
+}
+
+TEST(FilmRoll, TakesItsLengthFromTheText) {
+  const std::pair<const char*, int> cases[] = {{"30", 30}, {"24.5", 24}, {"25.5", 26}, {" 12 fps", 12},
+                                               {"", 0},    {"abc", 0},   {"0.5", 0},   {"0.6", 1},
+                                               {"-5", 0},  {"1", 1}};
+  for (const auto& [text, length] : cases) EXPECT_EQ(RollLengthFromText(text).value_or(0), length) << text;
+}
+
+TEST(FilmRoll, IsProposedAsLongAsTheSoundCutToWholeFrames) {
+  EXPECT_EQ(ProposedRollLength(12, 2.5), 30);
+  EXPECT_EQ(ProposedRollLength(12, 2.55), 30);
+  EXPECT_EQ(ProposedRollLength(12, 0), 0);
+}
+
+TEST(SizeText, NamesAnAmountThatIsEnough) {
+  EXPECT_EQ(SizeText(1244160000), "1.3 GB");
+  EXPECT_EQ(SizeText(135), "0.1 MB");
+  EXPECT_EQ(SizeText(25000000), "25 MB");
+}
+
+}  // namespace
+}  // namespace painter

@@ -1,0 +1,144 @@
+#include "painter/wiggle.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include "painter/noise.h"
+#include "painter/random.h"
+#include "painter/wiggle_kernel.h"
+
+namespace painter {
+namespace {
+
+struct Picture {
+  explicit Picture(PlaneShape new_shape, std::uint8_t fill = 0)
+      : shape(new_shape), red(shape.Samples(), fill), green(red), blue(red) {}
+  ConstPlanes View() const { return {shape, red.data(), green.data(), blue.data()}; }
+  Planes Write() { return {shape, red.data(), green.data(), blue.data()}; }
+  bool operator==(const Picture&) const = default;
+
+  PlaneShape shape;
+  std::vector<std::uint8_t> red, green, blue;
+};
+
+Picture Speckled(PlaneShape shape) {
+  Picture picture(shape);
+  std::mt19937 random(7);
+  for (auto* plane : {&picture.red, &picture.green, &picture.blue})
+    for (auto& sample : *plane) sample = static_cast<std::uint8_t>(random());
+  return picture;
+}
+
+/// The rule, pixel by pixel.
+void Displace(int amount, int size, const Slices& slices, const Picture& source, Picture& target) {
+  const int right = source.shape.right, bottom = source.shape.bottom;
+  for (int y = 0; y < bottom; ++y)
+    for (int x = 0; x < right; ++x) {
+      const float across = static_cast<float>(x / 50.0 / size), down = static_cast<float>(y / 50.0 / size);
+      const float x_vector[3] = {across, down, slices.x}, y_vector[3] = {across, down, slices.y};
+      const double move_x = std::nearbyint(static_cast<double>(amount) * noise3(x_vector) + x);
+      const double move_y = std::nearbyint(static_cast<double>(amount) * noise3(y_vector) + y);
+      const auto from_x = static_cast<std::size_t>(std::clamp(move_x, 0.0, right - 1.0));
+      const auto from_y = static_cast<std::size_t>(std::clamp(move_y, 0.0, bottom - 1.0));
+      const std::size_t from = from_y * source.shape.Columns() + from_x;
+      const std::size_t to =
+          static_cast<std::size_t>(y) * source.shape.Columns() + static_cast<std::size_t>(x);
+      target.red[to] = source.red[from];
+      target.green[to] = source.green[from];
+      target.blue[to] = source.blue[from];
+    }
+}
+
+TEST(Wiggle, EqualsTheRuleBitForBit) {
+  struct Case {
+    int width, height, amount, size;
+    Slices slices;
+  };
+  const Case cases[] = {
+      {640, 480, 16, 4, {0.3f, 0.7f}},      {701, 333, 32, 1, {0.01f, 0.99f}},
+      {333, 90, -7, 2, {0.5f, 0.5f}},       {200, 200, 1, 20, {0, 0.125f}},
+      {1, 1, 16, 4, {0.3f, 0.7f}},          {2, 3, 32, 1, {0.3f, 0.7f}},
+      {15, 40, 32, 1, {0.9f, 0.2f}},        {16, 2, 32, 1, {0.9f, 0.2f}},
+      {17, 33, 32, 1, {0.9f, 0.2f}},        {65, 64, 400, 1, {0.6f, 0.4f}},
+      {129, 70, 5000, 3, {0.6f, 0.4f}},     {60, 60, INT32_MAX, 1, {0.6f, 0.4f}},
+      {90, 60, INT32_MIN, 1, {0.6f, 0.4f}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.width << "x" << c.height << " amount " << c.amount);
+    const Picture source = Speckled({c.width, c.height});
+    Picture expected(source.shape, 99), target(source.shape, 99);
+    Displace(c.amount, c.size, c.slices, source, expected);
+    WiggleFrameAt(c.amount, c.size, c.slices, source.View(), target.Write());
+    EXPECT_TRUE(target == expected);
+  }
+}
+
+TEST(Wiggle, ChangesNothingWithAmountZeroAndNeverTheLastColumnAndRow) {
+  const Picture source = Speckled({100, 60});
+  Picture still = source;
+  WiggleFrame(0, 4, source.View(), still.Write());
+  EXPECT_TRUE(still == source);
+
+  Picture moved(source.shape, 99);
+  WiggleFrame(32, 1, source.View(), moved.Write());
+  for (std::size_t y = 0; y < 61; ++y) EXPECT_EQ(moved.red[y * 101 + 100], 99);
+  for (std::size_t x = 0; x < 101; ++x) EXPECT_EQ(moved.blue[60 * 101 + x], 99);
+}
+
+TEST(Wiggle, TakesTwoDrawsAFrameInOrder) {
+  const Picture source = Speckled({120, 80});
+  UniformSequence draws;
+  for (int frame = 0; frame < 2; ++frame) {
+    const float x = draws.Next(), y = draws.Next();
+    Picture expected(source.shape), target(source.shape);
+    Displace(16, 2, {x, y}, source, expected);
+    WiggleFrame(16, 2, source.View(), target.Write());
+    EXPECT_TRUE(target == expected) << frame;
+  }
+}
+
+// Three fields that meet every rounding: near a tie a kernel must say that it is in doubt.
+TEST(Wiggle, AllProcessorsGetTheSameNumbers) {
+  const WiggleKernel* kernels[3];
+  const std::size_t count = KernelsThatRun(kernels, 3);
+  ASSERT_GE(count, 1u);
+  const std::int32_t width = 500;
+  const ColumnTable table = MakeColumnTable(width, 4, kBlock);
+  for (const float slope : {0.5f, 12.25f, -31.0f}) {
+    const CellSpan span{0, 200, {slope, 3.5f, -slope, 0.5f}, {-2.5f, slope, 1.0f, -1.5f}};
+    const RowBounds bounds{20, width - 1, 99, width + 1};
+    std::vector<std::int32_t> expected(width + kBlock, 5);
+    ASSERT_TRUE(kernels[0]->displace(table, span, bounds, 1e-4f, expected.data()));
+    EXPECT_EQ(std::count(expected.begin(), expected.begin() + 200, kInDoubt) > 0, true);
+    for (std::size_t i = 1; i < count; ++i) {
+      std::vector<std::int32_t> shifts(width + kBlock, 5);
+      EXPECT_TRUE(kernels[i]->displace(table, span, bounds, 1e-4f, shifts.data()));
+      EXPECT_TRUE(std::equal(shifts.begin(), shifts.begin() + 200, expected.begin()));
+    }
+  }
+}
+
+TEST(Wiggle, EachKernelCopiesRunsOfAnyLength) {
+  const WiggleKernel* kernels[3];
+  const std::size_t count = KernelsThatRun(kernels, 3);
+  const Picture source = Speckled({150, 40});
+  std::mt19937 random(3);
+  std::vector<std::int32_t> shifts(150 + kBlock), starts(150 + 8);
+  for (std::size_t x = 0; x < 150; ++x)
+    shifts[x] =
+        x == 0 || random() % 6 == 0 ? static_cast<std::int32_t>(random() % (39 * 151)) : shifts[x - 1];
+  for (std::size_t i = 0; i < count; ++i) {
+    Picture row({150, 0}, 99);
+    kernels[i]->gather(shifts.data(), 150, source.View(), row.Write(), starts.data());
+    for (std::size_t x = 0; x < 150; ++x)
+      ASSERT_EQ(row.green[x], source.green[x + static_cast<std::size_t>(shifts[x])]) << i << " " << x;
+    EXPECT_EQ(row.red[150], 99);
+  }
+}
+
+}  // namespace
+}  // namespace painter

@@ -17,8 +17,8 @@ inline constexpr int kMaximumFrames = 1'036'800;
 
 /// Frames of three separate planes each, x fastest, (width + 1) by (height + 1) bytes.
 ///
-/// A frame that was never written is white and costs no memory. Planes are never changed once they stand, only exchanged:
-/// a plane that was handed out keeps its bytes whatever is written later.
+/// A frame that was never written is white and costs no memory. Planes are never changed once they stand,
+/// only exchanged: a plane that was handed out keeps its bytes whatever is written later.
 class Animation {
  public:
   Animation() = default;
@@ -31,8 +31,8 @@ class Animation {
   /// The plane of a frame from 0 to FrameCount() - 1, without copying it.
   ByteTable Plane(int frame, Channel channel) const;
 
-  /// Exchanges a plane of a frame from 0 to FrameCount() - 1. The table must have Size().PlaneBytes() bytes. A table with an
-  /// owner is kept as it is, one that is only lent is copied.
+  /// Exchanges a plane of a frame from 0 to FrameCount() - 1. The table must have Size().PlaneBytes() bytes.
+  /// A table with an owner is kept as it is, one that is only lent is copied.
   void SetPlane(int frame, Channel channel, const ByteTable& table);
 
   /// Gives an animation of which no plane is written yet another size.

@@ -38,8 +38,8 @@ void DrawCloud(SoftCanvas& canvas, Spot at) {
   canvas.FillEllipse({at.x + 28, at.y + 5}, {20, 9}, white, 0.9);
 }
 
-/// Where the fellow is in a frame: the middle of his body, how far he is off the ground (0 to 1), how much taller than wide
-/// he is stretched.
+/// Where the fellow is in a frame: the middle of his body, how far he is off the ground (0 to 1), how much
+/// taller than wide he is stretched.
 struct Pose {
   Spot body;
   double height = 0;
@@ -80,7 +80,8 @@ void DrawFace(SoftCanvas& canvas, const Pose& pose, int frame) {
 void DrawFellow(SoftCanvas& canvas, const Pose& pose, int frame) {
   const double high = kRadius * pose.stretch, wide = kRadius / pose.stretch;
   const double lift = 22 * pose.height;
-  canvas.FillEllipse({pose.body.x, kGround + 5}, {wide * (1 - 0.4 * pose.height), 6}, kInk, 0.28 - 0.16 * pose.height);
+  canvas.FillEllipse({pose.body.x, kGround + 5}, {wide * (1 - 0.4 * pose.height), 6}, kInk,
+                     0.28 - 0.16 * pose.height);
   for (const double foot : {-15.0, 15.0}) {
     const Spot hip{pose.body.x + foot, pose.body.y + high * 0.8};
     canvas.DrawStroke(hip, {hip.x + foot * 0.3, pose.body.y + high + 3 - lift * 0.2}, 9, kInk);

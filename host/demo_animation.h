@@ -5,7 +5,8 @@
 
 namespace host {
 
-/// 48 frames of 320 by 240: a round fellow who hops across a meadow and talks. The last frame leads back into the first.
+/// 48 frames of 320 by 240: a round fellow who hops across a meadow and talks. The last frame leads back into
+/// the first.
 Animation DrawDemoAnimation();
 
 }  // namespace host

@@ -21,9 +21,9 @@ struct FrameSize {
 /// The longest side of a frame in pixels.
 inline constexpr int kMaximumSide = 32767;
 
-/// The size whose planes have `byte_count` bytes. A plane doesn't carry its shape, so the first of the `known`
-/// sizes that fits is taken; if none does, the size that comes nearest to the proportions of `similar`.
-/// Nothing if no frame of a usable shape (at most 16 times as long as wide) has such planes.
+/// The size whose planes have `byte_count` bytes. A plane doesn't carry its shape, so the first of the
+/// `known` sizes that fits is taken; if none does, the size that comes nearest to the proportions of
+/// `similar`. Nothing if no frame of a usable shape (at most 16 times as long as wide) has such planes.
 std::optional<FrameSize> SizeFromPlaneBytes(std::size_t byte_count, std::span<const FrameSize> known,
                                             FrameSize similar);
 

@@ -33,17 +33,26 @@ constexpr auto kMembers = std::to_array<Member>({
      {ArgumentKind::Window, ArgumentKind::Integer},
      ResultKind::None,
      [](StandIn& host, Arguments given) { return Done([&] { host.SendFormObject(Window(given[0])); }); }},
-    {"Vel_GetAppDir", {}, ResultKind::Text, [](StandIn& host, Arguments) { return Variant(host.GetAppDir()); }},
+    {"Vel_GetAppDir",
+     {},
+     ResultKind::Text,
+     [](StandIn& host, Arguments) { return Variant(host.GetAppDir()); }},
     {"Vel_WallpaperFilename",
      {},
      ResultKind::Text,
      [](StandIn& host, Arguments) { return Variant(host.WallpaperFilename()); }},
-    {"Vel_GetFrameRate", {}, ResultKind::Text, [](StandIn& host, Arguments) { return Variant(host.RateText()); }},
+    {"Vel_GetFrameRate",
+     {},
+     ResultKind::Text,
+     [](StandIn& host, Arguments) { return Variant(host.RateText()); }},
     {"vel_SetFrameRate",
      {ArgumentKind::Number},
      ResultKind::None,
      [](StandIn& host, Arguments given) { return Done([&] { host.SetFrameRate(Number(given[0])); }); }},
-    {"vel_BufferWidth", {}, ResultKind::Integer, [](StandIn& host, Arguments) { return Variant(host.BufferWidth()); }},
+    {"vel_BufferWidth",
+     {},
+     ResultKind::Integer,
+     [](StandIn& host, Arguments) { return Variant(host.BufferWidth()); }},
     {"vel_BufferHeight",
      {},
      ResultKind::Integer,
@@ -97,7 +106,9 @@ constexpr auto kMembers = std::to_array<Member>({
     {"vel_StatusOpen",
      {ArgumentKind::Text},
      ResultKind::None,
-     [](StandIn& host, Arguments given) { return Done([&] { host.StatusOpen(std::get<std::string>(given[0])); }); }},
+     [](StandIn& host, Arguments given) {
+       return Done([&] { host.StatusOpen(std::get<std::string>(given[0])); });
+     }},
     {"vel_Status",
      {ArgumentKind::Number},
      ResultKind::None,
@@ -109,7 +120,8 @@ constexpr auto kMembers = std::to_array<Member>({
 });
 
 bool Fits(const Variant& value, ArgumentKind kind) {
-  const bool whole = std::holds_alternative<std::int32_t>(value) || std::holds_alternative<std::int16_t>(value);
+  const bool whole =
+      std::holds_alternative<std::int32_t>(value) || std::holds_alternative<std::int16_t>(value);
   switch (kind) {
     case ArgumentKind::None:
       return false;
@@ -128,13 +140,15 @@ bool Fits(const Variant& value, ArgumentKind kind) {
 }
 
 bool EqualButForCase(std::string_view a, std::string_view b) {
-  return std::ranges::equal(a, b, [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
+  return std::ranges::equal(
+      a, b, [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); });
 }
 
 [[noreturn]] void FailUnknown(std::string_view name) {
   for (const Member& member : kMembers)
     if (EqualButForCase(member.name, name))
-      throw HostError(name, "there is no member of this name (letter case counts: " + std::string(member.name) + ")");
+      throw HostError(
+          name, "there is no member of this name (letter case counts: " + std::string(member.name) + ")");
   throw HostError(name, "there is no member of this name");
 }
 
@@ -159,7 +173,8 @@ const Member& CheckedMember(std::string_view name, std::span<const Variant> argu
                               std::to_string(arguments.size()));
   for (std::size_t i = 0; i < arguments.size(); ++i)
     if (!Fits(arguments[i], member.arguments[i]))
-      throw HostError(name, "argument " + std::to_string(i + 1) + " can't be " + std::string(TypeName(arguments[i])));
+      throw HostError(
+          name, "argument " + std::to_string(i + 1) + " can't be " + std::string(TypeName(arguments[i])));
   return member;
 }
 

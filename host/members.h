@@ -1,4 +1,5 @@
-// The host's members: their names in exact letter case, what they take and give, and what the stand-in does for each.
+// The host's members: their names in exact letter case, what they take and give, and what the stand-in does
+// for each.
 #pragma once
 
 #include <array>
@@ -30,7 +31,8 @@ std::span<const Member> Members();
 /// The member of just this name; a HostError if there is none.
 const Member& FindMember(std::string_view name);
 
-/// The same, after a check that the arguments fit in number and type; a HostError that names the member if not.
+/// The same, after a check that the arguments fit in number and type; a HostError that names the member if
+/// not.
 const Member& CheckedMember(std::string_view name, std::span<const Variant> arguments);
 
 }  // namespace host

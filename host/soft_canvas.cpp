@@ -45,14 +45,15 @@ void SoftCanvas::FillGradient(platform::Color top, platform::Color bottom) {
 }
 
 void SoftCanvas::Blend(int x, int y, platform::Color color, double share) {
-  const auto at = static_cast<std::size_t>(y) * (static_cast<std::size_t>(size_.width) + 1) + static_cast<std::size_t>(x);
+  const auto at =
+      static_cast<std::size_t>(y) * (static_cast<std::size_t>(size_.width) + 1) + static_cast<std::size_t>(x);
   const auto parts = Parts(color);
-  for (std::size_t part = 0; part < 3; ++part)
-    planes_[part][at] = Mix(planes_[part][at], parts[part], share);
+  for (std::size_t part = 0; part < 3; ++part) planes_[part][at] = Mix(planes_[part][at], parts[part], share);
 }
 
 template <typename Distance>
-void SoftCanvas::FillShape(Spot least, Spot most, platform::Color color, double opacity, Distance&& distance) {
+void SoftCanvas::FillShape(Spot least, Spot most, platform::Color color, double opacity,
+                           Distance&& distance) {
   const auto held = [](double value, int top) { return static_cast<int>(std::clamp<double>(value, 0, top)); };
   const int right = held(most.x + 1, size_.width), bottom = held(most.y + 1, size_.height);
   for (int y = held(least.y - 1, size_.height); y <= bottom; ++y)
@@ -64,8 +65,10 @@ void SoftCanvas::FillShape(Spot least, Spot most, platform::Color color, double 
 
 void SoftCanvas::FillEllipse(Spot center, Spot radii, platform::Color color, double opacity) {
   if (radii.x <= 0 || radii.y <= 0) return;
-  FillShape({center.x - radii.x, center.y - radii.y}, {center.x + radii.x, center.y + radii.y}, color, opacity,
-            [&](Spot at) { return EllipseDistance({at.x - center.x, at.y - center.y}, radii); });
+  FillShape({center.x - radii.x, center.y - radii.y}, {center.x + radii.x, center.y + radii.y}, color,
+            opacity, [&](Spot at) {
+              return EllipseDistance({at.x - center.x, at.y - center.y}, radii);
+            });
 }
 
 void SoftCanvas::DrawStroke(Spot from, Spot to, double thickness, platform::Color color) {

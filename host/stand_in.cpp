@@ -77,7 +77,8 @@ ByteTable StandIn::GetBuffer(Channel channel, std::string_view member) const {
 
 void StandIn::FitSize(std::size_t byte_count, std::string_view member) {
   if (byte_count == animation_.Size().PlaneBytes() && !size_open_) return;
-  const auto size = size_open_ ? SizeFromPlaneBytes(byte_count, read_sizes_, animation_.Size()) : std::nullopt;
+  const auto size =
+      size_open_ ? SizeFromPlaneBytes(byte_count, read_sizes_, animation_.Size()) : std::nullopt;
   if (!size)
     throw HostError(member, "a table of " + std::to_string(byte_count) + " bytes doesn't fit frames of " +
                                 std::to_string(animation_.Size().width) + " by " +
@@ -97,7 +98,8 @@ void StandIn::SetBuffer(Channel channel, const ByteTable& table, std::string_vie
 
 void StandIn::CreateAnimAdv(std::int32_t frame_count) {
   if (frame_count < 1 || frame_count > kMaximumFrames)
-    throw HostError("vel_CreateAnimAdv", "an animation can't have " + std::to_string(frame_count) + " frames");
+    throw HostError("vel_CreateAnimAdv",
+                    "an animation can't have " + std::to_string(frame_count) + " frames");
   TakeAnimation(Animation(animation_.Size(), frame_count));
   size_open_ = true;
 }

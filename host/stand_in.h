@@ -16,7 +16,8 @@ struct StatusDisplay {
   double percent = 0;
 };
 
-/// What shows the stand-in to a user. Told after each change; FrameMoved comes very often and must cost next to nothing.
+/// What shows the stand-in to a user. Told after each change; FrameMoved comes very often and must cost next
+/// to nothing.
 class StandInView {
  public:
   virtual ~StandInView() = default;

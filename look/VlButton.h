@@ -19,7 +19,7 @@ class vl_button : public platform::Control {
   vl_button(platform::Container& container, std::string name, Type button_type = Push);
   ~vl_button() override;
 
-  const std::string& caption() const;
+  std::string caption() const;
   void SetCaption(const std::string& caption);
   /// Resource name without extension (":/assets/icons/play"): a 23 by 23 picture, with a twin of double size
   /// for dense screens.

@@ -1,0 +1,10 @@
+// The stand-in's own quiet dark look, so that nobody takes its window for the tool's.
+#pragma once
+
+class QWidget;
+
+namespace host {
+
+void DressStandIn(QWidget& window);
+
+}  // namespace host

@@ -1,0 +1,38 @@
+// The host's members: their names in exact letter case, what they take and give, and what the stand-in does
+// for each.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+
+#include "host/variant.h"
+
+namespace host {
+
+class StandIn;
+
+/// What an argument may be: Integer a long or short, Number any numeric type.
+enum class ArgumentKind { None, Window, Integer, Number, Text, Table };
+enum class ResultKind { None, Integer, Text, Table };
+
+struct Member {
+  std::string_view name;
+  std::array<ArgumentKind, 2> arguments;
+  ResultKind result;
+  /// Runs the stand-in's routine with arguments that were checked.
+  Variant (*run)(StandIn& stand_in, std::span<const Variant> arguments);
+
+  std::size_t ArgumentCount() const;
+};
+
+std::span<const Member> Members();
+
+/// The member of just this name; a HostError if there is none.
+const Member& FindMember(std::string_view name);
+
+/// The same, after a check that the arguments fit in number and type; a HostError that names the member if
+/// not.
+const Member& CheckedMember(std::string_view name, std::span<const Variant> arguments);
+
+}  // namespace host

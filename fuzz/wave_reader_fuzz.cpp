@@ -1,0 +1,49 @@
+// Any bytes as a wave file: it loads or tells why not, keeps the store's bounds, and its reduction stays
+// inside.
+#include <cstdlib>
+#include <string_view>
+
+#include "audio/wave_reader.h"
+#include "sheet/timing.h"
+
+namespace {
+
+void Check(bool holds) {
+  if (!holds) std::abort();
+}
+
+template <typename Sample>
+void CheckArray(const audio::SampleStore& sound, const audio::SampleArray<Sample>& samples) {
+  Check(samples.LastIndex() == sound.WaveDataLength);
+  Check(samples.FilledCount() <= samples.Count());
+  long long sum = 0;
+  for (std::int64_t i = -1; i <= samples.FilledCount() + 1; ++i) sum += samples.At(i);
+  sum += samples.At(samples.LastIndex()) + samples.At(audio::SampleCount(sound));
+  // Kept, so that no read above is dropped as unused.
+  static volatile long long kept;
+  kept = sum;
+}
+
+void CheckSound(const audio::SampleStore& sound) {
+  Check(sound.WaveDataLength >= 0);
+  if (sound.WaveFormat.wBitsPerSample == 8) CheckArray(sound, sound.Samples8);
+  if (sound.WaveFormat.wBitsPerSample == 16) CheckArray(sound, sound.Samples16);
+  const double seconds = sheet::SecondsOfSound(sound).value_or(0);
+  const sheet::RowCount rows = sheet::GridRows(24, seconds);
+  Check(rows.rows ? *rows.rows >= 1 : !rows.reason.empty());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  audio::MemorySource source({reinterpret_cast<const char*>(data), size});
+  audio::WaveResult result = audio::ReadWave(source, {});
+  Check(result.sound.has_value() == result.reason.empty());
+  if (!result.sound) return 0;
+  CheckSound(*result.sound);
+  const std::int32_t before = result.sound->WaveDataLength;
+  audio::ReduceToFirstChannel(*result.sound);
+  Check(result.sound->WaveDataLength == before / 2);
+  CheckSound(*result.sound);
+  return 0;
+}

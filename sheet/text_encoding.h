@@ -1,0 +1,20 @@
+// The bytes of a text file as UTF-8.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace sheet {
+
+/// Whether the bytes are UTF-8 throughout: no overlong forms, no surrogates, nothing above U+10FFFF.
+bool IsUtf8(std::string_view bytes);
+
+/// Windows-1252 as UTF-8. The five bytes without a character there become the control characters of the same
+/// number, so that nothing is lost.
+std::string Utf8FromWindows1252(std::string_view bytes);
+
+/// UTF-8 stays, without a byte order mark; anything else is taken for Windows-1252, as older machines wrote
+/// it.
+std::string DecodedText(std::string bytes);
+
+}  // namespace sheet

@@ -1,0 +1,120 @@
+#include "timeline/velocity_values.h"
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+namespace timeline {
+namespace {
+
+TEST(VelocityTable, StartsAt32AndKeepsWhatIsWritten) {
+  VelocityTable table(3000);
+  EXPECT_EQ(table.At(0, 0), 32);
+  EXPECT_EQ(table.At(2999, 3), 32);
+  table.Set(1024, 2, 255);
+  EXPECT_EQ(table.At(1024, 2), 255);
+  for (const auto& [frame, channel] : {std::pair{1023, 2}, {1025, 2}, {1024, 1}, {0, 2}})
+    EXPECT_EQ(table.At(frame, channel), 32) << frame << ' ' << channel;
+}
+
+TEST(VelocityTable, RefusesWhatLiesOutside) {
+  VelocityTable table(5), none;
+  EXPECT_THROW(table.At(5, 0), std::out_of_range);
+  EXPECT_THROW(table.At(-1, 0), std::out_of_range);
+  EXPECT_THROW(table.At(0, 4), std::out_of_range);
+  EXPECT_THROW(table.Set(5, 0, 1), std::out_of_range);
+  EXPECT_THROW(none.At(0, 0), std::out_of_range);
+}
+
+TEST(VelocityTable, ACopyStaysAsItWas) {
+  VelocityTable table(10);
+  table.Set(3, 1, 7);
+  const VelocityTable copy = table;
+  table.Set(3, 1, 8);
+  table.Set(4, 1, 9);
+  EXPECT_EQ(copy.At(3, 1), 7);
+  EXPECT_EQ(copy.At(4, 1), 32);
+  EXPECT_EQ(table.At(3, 1), 8);
+}
+
+TEST(VelocityTable, ClearsAsFarAsAskedAndAsItGoes) {
+  VelocityTable table(6);
+  for (int frame = 0; frame < 6; ++frame) table.Set(frame, 3, 1);
+  table.Clear(4);
+  EXPECT_EQ(table.At(3, 3), 32);
+  EXPECT_EQ(table.At(4, 3), 1);
+  table.Clear(100);
+  EXPECT_EQ(table.At(5, 3), 32);
+  EXPECT_EQ(table.Frames(), 6);
+}
+
+TEST(VelocityTable, TellsWhereTwoDiffer) {
+  VelocityTable table(5000);
+  VelocityTable other = table;
+  EXPECT_EQ(table.DifferenceFrom(other), std::nullopt);
+  other.Set(17, 0, 32);
+  EXPECT_EQ(table.DifferenceFrom(other), std::nullopt);  // another copy of the same values
+  other.Set(2047, 1, 1);
+  EXPECT_EQ(table.DifferenceFrom(other), (FrameSpan{2047, 2047}));
+  other.Set(2048, 3, 1);
+  other.Set(90, 0, 1);
+  EXPECT_EQ(table.DifferenceFrom(other), (FrameSpan{90, 2048}));
+}
+
+TEST(VelocityTracks, UndoGoesBackStrokeByStroke) {
+  VelocityTracks tracks;
+  ResetTracks(tracks, 4);
+  EXPECT_FALSE(UndoStroke(tracks));
+  tracks.UndoHistory.push_back(tracks.VelocityValues);
+  tracks.VelocityValues.Set(1, 0, 10);
+  tracks.UndoHistory.push_back(tracks.VelocityValues);
+  tracks.VelocityValues.Set(1, 1, 20);
+  tracks.VelocityValues.Clear(4);
+  EXPECT_TRUE(UndoStroke(tracks));
+  EXPECT_EQ(tracks.VelocityValues.At(1, 0), 10);
+  EXPECT_EQ(tracks.VelocityValues.At(1, 1), 32);
+  EXPECT_TRUE(UndoStroke(tracks));
+  EXPECT_EQ(tracks.VelocityValues.At(1, 0), 32);
+  EXPECT_FALSE(UndoStroke(tracks));
+
+  tracks.UndoHistory.push_back(tracks.VelocityValues);
+  ResetTracks(tracks, 0);
+  EXPECT_EQ(tracks.VelocityValues.Frames(), 4);
+  EXPECT_EQ(tracks.UndoHistory.size(), 1u);
+  ResetTracks(tracks, 9);
+  EXPECT_EQ(tracks.VelocityValues.Frames(), 9);
+  EXPECT_TRUE(tracks.UndoHistory.empty());
+}
+
+TEST(VelocityTracks, AThousandStrokesOnTenMinutesFitAndCanAllBeUndone) {
+  constexpr std::int32_t kFrames = 14400;
+  VelocityTracks tracks;
+  ResetTracks(tracks, kFrames);
+  const auto before = mallinfo2();
+  for (int stroke = 0; stroke < 1000; ++stroke) {
+    tracks.UndoHistory.push_back(tracks.VelocityValues);
+    for (std::int32_t frame = 0; frame < kFrames; frame += 10)
+      tracks.VelocityValues.Set(frame, stroke % kChannels, static_cast<std::uint8_t>(stroke));
+  }
+  const auto after = mallinfo2();
+  EXPECT_LT(after.uordblks + after.hblkhd - before.uordblks - before.hblkhd, 64u << 20);
+  for (int stroke = 999; stroke >= 4; --stroke) {
+    ASSERT_TRUE(UndoStroke(tracks));
+    ASSERT_EQ(tracks.VelocityValues.At(14390, stroke % kChannels), static_cast<std::uint8_t>(stroke - 4));
+  }
+}
+
+TEST(Stroke, ThePointerFallsOnFramesAndBytes) {
+  struct Case {
+    float x;
+    int canvas, frames, frame;
+  } const cases[] = {{257, 514, 30, 15}, {0, 514, 30, 0}, {513, 514, 30, 29}, {9000, 514, 30, 29},
+                     {-5, 514, 30, 0},   {50, 100, 1, 0}, {25, 100, 2, 0},  // 0.5: to the even
+                     {75, 100, 2, 1}};                                      // 1.5 is 2, held at 1
+  for (const Case& c : cases) EXPECT_EQ(StrokeFrame(c.x, c.canvas, c.frames), c.frame) << c.x;
+  const std::pair<float, int> values[] = {{-3, 0},     {0.5f, 0},     {1.5f, 2},
+                                          {63.2f, 63}, {254.6f, 255}, {900, 255}};
+  for (const auto& [y, value] : values) EXPECT_EQ(StrokeValue(y), value) << y;
+}
+
+}  // namespace
+}  // namespace timeline

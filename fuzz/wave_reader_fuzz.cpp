@@ -16,12 +16,11 @@ template <typename Sample>
 void CheckArray(const audio::SampleStore& sound, const audio::SampleArray<Sample>& samples) {
   Check(samples.LastIndex() == sound.WaveDataLength);
   Check(samples.FilledCount() <= samples.Count());
-  long long sum = 0;
-  for (std::int64_t i = -1; i <= samples.FilledCount() + 1; ++i) sum += samples.At(i);
-  sum += samples.At(samples.LastIndex()) + samples.At(audio::SampleCount(sound));
-  // Kept, so that no read above is dropped as unused.
-  static volatile long long kept;
-  kept = sum;
+  for (std::int64_t i = -1; i <= samples.FilledCount(); ++i) Check(std::abs(int{samples.At(i)}) <= 32768);
+  Check(samples.At(-1) == 0 && samples.At(samples.Count()) == 0);
+  if (samples.FilledCount() < samples.Count()) Check(samples.At(samples.LastIndex()) == 0);
+  // The element at the sample count, which the wave's right-hand edge reads, is inside.
+  Check(audio::SampleCount(sound) <= samples.LastIndex());
 }
 
 void CheckSound(const audio::SampleStore& sound) {

@@ -1,5 +1,4 @@
+#include "app/Main.h"
 #include "platform/Application.h"
 
-int main() {
-  return platform::RunApplication([] {});
-}
+int main() { return platform::RunApplication(app::Main); }

@@ -40,6 +40,7 @@ void Control::SetHeight(int pixels) { Move(Left(), Top(), Width(), pixels); }
 
 bool Control::Visible() const { return !widget_->isHidden(); }
 void Control::SetVisible(bool visible) { widget_->setVisible(visible); }
+void Control::BringToFront() { widget_->raise(); }
 
 void Control::SetFocusable(bool focusable) {
   widget_->setFocusPolicy(focusable ? Qt::StrongFocus : Qt::NoFocus);

@@ -75,6 +75,8 @@ class Control {
   /// True if the control itself isn't hidden, whether or not its window is on the screen.
   bool Visible() const;
   void SetVisible(bool visible);
+  /// Lays the control over the others of its container.
+  void BringToFront();
   /// Whether a click or the Tab key gives it the focus.
   void SetFocusable(bool focusable);
   void SetFocus();

@@ -127,12 +127,15 @@ TextBox::TextBox(Container& container, std::string name, const std::string& text
     : Control(container, ControlKind::TextBox, std::move(name), new EditWidget) {
   auto* edit = As<EditWidget>(*this);
   edit->setText(Utf16(text));
+  text_ = text;
   edit->lost_focus = [this] { Raise(LostFocus); };
-  QObject::connect(edit, &QLineEdit::textChanged, [this] { Raise(Change); });
+  QObject::connect(edit, &QLineEdit::textChanged, [this](const QString& changed) {
+    text_ = changed.toStdString();
+    Raise(Change);
+  });
   QObject::connect(edit, &QLineEdit::returnPressed, [this] { Raise(Entered); });
   edit->escaped = [this] { Raise(Escaped); };
 }
-std::string TextBox::Text() const { return As<EditWidget>(*this)->text().toStdString(); }
 void TextBox::SetText(const std::string& text) { As<EditWidget>(*this)->setText(Utf16(text)); }
 void TextBox::SelectAll() { As<EditWidget>(*this)->selectAll(); }
 void TextBox::SetReadOnly(bool read_only) { As<EditWidget>(*this)->setReadOnly(read_only); }

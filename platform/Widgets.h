@@ -28,7 +28,7 @@ class Label : public Control {
 class TextBox : public Control {
  public:
   TextBox(Container& container, std::string name, const std::string& text = "");
-  std::string Text() const;
+  const std::string& Text() const { return text_; }
   void SetText(const std::string& text);
   void SelectAll();
   void SetReadOnly(bool read_only);
@@ -44,6 +44,10 @@ class TextBox : public Control {
   std::function<void()> Entered;
   /// Escape was pressed.
   std::function<void()> Escaped;
+
+ private:
+  /// The frame rate is read from a text box at every repaint: the toolkit's own form is turned into UTF-8 once.
+  std::string text_;
 };
 
 class ListBox : public Control {

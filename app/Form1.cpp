@@ -1,0 +1,189 @@
+#include "app/Form1.h"
+
+#include "sheet/shape_names.h"
+#include "timeline/VelocityCanvas.h"
+#include "timeline/WaveCanvas.h"
+
+using platform::Rgb;
+
+platform::WindowInstance<Form1> form1;
+
+namespace {
+
+constexpr platform::Color kDarkRule = Rgb(64, 64, 64);
+constexpr platform::Color kLightRule = Rgb(192, 192, 192);
+/// The cursor reaches past the canvas's bottom, so that no gap shows below it.
+constexpr int kCursorLength = 80;
+
+}  // namespace
+
+Form1::Form1()
+    : Window({.name = "Form1", .caption = "Exposure Sheet", .client_width = 654, .client_height = 395, .icons = {}}),
+      List1(*this, "List1", sheet::ShapeNames()),
+      Line1(Picture2, "Line1", 0, 0, 0, kCursorLength, Rgb(255, 0, 0)),
+      Grid1(*this, "Grid1", 1, 3),
+      Line2(*this, "Line2", 188, 4, 188, 26, kDarkRule),
+      Line3(*this, "Line3", 190, 4, 190, 26, kLightRule),
+      Line4(*this, "Line4", 220, 4, 220, 26, kDarkRule),
+      Line5(*this, "Line5", 222, 4, 222, 26, kLightRule),
+      Line7(*this, "Line7", 302, 4, 302, 26, kDarkRule),
+      Line6(*this, "Line6", 304, 4, 304, 26, kLightRule),
+      MenuOpen(File, "MenuOpen", "&Open exposure sheet...", "Ctrl+O"),
+      MenuSave(File, "MenuSave", "&Save exposure sheet...", "Ctrl+S"),
+      OpenWave((File.AddSeparator("Bar"), File), "OpenWave", "Open &Wave file..."),
+      Sampleinfo(File, "Sampleinfo", "Show sample &info..."),
+      RecordAudio(File, "RecordAudio", "&Record audio..."),
+      QuitMouth((File.AddSeparator("Bar2"), File), "QuitMouth", "&Quit"),
+      wave_canvas_(std::make_unique<timeline::WaveCanvas>()),
+      velocity_canvas_(std::make_unique<timeline::VelocityCanvas>()) {
+  PlaceControls();
+  DressButtons();
+  BindSheet();
+  BindTransport();
+  BindTimeline();
+  BindMenus();
+}
+
+Form1::~Form1() = default;
+
+void Form1::PlaceControls() {
+  vl_button18.Move(4, 4, 22, 24);
+  Picture1.Move(4, 32, 129, 129);
+  List1.Move(4, 164, 129, 229);
+  vl_button5.Move(136, 4, 23, 23);
+  vl_button1.Move(162, 4, 23, 23);
+  vl_button2.Move(194, 4, 23, 23);
+  vl_button3.Move(226, 4, 23, 23);
+  vl_button4.Move(252, 4, 23, 23);
+  Label2.Move(278, 8, 23, 17);
+  vl_button10.Move(308, 4, 23, 23);
+  vl_button11.Move(334, 4, 23, 23);
+  vl_button12.Move(360, 4, 23, 23);
+  vl_button6.Move(386, 4, 11, 11);
+  vl_button7.Move(386, 16, 11, 11);
+  vl_button8.Move(398, 4, 11, 11);
+  vl_button9.Move(398, 16, 11, 11);
+  Label1.Move(412, 8, 69, 15);
+  Label3.Move(480, 8, 43, 15);
+  Picture3.Move(136, 32, 514, 147);
+  Picture2.Move(0, 0, 514, 64);
+  Picture4.Move(0, 65, 514, 64);
+  vl_button13.Move(0, 120, 9, 9);
+  vl_button14.Move(10, 120, 9, 9);
+  vl_button15.Move(20, 120, 9, 9);
+  vl_button16.Move(30, 120, 9, 9);
+  HScroll1.Move(0, 130, 514, 17);
+  Grid1.Move(136, 180, 514, 213);
+  Text2.Move(136, 180, 100, 19);
+  Text2.SetVisible(false);
+  Line1.SetVisible(false);
+  Picture3.SetBackColor(Rgb(64, 64, 64));
+  Picture2.SetForeColor(Rgb(0, 192, 0));
+  Picture4.SetBackColor(Rgb(192, 192, 192));
+  Picture4.SetFont({"Arial", 6});
+}
+
+void Form1::DressButtons() {
+  const struct {
+    look::vl_button& button;
+    const char* tip;
+    const char* picture;
+  } tools[] = {
+      {vl_button1, "Play waveform", "play"},
+      {vl_button2, "Play the current frame", "play_frame"},
+      {vl_button3, "Zoom in", "zoom_in"},
+      {vl_button4, "Zoom out", "zoom_out"},
+      {vl_button5, "Stop playback", "stop"},
+      {vl_button10, "Draw on velocity track", "draw"},
+      {vl_button11, "Undo", "undo"},
+      {vl_button12, "Clear velocity track", "clear"},
+      {vl_button18, "Audio/frame lock", "lock"},
+  };
+  for (const auto& tool : tools) {
+    tool.button.SetToolTip(tool.tip);
+    tool.button.SetPicture(std::string(":/assets/icons/") + tool.picture);
+  }
+  vl_button18.SetValue(true);
+
+  const struct {
+    look::vl_button &chooser, &visibility;
+    const char* tip;
+    platform::Color color;
+  } tracks[] = {
+      {vl_button6, vl_button13, "Velocity yellow", Rgb(255, 255, 192)},
+      {vl_button7, vl_button14, "Velocity red", Rgb(255, 192, 192)},
+      {vl_button8, vl_button15, "Velocity green", Rgb(192, 255, 192)},
+      {vl_button9, vl_button16, "Velocity blue", Rgb(192, 192, 255)},
+  };
+  for (const auto& track : tracks) {
+    track.chooser.SetToolTip(track.tip);
+    track.visibility.SetToolTip("Channel visibility");
+    track.visibility.SetValue(true);
+    for (look::vl_button* button : {&track.chooser, &track.visibility}) {
+      button->SetBorderless(true);
+      button->SetBackColor(track.color);
+    }
+  }
+}
+
+void Form1::BindSheet() {
+  Grid1.Click = [this] { Grid1_Click(); };
+  Grid1.EditKey = [this] { Grid1_Click(); };
+  Grid1.KeyUp = [this](int key_code, int shift) { Grid1_KeyUp(key_code, shift); };
+  Grid1.LeaveCell = [this] { Grid1_LeaveCell(); };
+  Grid1.SelChange = [this] { Grid1_SelChange(); };
+  // A view that scrolls away under the editor would leave it lying over another row.
+  Grid1.Scroll = [this] {
+    if (Text2.Visible()) Text2_LostFocus();
+  };
+  List1.Click = [this] { List1_Click(); };
+  Text2.Change = [this] { Text2_Change(); };
+  Text2.LostFocus = [this] { Text2_LostFocus(); };
+  Text2.Entered = [this] { Grid1.SetFocus(); };
+  Text2.Escaped = [this] { Grid1.SetFocus(); };
+}
+
+void Form1::BindTransport() {
+  vl_button1.Click = [this] { vl_button1_Click(); };
+  vl_button2.Click = [this] { vl_button2_Click(); };
+  vl_button5.Click = [this] { vl_button5_Click(); };
+  Timer1.Tick = [this] { Timer1_Timer(); };
+  Picture2.MouseDown = [this](auto button, auto shift, float x, float y) { Picture2_MouseDown(button, shift, x, y); };
+  Picture2.MouseMove = [this](auto button, auto shift, float x, float y) { Picture2_MouseMove(button, shift, x, y); };
+}
+
+void Form1::BindTimeline() {
+  vl_button3.Click = [this] { vl_button3_Click(); };
+  vl_button4.Click = [this] { vl_button4_Click(); };
+  HScroll1.Change = [this] { HScroll1_Change(); };
+  HScroll1.Scroll = [this] { HScroll1_Scroll(); };
+  look::vl_button* choosers[] = {&vl_button6, &vl_button7, &vl_button8, &vl_button9};
+  for (int channel = 0; channel < 4; ++channel) choosers[channel]->Click = [this, channel] { ChooseChannel(channel); };
+  for (look::vl_button* visibility : {&vl_button13, &vl_button14, &vl_button15, &vl_button16})
+    visibility->MouseUp = [this](auto, auto, float, float) { PaintVelocity(); };
+  vl_button11.Click = [this] { vl_button11_Click(); };
+  vl_button12.Click = [this] { vl_button12_Click(); };
+  Picture4.MouseDown = [this](auto button, auto shift, float x, float y) { Picture4_MouseDown(button, shift, x, y); };
+  Picture4.MouseMove = [this](auto button, auto shift, float x, float y) { Picture4_MouseMove(button, shift, x, y); };
+}
+
+void Form1::BindMenus() {
+  MenuOpen.Click = [this] { MenuOpen_Click(); };
+  MenuSave.Click = [this] { MenuSave_Click(); };
+  OpenWave.Click = [this] { OpenWave_Click(); };
+  Sampleinfo.Click = [this] { Sampleinfo_Click(); };
+  RecordAudio.Click = [this] { RecordAudio_Click(); };
+  QuitMouth.Click = [this] { QuitMouth_Click(); };
+  tenfps.Click = [this] { ChooseRate("10"); };
+  twelvefps.Click = [this] { ChooseRate("12"); };
+  fifteenfps.Click = [this] { ChooseRate("15"); };
+  twentyfourfps.Click = [this] { ChooseRate("24"); };
+  twentyfivefps.Click = [this] { ChooseRate("25"); };
+  thirtyfps.Click = [this] { ChooseRate("30"); };
+  SetFPS.Click = [this] { SetFPS_Click(); };
+  MySketch.SetChecked(true);
+  MYCartoon.SetChecked(false);
+  MySketch.Click = [this] { MySketch_Click(); };
+  MYCartoon.Click = [this] { MYCartoon_Click(); };
+  FramePainterM.Click = [this] { FramePainterM_Click(); };
+}

@@ -1,0 +1,52 @@
+// The main window's start and end.
+#include "app/Form1.h"
+#include "app/Guarded.h"
+#include "app/HostSession.h"
+#include "painter/noise.h"
+#include "platform/Application.h"
+#include "platform/Picture.h"
+#include "sheet/Form3.h"
+#include "sheet/SheetDocument.h"
+#include "timeline/Form4.h"
+#include "timeline/Form5.h"
+#include "timeline/TimelineState.h"
+#include "audio/Form2.h"
+
+using app::HostSession;
+
+void Form1::Form_Load() {
+  platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir"));
+  const float origin[3] = {0, 0, 0};
+  painter::noise3(origin);
+  sheet::GridReady = platform::kFalse;
+  timeline::UndoHistory.clear();
+  sheet::SheetCells.Resize(0);
+  timeline::ZoomFactor = 1.0F;
+  app::Guarded([&] {
+    const auto name = HostSession.Call("Vel_WallpaperFilename");
+    Image1.SetPicture(platform::Picture::Load(host::AsText(name, "Vel_WallpaperFilename")));
+  });
+  PrefsCallback(*this);
+  Grid1.SetRow(0);
+  WriteHeader();
+  Grid1.SetCol(0);
+  form3->Text7.SetText(host::AsText(HostSession.Call("Vel_GetFrameRate"), "Vel_GetFrameRate"));
+  SetupGrid();
+}
+
+void Form1::Form_Paint() { Draw_Pattern(*this); }
+
+void Form1::QuitMouth_Click() {
+  platform::Flag cancel = platform::kTrue;
+  Form_Unload(cancel);
+}
+
+/// Closing is never refused and asks nothing.
+void Form1::Form_Unload(platform::Flag& cancel) {
+  cancel = platform::kFalse;
+  form5.Unload();
+  form4.Unload();
+  form3.Unload();
+  form2.Unload();
+  form1.Unload();
+}

@@ -1,0 +1,101 @@
+// The sheet's grid: built from the project's length and rate, filled in by the user.
+#include "app/Form1.h"
+#include "platform/Application.h"
+#include "sheet/SheetDocument.h"
+#include "sheet/timing.h"
+
+namespace {
+
+/// What the tool strip, the other two columns and the scroll bar take of the window's inner width.
+constexpr int kWidthBesideComments = 284;
+
+}  // namespace
+
+void Form1::SetupGrid() {
+  const double seconds = sheet::CalcTime().value_or(0);
+  const auto count = seconds == 0 ? sheet::RowCount{1, {}} : sheet::GridRows(sheet::FrameRate(), seconds);
+  if (!count.rows) {
+    platform::MsgBox(count.reason, platform::Buttons::Ok, platform::Icon::Warning);
+    return;
+  }
+  const platform::RefreshPause whole_sheet_moves;
+  InitTitleBar();
+  sheet::GridReady = platform::kFalse;
+  Grid1.SetCol(2);
+  Grid1.SetColWidth(2, (ScaleWidth() - kWidthBesideComments) * platform::TwipsPerPixelX());
+  Grid1.SetRows(*count.rows);
+  FillFrameNumbers();
+  sheet::SheetCells.Resize(Grid1.Rows());
+  sheet::GridReady = platform::kTrue;
+  PaintWav();
+  InitVelocity();
+  WriteHeader();
+}
+
+/// Moves through every row, as a user would: each move raises the grid's events.
+void Form1::FillFrameNumbers() {
+  Grid1.SetCol(0);
+  for (int row = 1; row < Grid1.Rows(); ++row) {
+    Grid1.SetRow(row);
+    Grid1.SetText(std::to_string(row - 1));
+  }
+}
+
+void Form1::WriteHeader() {
+  Grid1.SetRow(0);
+  int col = 0;
+  for (const char* title : {"Frame", "Shape", "Comment"}) {
+    Grid1.SetCol(col++);
+    Grid1.SetText(title);
+  }
+}
+
+std::int32_t Form1::GetCurrentTick() const { return Grid1.Row() - 1; }
+
+void Form1::RecordCell() {
+  if (sheet::GridReady == platform::kFalse || Grid1.Row() < 1) return;
+  sheet::SheetCells.Record(GetCurrentTick(), Grid1.Col(), Grid1.Text());
+}
+
+void Form1::Grid1_LeaveCell() { RecordCell(); }
+
+void Form1::Grid1_KeyUp(int key_code, int /*shift*/) {
+  if (key_code == platform::Grid::kDeleteKey && Grid1.Col() == sheet::kShapeColumn) Grid1.SetText("");
+  RecordCell();
+}
+
+void Form1::Grid1_SelChange() {
+  if (!Visible()) return;
+  PaintMouth();
+  if (CommonDialog1.FileName.empty()) return;
+  PaintWav();
+  PaintVelocity();
+}
+
+void Form1::List1_Click() {
+  if (Grid1.Row() == 0) return;
+  Grid1.SetCol(sheet::kShapeColumn);
+  Grid1.SetText(List1.Text() == "None" ? "" : List1.Text());
+  RecordCell();
+  PaintMouth();
+  Grid1.SetFocus();
+}
+
+void Form1::Grid1_Click() {
+  if (Grid1.Col() == sheet::kCommentColumn) ShowCommentEditor();
+}
+
+void Form1::ShowCommentEditor() {
+  const int top = platform::PixelsFromTwips(Grid1.RowPos(Grid1.Row()));
+  Text2.SetWidth(platform::PixelsFromTwips(Grid1.ColWidth(Grid1.Col())));
+  Text2.SetLeft(Grid1.Left() + 2 + platform::PixelsFromTwips(Grid1.ColPos(Grid1.Col())));
+  Text2.SetTop(Grid1.Top() + 2 + top);
+  Text2.SetText(Grid1.Text());
+  Text2.SetVisible(true);
+  Text2.BringToFront();
+  Text2.SetFocus();
+}
+
+void Form1::Text2_Change() { Grid1.SetText(Text2.Text()); }
+
+void Form1::Text2_LostFocus() { Text2.SetVisible(false); }

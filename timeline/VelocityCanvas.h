@@ -1,0 +1,8 @@
+// What the velocity canvas shows and is to show next.
+#pragma once
+
+namespace timeline {
+
+class VelocityCanvas {};
+
+}  // namespace timeline

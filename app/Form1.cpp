@@ -3,6 +3,7 @@
 #include "sheet/shape_names.h"
 #include "timeline/VelocityCanvas.h"
 #include "timeline/WaveCanvas.h"
+#include "timeline/layout.h"
 
 using platform::Rgb;
 
@@ -10,24 +11,32 @@ platform::WindowInstance<Form1> form1;
 
 namespace {
 
-constexpr platform::Color kDarkRule = Rgb(64, 64, 64);
-constexpr platform::Color kLightRule = Rgb(192, 192, 192);
 /// The cursor reaches past the canvas's bottom, so that no gap shows below it.
 constexpr int kCursorLength = 80;
+
+platform::LineControl StripRule(platform::Window& window, const char* name) {
+  const timeline::StripLine& rule = timeline::StripLineOf(name);
+  const auto color = rule.dark ? Rgb(64, 64, 64) : Rgb(192, 192, 192);
+  return {window, name, rule.x, timeline::kStripLineTop, rule.x, timeline::kStripLineBottom, color};
+}
 
 }  // namespace
 
 Form1::Form1()
-    : Window({.name = "Form1", .caption = "Exposure Sheet", .client_width = 654, .client_height = 395, .icons = {}}),
+    : Window({.name = "Form1",
+              .caption = "Exposure Sheet",
+              .client_width = timeline::kDesignWidth,
+              .client_height = timeline::kDesignHeight,
+              .icons = {}}),
       List1(*this, "List1", sheet::ShapeNames()),
       Line1(Picture2, "Line1", 0, 0, 0, kCursorLength, Rgb(255, 0, 0)),
       Grid1(*this, "Grid1", 1, 3),
-      Line2(*this, "Line2", 188, 4, 188, 26, kDarkRule),
-      Line3(*this, "Line3", 190, 4, 190, 26, kLightRule),
-      Line4(*this, "Line4", 220, 4, 220, 26, kDarkRule),
-      Line5(*this, "Line5", 222, 4, 222, 26, kLightRule),
-      Line7(*this, "Line7", 302, 4, 302, 26, kDarkRule),
-      Line6(*this, "Line6", 304, 4, 304, 26, kLightRule),
+      Line2(StripRule(*this, "Line2")),
+      Line3(StripRule(*this, "Line3")),
+      Line4(StripRule(*this, "Line4")),
+      Line5(StripRule(*this, "Line5")),
+      Line7(StripRule(*this, "Line7")),
+      Line6(StripRule(*this, "Line6")),
       MenuOpen(File, "MenuOpen", "&Open exposure sheet...", "Ctrl+O"),
       MenuSave(File, "MenuSave", "&Save exposure sheet...", "Ctrl+S"),
       OpenWave((File.AddSeparator("Bar"), File), "OpenWave", "Open &Wave file..."),
@@ -47,33 +56,9 @@ Form1::Form1()
 Form1::~Form1() = default;
 
 void Form1::PlaceControls() {
-  vl_button18.Move(4, 4, 22, 24);
-  Picture1.Move(4, 32, 129, 129);
-  List1.Move(4, 164, 129, 229);
-  vl_button5.Move(136, 4, 23, 23);
-  vl_button1.Move(162, 4, 23, 23);
-  vl_button2.Move(194, 4, 23, 23);
-  vl_button3.Move(226, 4, 23, 23);
-  vl_button4.Move(252, 4, 23, 23);
-  Label2.Move(278, 8, 23, 17);
-  vl_button10.Move(308, 4, 23, 23);
-  vl_button11.Move(334, 4, 23, 23);
-  vl_button12.Move(360, 4, 23, 23);
-  vl_button6.Move(386, 4, 11, 11);
-  vl_button7.Move(386, 16, 11, 11);
-  vl_button8.Move(398, 4, 11, 11);
-  vl_button9.Move(398, 16, 11, 11);
-  Label1.Move(412, 8, 69, 15);
-  Label3.Move(480, 8, 43, 15);
-  Picture3.Move(136, 32, 514, 147);
-  Picture2.Move(0, 0, 514, 64);
-  Picture4.Move(0, 65, 514, 64);
-  vl_button13.Move(0, 120, 9, 9);
-  vl_button14.Move(10, 120, 9, 9);
-  vl_button15.Move(20, 120, 9, 9);
-  vl_button16.Move(30, 120, 9, 9);
-  HScroll1.Move(0, 130, 514, 17);
-  Grid1.Move(136, 180, 514, 213);
+  for (platform::Control* control : Controls())
+    if (const timeline::Place* place = timeline::FindPlace(control->Name()))
+      control->Move(place->left, place->top, place->width, place->height);
   Text2.Move(136, 180, 100, 19);
   Text2.SetVisible(false);
   Line1.SetVisible(false);
@@ -148,8 +133,12 @@ void Form1::BindTransport() {
   vl_button2.Click = [this] { vl_button2_Click(); };
   vl_button5.Click = [this] { vl_button5_Click(); };
   Timer1.Tick = [this] { Timer1_Timer(); };
-  Picture2.MouseDown = [this](auto button, auto shift, float x, float y) { Picture2_MouseDown(button, shift, x, y); };
-  Picture2.MouseMove = [this](auto button, auto shift, float x, float y) { Picture2_MouseMove(button, shift, x, y); };
+  Picture2.MouseDown = [this](auto button, auto shift, float x, float y) {
+    Picture2_MouseDown(button, shift, x, y);
+  };
+  Picture2.MouseMove = [this](auto button, auto shift, float x, float y) {
+    Picture2_MouseMove(button, shift, x, y);
+  };
 }
 
 void Form1::BindTimeline() {
@@ -158,13 +147,18 @@ void Form1::BindTimeline() {
   HScroll1.Change = [this] { HScroll1_Change(); };
   HScroll1.Scroll = [this] { HScroll1_Scroll(); };
   look::vl_button* choosers[] = {&vl_button6, &vl_button7, &vl_button8, &vl_button9};
-  for (int channel = 0; channel < 4; ++channel) choosers[channel]->Click = [this, channel] { ChooseChannel(channel); };
+  for (int channel = 0; channel < 4; ++channel)
+    choosers[channel]->Click = [this, channel] { ChooseChannel(channel); };
   for (look::vl_button* visibility : {&vl_button13, &vl_button14, &vl_button15, &vl_button16})
     visibility->MouseUp = [this](auto, auto, float, float) { PaintVelocity(); };
   vl_button11.Click = [this] { vl_button11_Click(); };
   vl_button12.Click = [this] { vl_button12_Click(); };
-  Picture4.MouseDown = [this](auto button, auto shift, float x, float y) { Picture4_MouseDown(button, shift, x, y); };
-  Picture4.MouseMove = [this](auto button, auto shift, float x, float y) { Picture4_MouseMove(button, shift, x, y); };
+  Picture4.MouseDown = [this](auto button, auto shift, float x, float y) {
+    Picture4_MouseDown(button, shift, x, y);
+  };
+  Picture4.MouseMove = [this](auto button, auto shift, float x, float y) {
+    Picture4_MouseMove(button, shift, x, y);
+  };
 }
 
 void Form1::BindMenus() {

@@ -104,36 +104,36 @@ class Form1 : public platform::Window {
   void Draw_Pattern(platform::Window& this_object);
 
   // --- Controls, in the order in which the theme walks them.
-  look::vl_button vl_button18{*this, "vl_button18", look::vl_button::TwoState};  // Audio/frame lock
-  platform::PictureBox Picture1{*this, "Picture1"};                              // mouth preview
-  platform::ListBox List1;                                                       // shape names
-  look::vl_button vl_button5{*this, "vl_button5"};                               // Stop playback
-  look::vl_button vl_button1{*this, "vl_button1"};                               // Play waveform
-  look::vl_button vl_button2{*this, "vl_button2"};                               // Play the current frame
-  look::vl_button vl_button3{*this, "vl_button3"};                               // Zoom in
-  look::vl_button vl_button4{*this, "vl_button4"};                               // Zoom out
+  look::vl_button vl_button18{*this, "vl_button18", look::vl_button::TwoState};    // Audio/frame lock
+  platform::PictureBox Picture1{*this, "Picture1"};                                // mouth preview
+  platform::ListBox List1;                                                         // shape names
+  look::vl_button vl_button5{*this, "vl_button5"};                                 // Stop playback
+  look::vl_button vl_button1{*this, "vl_button1"};                                 // Play waveform
+  look::vl_button vl_button2{*this, "vl_button2"};                                 // Play the current frame
+  look::vl_button vl_button3{*this, "vl_button3"};                                 // Zoom in
+  look::vl_button vl_button4{*this, "vl_button4"};                                 // Zoom out
   platform::Label Label2{*this, "Label2", "100", platform::Label::Align::Center};  // zoom in percent
-  look::vl_button vl_button10{*this, "vl_button10", look::vl_button::TwoState};  // Draw on velocity track
-  look::vl_button vl_button11{*this, "vl_button11"};                             // Undo
-  look::vl_button vl_button12{*this, "vl_button12"};                             // Clear velocity track
-  look::vl_button vl_button6{*this, "vl_button6"};                               // Velocity yellow
-  look::vl_button vl_button7{*this, "vl_button7"};                               // Velocity red
-  look::vl_button vl_button8{*this, "vl_button8"};                               // Velocity green
-  look::vl_button vl_button9{*this, "vl_button9"};                               // Velocity blue
+  look::vl_button vl_button10{*this, "vl_button10", look::vl_button::TwoState};    // Draw on velocity track
+  look::vl_button vl_button11{*this, "vl_button11"};                               // Undo
+  look::vl_button vl_button12{*this, "vl_button12"};                               // Clear velocity track
+  look::vl_button vl_button6{*this, "vl_button6"};                                 // Velocity yellow
+  look::vl_button vl_button7{*this, "vl_button7"};                                 // Velocity red
+  look::vl_button vl_button8{*this, "vl_button8"};                                 // Velocity green
+  look::vl_button vl_button9{*this, "vl_button9"};                                 // Velocity blue
   platform::Label Label1{*this, "Label1", "Velocity track"};
-  platform::Label Label3{*this, "Label3", "(Yellow)"};                   // the active channel
-  platform::PictureBox Picture3{*this, "Picture3"};                      // viewport of the timeline
-  platform::PictureBox Picture2{Picture3, "Picture2"};                   // waveform
-  platform::LineControl Line1;                                           // playback cursor
-  platform::PictureBox Picture4{Picture3, "Picture4"};                   // velocity tracks
+  platform::Label Label3{*this, "Label3", "(Yellow)"};  // the active channel
+  platform::PictureBox Picture3{*this, "Picture3"};     // viewport of the timeline
+  platform::PictureBox Picture2{Picture3, "Picture2"};  // waveform
+  platform::LineControl Line1;                          // playback cursor
+  platform::PictureBox Picture4{Picture3, "Picture4"};  // velocity tracks
   look::vl_button vl_button13{Picture3, "vl_button13", look::vl_button::TwoState};  // yellow visible
   look::vl_button vl_button14{Picture3, "vl_button14", look::vl_button::TwoState};  // red visible
   look::vl_button vl_button15{Picture3, "vl_button15", look::vl_button::TwoState};  // green visible
   look::vl_button vl_button16{Picture3, "vl_button16", look::vl_button::TwoState};  // blue visible
   platform::HScrollBar HScroll1{Picture3, "HScroll1"};
-  platform::Grid Grid1;                                        // the sheet
-  platform::TextBox Text2{*this, "Text2"};                     // comment editor, over the grid while in use
-  platform::ImageHolder Image1{*this, "Image1"};               // wallpaper
+  platform::Grid Grid1;                           // the sheet
+  platform::TextBox Text2{*this, "Text2"};        // comment editor, over the grid while in use
+  platform::ImageHolder Image1{*this, "Image1"};  // wallpaper
   platform::LineControl Line2, Line3, Line4, Line5, Line7, Line6;  // rules of the tool strip
 
   platform::CommonDialog CommonDialog1{"Select a wave file", "Wave|*.wav"};
@@ -166,7 +166,8 @@ class Form1 : public platform::Window {
   void BindTimeline();
   void BindMenus();
 
-  /// Takes the current cell's text over into SheetCells, if the two agree in size and the cell isn't the header's.
+  /// Takes the current cell's text over into SheetCells, if the two agree in size and the cell isn't the
+  /// header's.
   void RecordCell();
   void FillFrameNumbers();
   void WriteHeader();

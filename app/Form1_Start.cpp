@@ -2,6 +2,7 @@
 #include "app/Form1.h"
 #include "app/Guarded.h"
 #include "app/HostSession.h"
+#include "audio/Form2.h"
 #include "painter/noise.h"
 #include "platform/Application.h"
 #include "platform/Picture.h"
@@ -9,8 +10,8 @@
 #include "sheet/SheetDocument.h"
 #include "timeline/Form4.h"
 #include "timeline/Form5.h"
-#include "timeline/TimelineState.h"
-#include "audio/Form2.h"
+#include "timeline/velocity_values.h"
+#include "timeline/zoom.h"
 
 using app::HostSession;
 
@@ -19,7 +20,7 @@ void Form1::Form_Load() {
   const float origin[3] = {0, 0, 0};
   painter::noise3(origin);
   sheet::GridReady = platform::kFalse;
-  timeline::UndoHistory.clear();
+  timeline::Tracks().UndoHistory.clear();
   sheet::SheetCells.Resize(0);
   timeline::ZoomFactor = 1.0F;
   app::Guarded([&] {

@@ -5,8 +5,8 @@
 
 namespace app {
 
-/// Runs a routine; a failure anywhere in it skips the rest of it and is passed over. For those few places only where
-/// the system goes on regardless. False if it failed.
+/// Runs a routine; a failure anywhere in it skips the rest of it and is passed over. For those few places
+/// only where the system goes on regardless. False if it failed.
 template <typename Routine>
 bool Guarded(const Routine& routine) {
   try {

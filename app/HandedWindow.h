@@ -9,18 +9,20 @@
 
 namespace app {
 
-/// Stands for a window toward the host. It refers to the window's instance, not to its present object: the host may hold
-/// it for as long as it likes, while the user closes and reopens the window.
+/// Stands for a window toward the host. It refers to the window's instance, not to its present object: the
+/// host may hold it for as long as it likes, while the user closes and reopens the window.
 template <class T>
 class HandedWindow : public host::FormObject {
  public:
-  HandedWindow(std::string name, platform::WindowInstance<T>& instance) : name_(std::move(name)), instance_(instance) {}
+  HandedWindow(std::string name, platform::WindowInstance<T>& instance)
+      : name_(std::move(name)), instance_(instance) {}
 
   std::string FormName() const override { return name_; }
   void ShowForm() override { instance_.Hold().Show(); }
-  /// A window that isn't loaded, or that has no such routine, is left alone: a change of colours brings nothing up.
+  /// A window that isn't loaded, or that has no such routine, is left alone: a change of colours brings
+  /// nothing up.
   void RunPrefsCallback() override {
-    if constexpr (requires(T& window) { window.PrefsCallback(window); }) {
+    if constexpr (requires(T & window) { window.PrefsCallback(window); }) {
       if (T* window = instance_.IfLoaded()) window->PrefsCallback(*window);
     }
   }

@@ -46,7 +46,8 @@ class TextBox : public Control {
   std::function<void()> Escaped;
 
  private:
-  /// The frame rate is read from a text box at every repaint: the toolkit's own form is turned into UTF-8 once.
+  /// The frame rate is read from a text box at every repaint: the toolkit's own form is turned into UTF-8
+  /// once.
   std::string text_;
 };
 

@@ -3,13 +3,7 @@
 #include "platform/Application.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
-
-namespace {
-
-/// What the tool strip, the other two columns and the scroll bar take of the window's inner width.
-constexpr int kWidthBesideComments = 284;
-
-}  // namespace
+#include "timeline/layout.h"
 
 void Form1::SetupGrid() {
   const double seconds = sheet::CalcTime().value_or(0);
@@ -22,7 +16,7 @@ void Form1::SetupGrid() {
   InitTitleBar();
   sheet::GridReady = platform::kFalse;
   Grid1.SetCol(2);
-  Grid1.SetColWidth(2, (ScaleWidth() - kWidthBesideComments) * platform::TwipsPerPixelX());
+  Grid1.SetColWidth(2, timeline::CommentColumnTwips(ScaleWidth()));
   Grid1.SetRows(*count.rows);
   FillFrameNumbers();
   sheet::SheetCells.Resize(Grid1.Rows());

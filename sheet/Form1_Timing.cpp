@@ -13,8 +13,8 @@ void Form1::InitTitleBar() {
 }
 
 void Form1::UseFR() {
-  const auto answer = platform::MsgBox("Use the frame rate in the main program as well?", platform::Buttons::YesNo,
-                                       platform::Icon::Question);
+  const auto answer = platform::MsgBox("Use the frame rate in the main program as well?",
+                                       platform::Buttons::YesNo, platform::Icon::Question);
   if (answer == platform::Answer::Yes) app::HostSession.Call("vel_SetFrameRate", sheet::FrameRate());
 }
 

@@ -43,7 +43,8 @@ void Form3::Form_Load() { form1->PrefsCallback(*this); }
 void Form3::Form_Paint() { form1->Draw_Pattern(*this); }
 
 void Form3::vl_button1_Click() {
-  // A rate that no sheet can have is refused before the host or the sheet hears of it; the dialog stays for another.
+  // A rate that no sheet can have is refused before the host or the sheet hears of it; the dialog stays for
+  // another.
   const auto count = sheet::GridRows(sheet::FrameRate(), sheet::CalcTime().value_or(0));
   if (!count.rows) {
     platform::MsgBox(count.reason, platform::Buttons::Ok, platform::Icon::Warning);

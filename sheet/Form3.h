@@ -5,8 +5,8 @@
 #include "platform/Widgets.h"
 #include "platform/Window.h"
 
-/// Loaded once, by the first touch of Text7, and only hidden from then on: the frame rate lives as long as the main
-/// window.
+/// Loaded once, by the first touch of Text7, and only hidden from then on: the frame rate lives as long as
+/// the main window.
 class Form3 : public platform::Window {
  public:
   Form3();

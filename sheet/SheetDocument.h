@@ -20,7 +20,8 @@ std::optional<double> CalcTime();
 /// FrameRateText, the text of Text7 on Form3, read as a number at this moment.
 double FrameRate();
 
-/// Frames of the tracks at this moment: rate x seconds, ties to even. Worked out afresh at each use, never stored.
+/// Frames of the tracks at this moment: rate x seconds, ties to even. Worked out afresh at each use, never
+/// stored.
 std::int32_t TrackFramesNow();
 
 }  // namespace sheet

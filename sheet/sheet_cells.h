@@ -11,8 +11,8 @@ namespace sheet {
 inline constexpr int kSheetColumns = 3;
 inline constexpr int kFrameColumn = 0, kShapeColumn = 1, kCommentColumn = 2;
 
-/// A table of text, frame by column. It holds a cell's text from the moment the cell is left, not before; so that
-/// drawings needn't copy it, it notes which frames have changed.
+/// A table of text, frame by column. It holds a cell's text from the moment the cell is left, not before; so
+/// that drawings needn't copy it, it notes which frames have changed.
 class CellTable {
  public:
   /// Frames 0 to last_frame, both included, all texts empty; nothing is kept.
@@ -22,7 +22,8 @@ class CellTable {
   bool Has(std::int32_t frame) const { return frame >= 0 && frame <= LastFrame(); }
   /// Empty for a frame or column that the table doesn't have.
   const std::string& Text(std::int32_t frame, int column) const;
-  /// Frame from 0, column 0 to 2. A frame past the end makes the table longer: every row of the grid has its entry.
+  /// Frame from 0, column 0 to 2. A frame past the end makes the table longer: every row of the grid has its
+  /// entry.
   void Record(std::int32_t frame, int column, const std::string& text);
 
   /// What has changed since the last call: the frames, each at least once, or everything.

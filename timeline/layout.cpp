@@ -7,12 +7,18 @@
 
 namespace timeline {
 
-const Place& PlaceOf(std::string_view control) {
+const Place* FindPlace(std::string_view control) {
   for (const Place& place : kWindowPlaces)
-    if (place.control == control) return place;
+    if (place.control == control) return &place;
   for (const Place& place : kViewportPlaces)
-    if (place.control == control) return place;
-  throw std::logic_error("no place for " + std::string(control));
+    if (place.control == control) return &place;
+  return nullptr;
+}
+
+const StripLine& StripLineOf(std::string_view control) {
+  for (const StripLine& line : kStripLines)
+    if (line.control == control) return line;
+  throw std::logic_error("no rule " + std::string(control));
 }
 
 std::optional<WindowLayout> LayoutFor(int client_width, int client_height) {

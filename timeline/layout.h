@@ -46,8 +46,11 @@ inline constexpr StripLine kStripLines[] = {{"Line2", 188, true}, {"Line3", 190,
                                             {"Line4", 220, true}, {"Line5", 222, false},
                                             {"Line7", 302, true}, {"Line6", 304, false}};
 
-/// The place of a control by name; a name that the tables lack is a fault of the program.
-const Place& PlaceOf(std::string_view control);
+/// The place of a control by name; null for one that has none of its own.
+const Place* FindPlace(std::string_view control);
+
+/// The rule of the tool strip by name, which must be one of kStripLines.
+const StripLine& StripLineOf(std::string_view control);
 
 /// What follows the window's client area.
 struct WindowLayout {

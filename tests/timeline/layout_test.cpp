@@ -31,9 +31,9 @@ TEST(Layout, FollowsTheClientAreaAndStopsBelowTheLeastOne) {
 }
 
 TEST(Layout, TheDesignSizeGivesTheDesignPlaces) {
-  EXPECT_EQ(PlaceOf("Grid1").height, 213);
-  EXPECT_EQ(PlaceOf("Picture4").top, 65);
-  EXPECT_THROW(PlaceOf("Picture5"), std::logic_error);
+  EXPECT_EQ(FindPlace("Grid1")->height, 213);
+  EXPECT_EQ(FindPlace("Picture4")->top, 65);
+  EXPECT_EQ(FindPlace("Picture5"), nullptr);
 }
 
 TEST(Zoom, WidthsRoundToTheEvenPixelAndStopAt32767) {

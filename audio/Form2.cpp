@@ -1,0 +1,3 @@
+#include "audio/Form2.h"
+
+platform::WindowInstance<Form2> form2;

@@ -1,0 +1,14 @@
+// Which host the tool works with.
+#pragma once
+
+#include <memory>
+
+#include "host/variant.h"
+
+namespace host {
+
+/// The host that is running on the session bus, or else the embedded stand-in. The application must be
+/// running.
+std::shared_ptr<HostObject> MakeHost();
+
+}  // namespace host

@@ -1,0 +1,3 @@
+#include "timeline/Form4.h"
+
+platform::WindowInstance<Form4> form4;

@@ -1,0 +1,3 @@
+#include "timeline/Form5.h"
+
+platform::WindowInstance<Form5> form5;

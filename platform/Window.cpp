@@ -65,6 +65,9 @@ class ClientWidget : public QWidget {
  public:
   ClientWidget(Window& window, QWidget* parent) : QWidget(parent), window_(window) {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    // Ground and tiles hang on the left top corner: a change of size shows more or less of them, no other
+    // ones.
+    setAttribute(Qt::WA_StaticContents);
   }
   QPainter* painter = nullptr;
   std::function<void()> paint, resized;
@@ -223,8 +226,11 @@ void Window::SetBackColor(Color color) {
   Repaint();
 }
 
-void Window::PaintPicture(const Picture& picture, int x, int y) {
-  if (widget_->client->painter != nullptr) widget_->client->painter->drawImage(x, y, picture.Image());
+void Window::TilePicture(const Picture& picture) {
+  QPainter* painter = widget_->client->painter;
+  if (painter == nullptr) return;
+  painter->setRenderHint(QPainter::SmoothPixmapTransform);
+  painter->fillRect(widget_->client->rect(), QBrush(picture.Image()));
 }
 
 void Window::Repaint() { widget_->client->update(); }

@@ -61,8 +61,10 @@ class Window : public Container {
   void LimitClient(int least_width, int least_height, int most_width, int most_height);
   Color BackColor() const { return back_color_; }
   void SetBackColor(Color color);
-  /// Paints a picture at its own size, left top corner at (x, y). Within Form_Paint only.
-  void PaintPicture(const Picture& picture, int x, int y);
+  /// Covers the client area with a picture at its own size, tile by tile from the left top; those at the
+  /// right and lower edge overhang. Within Form_Paint only. Costs what is newly seen, whatever the tile's
+  /// size.
+  void TilePicture(const Picture& picture);
   /// Asks for a new Form_Paint.
   void Repaint();
   /// Takes the object out of its WindowInstance and deletes it, without asking.

@@ -1,0 +1,89 @@
+#include "platform/AudioDevice.h"
+
+#include <SDL.h>
+
+#include <mutex>
+#include <string_view>
+
+namespace platform {
+namespace {
+
+// Short buffers, since a slice ends on a whole one. Rounded up to a sample: drivers without a clock of their
+// own wait for a buffer's length in whole milliseconds, rounded down.
+constexpr int kBufferMilliseconds = 5;
+constexpr int kMostFramesPerSecond = 1'000'000;
+
+// The library's list of devices is not guarded by itself.
+std::mutex& LibraryMutex() {
+  static std::mutex mutex;
+  return mutex;
+}
+
+bool LibraryReady() {
+  if (SDL_WasInit(SDL_INIT_AUDIO)) return true;
+  // Otherwise the library takes over the signals that end the process, and nobody asks it for events.
+  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Exposure Sheet");
+  return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+}
+
+// Drivers that play nothing have no hardware queue: a buffer is over when the next is asked for. Elsewhere
+// two periods lie in the hardware's or the sound server's queue.
+int BuffersBehindDriver() {
+  const char* name = SDL_GetCurrentAudioDriver();
+  const std::string_view driver = name ? name : "";
+  return driver == "dummy" || driver == "disk" ? 0 : 2;
+}
+
+class SdlDevice : public AudioDevice {
+ public:
+  explicit SdlDevice(FillBuffer fill) : fill_(std::move(fill)) {}
+
+  ~SdlDevice() override {
+    const std::lock_guard lock(LibraryMutex());
+    if (id_) SDL_CloseAudioDevice(id_);
+  }
+
+  bool Open(const AudioFormat& format) {
+    SDL_AudioSpec wanted{};
+    wanted.freq = format.frames_per_second;
+    wanted.channels = static_cast<Uint8>(format.channels);
+    wanted.format = format.form == SampleForm::Signed16 ? AUDIO_S16SYS : AUDIO_U8;
+    wanted.samples = static_cast<Uint16>((format.frames_per_second * kBufferMilliseconds + 999) / 1000);
+    wanted.callback = &SdlDevice::Callback;
+    wanted.userdata = this;
+    id_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+    buffers_behind_ = BuffersBehindDriver();
+    return id_ != 0;
+  }
+
+  void Start() override { SDL_PauseAudioDevice(id_, 0); }
+  int BuffersBehind() const override { return buffers_behind_; }
+
+ private:
+  static void SDLCALL Callback(void* self, Uint8* buffer, int bytes) {
+    static_cast<SdlDevice*>(self)->fill_({buffer, static_cast<std::size_t>(bytes)});
+  }
+
+  FillBuffer fill_;
+  SDL_AudioDeviceID id_ = 0;
+  int buffers_behind_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<AudioDevice> OpenAudioDevice(const AudioFormat& format, FillBuffer fill) {
+  if (format.frames_per_second < 1 || format.frames_per_second > kMostFramesPerSecond) return nullptr;
+  auto device = std::make_unique<SdlDevice>(std::move(fill));
+  std::unique_lock lock(LibraryMutex());
+  const bool opened = LibraryReady() && device->Open(format);
+  lock.unlock();
+  return opened ? std::move(device) : nullptr;
+}
+
+bool FindAudioDriver() {
+  const std::lock_guard lock(LibraryMutex());
+  return LibraryReady();
+}
+
+}  // namespace platform

@@ -1,0 +1,140 @@
+#include "platform/SoundPlayer.h"
+
+#include <sndfile.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+namespace platform {
+namespace {
+
+constexpr std::chrono::hours kNoDevice{24};
+constexpr int kBlocksPerSecond = 20;
+constexpr std::size_t kBlocksAhead = 8;
+constexpr int kMostChannels = 2;
+
+// A sound file open for reading. Samples come as 16 bits whatever the file holds; of more than two channels
+// the first two.
+class SoundFile {
+ public:
+  explicit SoundFile(const std::string& path) {
+    std::error_code error;
+    // Opening a pipe would wait for its other end.
+    if (!std::filesystem::is_regular_file(path, error)) return;
+    file_ = sf_open(path.c_str(), SFM_READ, &info_);
+    if (!file_) return;
+    sf_command(file_, SFC_SET_SCALE_FLOAT_INT_READ, nullptr, SF_TRUE);
+    sf_command(file_, SFC_SET_CLIPPING, nullptr, SF_TRUE);
+  }
+  SoundFile(const SoundFile&) = delete;
+  SoundFile& operator=(const SoundFile&) = delete;
+  ~SoundFile() {
+    if (file_) sf_close(file_);
+  }
+
+  bool IsOpen() const { return file_ != nullptr; }
+  AudioFormat Format() const {
+    return {info_.samplerate, std::min(info_.channels, kMostChannels), SampleForm::Signed16};
+  }
+
+  // The next bytes, a twentieth of a second of them; empty at the end.
+  std::span<const std::uint8_t> NextBlock() {
+    const auto channels = static_cast<std::size_t>(info_.channels);
+    const auto frames = static_cast<std::size_t>(info_.samplerate / kBlocksPerSecond + 1);
+    samples_.resize(frames * channels);
+    const sf_count_t read = sf_readf_short(file_, samples_.data(), static_cast<sf_count_t>(frames));
+    const std::size_t count = DropFurtherChannels(static_cast<std::size_t>(std::max<sf_count_t>(read, 0)));
+    return {reinterpret_cast<const std::uint8_t*>(samples_.data()), count * sizeof(short)};
+  }
+
+ private:
+  // How many samples remain.
+  std::size_t DropFurtherChannels(std::size_t frames) {
+    const auto channels = static_cast<std::size_t>(info_.channels);
+    if (channels <= kMostChannels) return frames * channels;
+    for (std::size_t frame = 0; frame < frames; ++frame)
+      for (std::size_t channel = 0; channel < kMostChannels; ++channel)
+        samples_[frame * kMostChannels + channel] = samples_[frame * channels + channel];
+    return frames * kMostChannels;
+  }
+
+  SF_INFO info_{};
+  SNDFILE* file_ = nullptr;
+  std::vector<short> samples_;
+};
+
+}  // namespace
+
+SoundPlayer::SoundPlayer(AudioDeviceOpener open)
+    : open_(std::move(open)), thread_([this](const std::stop_token& stop) { Run(stop); }) {}
+
+SoundPlayer::~SoundPlayer() {
+  thread_ = {};
+  device_.reset();
+}
+
+void SoundPlayer::Play(std::string path) { Order(std::move(path)); }
+void SoundPlayer::Stop() { Order({}); }
+
+void SoundPlayer::Order(std::string path) {
+  const std::lock_guard lock(mutex_);
+  ahead_.clear();
+  order_ = std::move(path);
+  changed_.notify_all();
+}
+
+// The player's thread.
+void SoundPlayer::Run(const std::stop_token& stop) {
+  FindAudioDriver();
+  while (!stop.stop_requested()) {
+    std::unique_lock lock(mutex_);
+    const std::chrono::milliseconds patience = device_ ? kDeviceLinger : kNoDevice;
+    const bool ordered = changed_.wait_for(lock, stop, patience, [this] { return order_.has_value(); });
+    const std::string path = std::exchange(order_, std::nullopt).value_or(std::string());
+    lock.unlock();
+    if (!ordered)
+      device_.reset();
+    else if (!path.empty())
+      Stream(path, stop);
+  }
+}
+
+void SoundPlayer::Stream(const std::string& path, const std::stop_token& stop) {
+  SoundFile file(path);
+  if (!file.IsOpen()) return;
+  auto block = file.NextBlock();
+  if (block.empty() || !HaveDevice(file.Format())) return;
+  for (; !block.empty() && Append(block, stop); block = file.NextBlock()) device_->Start();
+}
+
+bool SoundPlayer::HaveDevice(const AudioFormat& format) {
+  if (device_ && format_ == format) return true;
+  device_.reset();
+  format_ = format;
+  device_ = open_(format, [this](std::span<std::uint8_t> buffer) { Fill(buffer); });
+  return device_ != nullptr;
+}
+
+// Waits for room. False if something else has been ordered meanwhile.
+bool SoundPlayer::Append(std::span<const std::uint8_t> bytes, const std::stop_token& stop) {
+  std::unique_lock lock(mutex_);
+  const std::size_t most = bytes.size() * (kBlocksAhead - 1);
+  changed_.wait(lock, stop, [&] { return order_ || ahead_.size() <= most; });
+  if (order_ || stop.stop_requested()) return false;
+  ahead_.insert(ahead_.end(), bytes.begin(), bytes.end());
+  return true;
+}
+
+// The device's thread.
+void SoundPlayer::Fill(std::span<std::uint8_t> buffer) {
+  const std::lock_guard lock(mutex_);
+  const auto count = static_cast<std::ptrdiff_t>(std::min(buffer.size(), ahead_.size()));
+  std::copy_n(ahead_.begin(), count, buffer.begin());
+  ahead_.erase(ahead_.begin(), ahead_.begin() + count);
+  std::fill(buffer.begin() + count, buffer.end(), format_.SilentByte());
+  changed_.notify_all();
+}
+
+}  // namespace platform

@@ -5,8 +5,6 @@
 namespace platform {
 namespace {
 
-// A device that hasn't played a slice this long after its time is given up, so that nothing waits for it.
-constexpr std::chrono::milliseconds kStallAllowance{2000};
 constexpr std::chrono::hours kNoDue{24};
 
 std::optional<AudioFormat> AudioFormatOf(const WaveFormatEx& format) {
@@ -23,9 +21,9 @@ std::chrono::milliseconds LengthOf(std::size_t bytes, const AudioFormat& format)
 
 }  // namespace
 
-SliceOutput::SliceOutput(AudioDeviceOpener open, std::chrono::milliseconds linger)
+SliceOutput::SliceOutput(AudioDeviceOpener open, Patience patience)
     : open_(std::move(open)),
-      linger_(linger),
+      patience_(patience),
       watcher_([this](const std::stop_token& stop) { Watch(stop); }) {}
 
 SliceOutput::~SliceOutput() {
@@ -81,7 +79,7 @@ WaveCode SliceOutput::Write(WaveHandle handle, const WaveHeader& header) {
     if (client_->prepared != &header || (!header.lpData && header.dwBufferLength)) return kWaveUnprepared;
     slice_ = Slice{{static_cast<const std::uint8_t*>(header.lpData), header.dwBufferLength},
                    device_->BuffersBehind()};
-    SetDue(Clock::now() + LengthOf(header.dwBufferLength, format_) + kStallAllowance);
+    SetDue(Clock::now() + LengthOf(header.dwBufferLength, format_) + patience_.stall);
   }
   device_->Start();
   return kWaveOk;
@@ -101,7 +99,7 @@ WaveCode SliceOutput::Close(WaveHandle handle) {
   if (slice_) return kWaveStillPlaying;
   const Client client = *client_;
   client_.reset();
-  SetDue(Clock::now() + linger_);
+  SetDue(Clock::now() + patience_.linger);
   Tell(client, WOM_CLOSE);
   return kWaveOk;
 }

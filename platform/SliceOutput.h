@@ -17,7 +17,15 @@ namespace platform {
 /// open for a while after Close and is taken up again by the next Open of the same format.
 class SliceOutput {
  public:
-  explicit SliceOutput(AudioDeviceOpener open, std::chrono::milliseconds linger = kDeviceLinger);
+  struct Patience {
+    /// How long the device stays open after Close.
+    std::chrono::milliseconds linger = kDeviceLinger;
+    /// A device that hasn't played a slice this long after the slice's time counts as stalled: the slice is
+    /// given up.
+    std::chrono::milliseconds stall{2000};
+  };
+
+  SliceOutput(AudioDeviceOpener open, Patience patience);
   SliceOutput(const SliceOutput&) = delete;
   SliceOutput& operator=(const SliceOutput&) = delete;
   ~SliceOutput();
@@ -55,7 +63,7 @@ class SliceOutput {
   static void Tell(const Client& client, std::uint32_t message);
 
   const AudioDeviceOpener open_;
-  const std::chrono::milliseconds linger_;
+  const Patience patience_;
 
   /// Held while the device is opened or closed; taken before mutex_, never within it.
   std::mutex device_mutex_;

@@ -29,7 +29,7 @@ class MachineOutput : public WaveOutput {
 
  private:
   SoundPlayer player_{OpenAudioDevice};
-  SliceOutput slices_{OpenAudioDevice};
+  SliceOutput slices_{OpenAudioDevice, SliceOutput::Patience()};
 };
 
 WaveOutput*& ReplacedOutput() {

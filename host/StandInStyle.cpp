@@ -39,6 +39,13 @@ void DressStandIn(QWidget& window) {
     QSpinBox, QDoubleSpinBox, QLineEdit, QComboBox, QListView, QTreeView {
       background: #1b1d21; border: 1px solid #40454d; border-radius: 3px; padding: 3px;
       selection-background-color: #ecb25c; selection-color: #1f2226; }
+    QSpinBox::up-button, QSpinBox::down-button, QDoubleSpinBox::up-button, QDoubleSpinBox::down-button {
+      background: #2b2f35; border: none; width: 18px; }
+    QSpinBox::up-arrow, QDoubleSpinBox::up-arrow { image: url(:/assets/host/up.png); width: 9px; height: 9px; }
+    QSpinBox::down-arrow, QDoubleSpinBox::down-arrow, QComboBox::down-arrow {
+      image: url(:/assets/host/down.png); width: 9px; height: 9px; }
+    QComboBox::drop-down { border: none; width: 20px; }
+    QHeaderView::section { background: #2b2f35; border: none; border-right: 1px solid #40454d; padding: 3px 6px; }
     QSpinBox:focus, QDoubleSpinBox:focus, QLineEdit:focus { border-color: #ecb25c; }
   )");
 }

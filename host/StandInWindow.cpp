@@ -2,9 +2,11 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDir>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QProgressBar>
 #include <QScreen>
 #include <QSlider>
@@ -12,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "host/FrameView.h"
+#include "host/HostSettings.h"
 #include "host/StandInStyle.h"
 #include "host/TransportIcons.h"
 
@@ -28,6 +31,9 @@ StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
   DressStandIn(*this);
   MakeTransportActions();
   setCentralWidget(MakeBody());
+  MakeMenus();
+  picture_folder_ = QDir::homePath();
+  stand_in_->SetWallpaper(WallpaperFile(ChosenWallpaper()).toStdString());
 
   status_clock_.start();
   refresh_timer_.setSingleShot(true);
@@ -78,6 +84,8 @@ QWidget* StandInWindow::MakeTransportRow() {
     auto* button = new QToolButton(row);
     button->setDefaultAction(action);
     button->setIconSize({18, 18});
+    // Space plays: a button with the focus would take it. The keyboard has the slider and the actions' keys.
+    button->setFocusPolicy(Qt::NoFocus);
     columns->addWidget(button);
   }
   scrub_ = new QSlider(Qt::Horizontal, row);
@@ -171,6 +179,8 @@ void StandInWindow::RefreshCaptions() {
 void StandInWindow::RefreshStatus() {
   const auto& status = stand_in_->Status();
   status_label_->setText(status ? QString::fromStdString(status->text) : tr("Ready"));
+  // While a tool reads or writes frames the animation must stay the one that it is at work on.
+  animation_menu_->setEnabled(!status);
   status_bar_->setVisible(status.has_value());
   status_bar_->setValue(status ? static_cast<int>(status->percent) : 0);
 }

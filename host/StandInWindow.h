@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "host/stand_in.h"
+#include "host/theme_presets.h"
 
 class QAction;
 class QLabel;
@@ -46,6 +47,26 @@ class StandInWindow : public QMainWindow, public StandInView {
                           std::function<void()> step);
   void PutInCorner();
 
+  // The menus.
+  void MakeMenus();
+  void MakeAnimationMenu();
+  void MakePlayMenu();
+  void MakeLookMenu();
+  void AddWallpapers(QMenu* menu);
+  void ChooseTheme(Theme theme);
+  void ChooseWallpaper(const QString& name_or_path);
+  void AskWallpaper();
+  void AskNewAnimation();
+  void AskPictures();
+  void AskFolder();
+  void OpenPictures(const QStringList& files);
+  void AskSave();
+  bool MayReplace(const QString& base);
+  void SaveFrames(const QString& base);
+  void AskRate();
+  void ShowFailure(const QString& text);
+  void ShowNote(const QString& text);
+
   // What they show.
   void RefreshSoon();
   void RefreshFrame();
@@ -63,6 +84,8 @@ class StandInWindow : public QMainWindow, public StandInView {
   std::shared_ptr<StandIn> stand_in_;
   Place place_;
 
+  QMenu* animation_menu_ = nullptr;
+  QString picture_folder_;
   FrameView* view_ = nullptr;
   QLabel* frame_label_ = nullptr;
   QLabel* facts_label_ = nullptr;

@@ -1,0 +1,206 @@
+// The stand-in's menus: animations in and out, rate, themes and wallpapers.
+#include <QActionGroup>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+
+#include "host/HostSettings.h"
+#include "host/NewAnimationDialog.h"
+#include "host/PictureFiles.h"
+#include "host/StandInWindow.h"
+#include "host/demo_animation.h"
+#include "platform/Application.h"
+
+namespace host {
+namespace {
+
+QAction* AddItem(QMenu* menu, const char* name, const QString& text, std::function<void()> chosen,
+                 const QKeySequence& keys = {}) {
+  QAction* action = menu->addAction(text);
+  action->setObjectName(name);
+  action->setShortcut(keys);
+  QObject::connect(action, &QAction::triggered, menu, [chosen = std::move(chosen)] { chosen(); });
+  return action;
+}
+
+QAction* AddChoice(QMenu* menu, QActionGroup* group, const QString& text, bool ticked,
+                   std::function<void()> chosen) {
+  QAction* action = menu->addAction(text);
+  action->setCheckable(true);
+  action->setChecked(ticked);
+  group->addAction(action);
+  QObject::connect(action, &QAction::triggered, menu, [chosen = std::move(chosen)] { chosen(); });
+  return action;
+}
+
+}  // namespace
+
+void StandInWindow::MakeMenus() {
+  MakeAnimationMenu();
+  MakePlayMenu();
+  MakeLookMenu();
+}
+
+void StandInWindow::MakeAnimationMenu() {
+  animation_menu_ = menuBar()->addMenu(tr("&Animation"));
+  animation_menu_->setObjectName("AnimationMenu");
+  AddItem(
+      animation_menu_, "New", tr("&New..."), [this] { AskNewAnimation(); }, QKeySequence::New);
+  AddItem(
+      animation_menu_, "OpenPictures", tr("&Open pictures..."), [this] { AskPictures(); },
+      QKeySequence::Open);
+  AddItem(animation_menu_, "OpenFolder", tr("Open &folder..."), [this] { AskFolder(); });
+  AddItem(animation_menu_, "Demonstration", tr("&Demonstration"),
+          [this] { stand_in_->TakeAnimation(DrawDemoAnimation()); });
+  animation_menu_->addSeparator();
+  AddItem(
+      animation_menu_, "Save", tr("&Save as numbered pictures..."), [this] { AskSave(); },
+      QKeySequence::Save);
+  animation_menu_->addSeparator();
+  const bool apart = place_ == Place::Apart;
+  AddItem(
+      animation_menu_, "Leave", apart ? tr("&Quit") : tr("&Minimise"), [this] { close(); },
+      QKeySequence::Quit);
+}
+
+void StandInWindow::MakePlayMenu() {
+  QMenu* menu = menuBar()->addMenu(tr("&Frames"));
+  menu->setObjectName("FramesMenu");
+  menu->addActions({play_, first_, back_, forward_, last_});
+  menu->addSeparator();
+  AddItem(menu, "Rate", tr("Frame &rate..."), [this] { AskRate(); });
+}
+
+void StandInWindow::MakeLookMenu() {
+  QMenu* menu = menuBar()->addMenu(tr("&Look"));
+  menu->setObjectName("LookMenu");
+  auto* themes = new QActionGroup(this);
+  const auto current = CurrentTheme();
+  for (const Theme theme : kThemes) {
+    const QString name = QString::fromUtf8(ThemeName(theme).data());
+    AddChoice(menu, themes, tr("%1 colours").arg(name), current == theme, [this, theme] {
+      ChooseTheme(theme);
+    })->setObjectName("Theme" + name);
+  }
+  menu->addSeparator();
+  AddWallpapers(menu);
+}
+
+void StandInWindow::AddWallpapers(QMenu* menu) {
+  auto* wallpapers = new QActionGroup(this);
+  const QString chosen = ChosenWallpaper();
+  AddChoice(menu, wallpapers, tr("No wallpaper"), chosen.isEmpty(), [this] { ChooseWallpaper({}); });
+  for (const QString& name : WallpaperNames())
+    AddChoice(menu, wallpapers, tr("Wallpaper \"%1\"").arg(name), chosen == name, [this, name] {
+      ChooseWallpaper(name);
+    })->setObjectName("Wallpaper" + name);
+  const bool own = !chosen.isEmpty() && !WallpaperNames().contains(chosen);
+  AddChoice(menu, wallpapers, tr("Own wallpaper..."), own, [this] { AskWallpaper(); });
+}
+
+void StandInWindow::ChooseTheme(Theme theme) {
+  if (!StoreTheme(theme)) return ShowFailure(tr("The settings can't be written."));
+  // The tools that stand open take the colours on at once.
+  for (FormObject* form : std::vector(stand_in_->Forms()))
+    platform::RunEvent([form] { form->RunPrefsCallback(); });
+}
+
+void StandInWindow::ChooseWallpaper(const QString& name_or_path) {
+  if (!StoreWallpaper(name_or_path)) ShowFailure(tr("The settings can't be written."));
+  stand_in_->SetWallpaper(WallpaperFile(name_or_path).toStdString());
+  ShowNote(tr("Windows that are opened from now on show the wallpaper."));
+}
+
+void StandInWindow::AskWallpaper() {
+  const QString file = QFileDialog::getOpenFileName(this, tr("Choose a wallpaper"), picture_folder_,
+                                                    tr("Pictures (%1)").arg(PicturePatterns()));
+  if (!file.isEmpty()) ChooseWallpaper(file);
+}
+
+void StandInWindow::AskNewAnimation() {
+  const FrameSize size = stand_in_->CurrentAnimation().Size();
+  if (auto animation = AskForNewAnimation(this, size)) stand_in_->TakeAnimation(std::move(*animation));
+}
+
+void StandInWindow::AskPictures() {
+  const QStringList files =
+      QFileDialog::getOpenFileNames(this, tr("Open numbered pictures or an animation"), picture_folder_,
+                                    tr("Pictures (%1)").arg(PicturePatterns()));
+  if (files.isEmpty()) return;
+  picture_folder_ = QFileInfo(files.first()).absolutePath();
+  OpenPictures(SortedByNumber(files));
+}
+
+void StandInWindow::AskFolder() {
+  const QString folder =
+      QFileDialog::getExistingDirectory(this, tr("Open a folder of pictures"), picture_folder_);
+  if (folder.isEmpty()) return;
+  picture_folder_ = folder;
+  const QStringList files = PicturesIn(folder);
+  if (files.isEmpty()) return ShowFailure(tr("There is no picture in the folder \"%1\".").arg(folder));
+  OpenPictures(files);
+}
+
+void StandInWindow::OpenPictures(const QStringList& files) {
+  stand_in_->StatusOpen(tr("Opening pictures...").toStdString());
+  auto result = ReadPictures(files, [this](double percent) { stand_in_->StatusPercent(percent); });
+  stand_in_->StatusClose();
+  if (const auto* reason = std::get_if<std::string>(&result))
+    return ShowFailure(QString::fromStdString(*reason));
+  stand_in_->TakeAnimation(std::move(std::get<Animation>(result)));
+}
+
+void StandInWindow::AskSave() {
+  if (stand_in_->CurrentAnimation().FrameCount() == 0) return;
+  const QString chosen =
+      QFileDialog::getSaveFileName(this, tr("Save as numbered pictures"), picture_folder_ + "/frame",
+                                   tr("PNG pictures (*.png)"), nullptr, QFileDialog::DontConfirmOverwrite);
+  if (chosen.isEmpty()) return;
+  picture_folder_ = QFileInfo(chosen).absolutePath();
+  const QString base = chosen.endsWith(".png", Qt::CaseInsensitive) ? chosen.chopped(4) : chosen;
+  if (MayReplace(base)) SaveFrames(base);
+}
+
+bool StandInWindow::MayReplace(const QString& base) {
+  QStringList standing;
+  for (const QString& name : NumberedNames(base, stand_in_->CurrentAnimation().FrameCount()))
+    if (QFileInfo::exists(name)) standing << QFileInfo(name).fileName();
+  if (standing.isEmpty()) return true;
+  const QString text = standing.size() == 1
+                           ? tr("The picture %1 is already there. Replace it?").arg(standing.first())
+                           : tr("%1 of the pictures are already there, %2 to %3. Replace them?")
+                                 .arg(standing.size())
+                                 .arg(standing.first(), standing.last());
+  return QMessageBox::question(this, windowTitle(), text, QMessageBox::Yes | QMessageBox::No,
+                               QMessageBox::No) == QMessageBox::Yes;
+}
+
+void StandInWindow::SaveFrames(const QString& base) {
+  stand_in_->StatusOpen(tr("Saving pictures...").toStdString());
+  const auto failure = SavePictures(stand_in_->CurrentAnimation(), base,
+                                    [this](double percent) { stand_in_->StatusPercent(percent); });
+  stand_in_->StatusClose();
+  if (failure) return ShowFailure(QString::fromStdString(*failure));
+  ShowNote(
+      tr("%1 pictures saved in %2").arg(stand_in_->CurrentAnimation().FrameCount()).arg(picture_folder_));
+}
+
+void StandInWindow::AskRate() {
+  bool taken = false;
+  const double rate = QInputDialog::getDouble(this, tr("Frame rate"), tr("Frames per second"),
+                                              FramesPerSecond(), 0.1, 240, 3, &taken);
+  if (taken) stand_in_->SetFrameRate(rate);
+}
+
+void StandInWindow::ShowFailure(const QString& text) { QMessageBox::warning(this, windowTitle(), text); }
+
+void StandInWindow::ShowNote(const QString& text) {
+  if (!stand_in_->Status()) status_label_->setText(text);
+}
+
+}  // namespace host

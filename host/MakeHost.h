@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// The host that is running on the session bus, or else the embedded stand-in. The application must be
+/// The host that runs beside the tool if there is one, else the embedded stand-in. The application must be
 /// running.
 std::shared_ptr<HostObject> MakeHost();
 

@@ -49,7 +49,3 @@ void Form1::MYCartoon_Click() {}
 
 // painter/Form1_FramePainter.cpp
 void Form1::FramePainterM_Click() {}
-
-// look/Form1_Prefs.cpp
-void Form1::PrefsCallback(platform::Window&) {}
-void Form1::Draw_Pattern(platform::Window&) {}

@@ -1,0 +1,17 @@
+// The main window's part in the host's colours: it dresses itself and its two dialogs.
+#include "app/Form1.h"
+#include "app/Guarded.h"
+#include "look/ThemeWalk.h"
+
+void Form1::PrefsCallback(platform::Window& form_object) {
+  const look::ThemeColors theme = look::ReadHostTheme();
+  form_object.SetBackColor(look::kBackdrop);
+  look::DressControls(form_object, theme, look::ButtonsAre::Dressed);
+  // This window's mouth preview, whichever window was passed: a change of the settings since the start shows
+  // there as soon as a dialog first loads.
+  Picture1.SetBackColor(theme[look::ThemeKey::SpecialBackdrop]);
+}
+
+void Form1::Draw_Pattern(platform::Window& this_object) {
+  app::Guarded([&] { look::TileWindow(this_object, Image1); });
+}

@@ -37,7 +37,6 @@ void QuitWhenNothingIsLeft() {
 void PrepareApplication() {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setApplicationName("exposure-sheet");
-  QApplication::setApplicationDisplayName("Exposure Sheet");
   QApplication::setDesktopFileName("exposure-sheet");
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   QIcon icon;

@@ -42,7 +42,7 @@ QMessageBox::Icon ToolkitIcon(Icon icon) {
 }
 
 Answer ShowMessage(const Message& message) {
-  QMessageBox box(ToolkitIcon(message.icon), QApplication::applicationDisplayName(),
+  QMessageBox box(ToolkitIcon(message.icon), "Exposure Sheet",
                   QString::fromStdString(message.text), ToolkitButtons(message.buttons),
                   QApplication::activeWindow());
   box.setObjectName("MsgBox");

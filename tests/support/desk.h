@@ -1,0 +1,57 @@
+// The desk that a window test works at: scripted answers to dialogs, real windows off the screen, events.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Dialogs.h"
+#include "support/recording_host.h"
+
+class Form1;
+
+namespace support {
+
+/// A fresh empty folder, the same one for the whole of a test's process.
+std::string ScratchFolder();
+
+/// Writes a file into the scratch folder and returns its path.
+std::string WriteScratch(const std::string& name, const std::string& bytes);
+std::string ReadWhole(const std::string& path);
+
+/// A RIFF wave file of the given samples, one channel unless said otherwise.
+std::string WaveBytes(int bits_per_sample, int samples_per_second, const std::string& data, int channels = 1);
+
+/// Answers every message box with the next of these, then with OK, and keeps what was shown.
+struct ScriptedMessages {
+  ScriptedMessages();
+  ~ScriptedMessages();
+  std::vector<platform::Answer> answers;
+  std::vector<platform::Message> shown;
+  std::vector<std::string> Texts() const;
+};
+
+/// Answers file dialogs with the next of these paths; an empty one, or none left, is Cancel.
+struct ScriptedFiles {
+  ScriptedFiles();
+  ~ScriptedFiles();
+  std::vector<std::string> paths;
+  std::vector<platform::FileQuestion> asked;
+};
+
+/// Handles all events that are due, drawings put off included.
+void HandleEvents();
+
+/// A recording host that has brought up the main window, and its script of dialogs.
+class Desk {
+ public:
+  Desk();
+  ~Desk();
+  /// The main window, loaded and shown.
+  Form1& Main();
+  ScriptedMessages messages;
+  ScriptedFiles files;
+  std::shared_ptr<RecordingHost> host;
+};
+
+}  // namespace support

@@ -156,7 +156,7 @@ def _low_tongue(x, y, m, c):
 def _raised_tongue(x, y, m, c):
     """The underside of the lifted tongue, with the band that ties it below."""
     bottom = c.inner_bottom[:, 1].max()
-    tip = model.UPPER_TEETH_EDGE - 2
+    tip = model.UPPER_TEETH_EDGE + 0.6
     rise = np.clip((y - tip) / (bottom - tip), 0, 1)
     half = model.raised_tongue_half(rise)
     inside = (np.abs(x - CENTRE_X) < half) & (y > tip)

@@ -31,7 +31,7 @@ class Mouth:
     press: float = 0.0  # lips pressed: a hard line, dents at the corners
     part: float = 1.0  # share of the width over which the lips part
     teeth: str = ""  # "", "upper", "both", "bite"
-    tongue: str = ""  # "", "low", "raised"
+    tongue: str = ""  # "", "low", "raised", "deep" (far back, seen in shading alone)
 
 
 MOUTHS = {
@@ -43,7 +43,7 @@ MOUTHS = {
     6: Mouth(width=53, opening=31, jaw=30, lift=6, roundness=0.15, upper=11, lower=14, corner=-7, teeth="upper", tongue="low"),
     7: Mouth(width=43, opening=11, jaw=8, lift=5, upper=12, lower=12, corner=3, part=0.74, teeth="bite"),
     8: Mouth(width=39, opening=39, jaw=41, lift=4, roundness=0.45, upper=13, lower=16.5, teeth="upper", tongue="raised"),
-    9: Mouth(width=25, opening=42, jaw=44, lift=4, roundness=1, push=0.45, upper=15, lower=18),
+    9: Mouth(width=25, opening=42, jaw=44, lift=4, roundness=1, push=0.45, upper=15, lower=18, tongue="deep"),
     10: Mouth(width=16, opening=20, jaw=16, lift=1, roundness=1, push=1, upper=18, lower=20),
     11: Mouth(width=13.5, opening=6, jaw=6, lift=-2, roundness=0.75, push=1, upper=18, lower=19),
 }
@@ -118,7 +118,7 @@ def closed(top, bottom):
 def raised_tongue_half(rise):
     """Half the width of a lifted tongue, from its round tip (0) to the floor (1)."""
     root = np.clip((rise - 0.55) / 0.45, 0, 1)
-    return 17.0 * np.clip(1 - (1 - rise) ** 2.4, 0, 1) ** 0.6 + 8.0 * root**2
+    return 17.5 * np.clip(1 - (1 - rise) ** 2.4, 0, 1) ** 0.58 + 5.0 * root**2
 
 
 # Widths of the teeth from the middle outward, as the arch turns them away.

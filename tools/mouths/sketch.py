@@ -96,6 +96,8 @@ def _inside(x, y, m, c):
     """The dark of the mouth with tongue and teeth in it."""
     top, bottom = c.inner_top[:, 1].min(), c.inner_bottom[:, 1].max()
     image = 32 + 26 * smooth(lerp(top, bottom, 0.3), bottom, y) + 0 * x
+    if m.tongue == "deep":
+        image += 24 * bump((x - 61) / m.width, 0.6) * smooth(lerp(top, bottom, 0.55), lerp(top, bottom, 0.8), y)
     if m.tongue == "low":
         image = _low_tongue(image, x, y, m, c)
     if m.tongue == "raised":
@@ -124,7 +126,7 @@ def _low_tongue(image, x, y, m, c):
 def _raised_tongue(image, x, y, m, c):
     """The tip behind the upper teeth, so the underside shows, with its band below."""
     bottom = c.inner_bottom[:, 1].max()
-    tip = model.UPPER_TEETH_EDGE - 2
+    tip = model.UPPER_TEETH_EDGE - 1
     rise = np.clip((y - tip) / (bottom - tip), 0, 1)
     half = model.raised_tongue_half(rise)
     u = (x - CENTRE_X) / np.maximum(half, 0.1)

@@ -77,16 +77,25 @@ void Trace(Pixel* pixels, const Axis& major, const Axis& minor, Pixel pixel) {
   }
 }
 
-/// Part of a colour laid over another, coverage 0 to 255, to the nearest.
-std::uint32_t Mixed(std::uint32_t under, std::uint32_t over, std::uint32_t coverage) {
-  return (over * coverage + under * (255 - coverage) + 127) / 255;
+/// A colour laid over another, coverage 0 to 255, each part to the nearest. Red and blue are worked out side
+/// by side: the sum with its own 256th part added is the division by 255, for all sums up to 255 x 255.
+Pixel MixedPixel(Pixel under, Pixel over, std::uint32_t coverage) {
+  constexpr std::uint32_t kRedBlue = 0x00FF00FFu, kGreen = 0x0000FF00u;
+  const std::uint32_t rest = 255 - coverage;
+  std::uint32_t red_blue = (over & kRedBlue) * coverage + (under & kRedBlue) * rest + 0x00800080u;
+  red_blue = (red_blue + (red_blue >> 8 & kRedBlue)) >> 8 & kRedBlue;
+  std::uint32_t green = (over >> 8 & 255) * coverage + (under >> 8 & 255) * rest + 0x80u;
+  green = (green + (green >> 8)) & kGreen;
+  return 0xFF000000u | red_blue | green;
 }
 
-Pixel MixedPixel(Pixel under, Pixel over, std::uint32_t coverage) {
-  const auto part = [&](int shift) {
-    return Mixed(under >> shift & 255, over >> shift & 255, coverage) << shift;
-  };
-  return 0xFF000000u | part(16) | part(8) | part(0);
+bool CoversAnything(const TextMask& mask, const PixelBox& box) {
+  for (int y = box.top; y < box.bottom; ++y)
+    for (int x = box.left; x < box.right; ++x)
+      if (mask.coverage[static_cast<std::size_t>(y) * static_cast<std::size_t>(mask.width) +
+                        static_cast<std::size_t>(x)] != 0)
+        return true;
+  return false;
 }
 
 }  // namespace
@@ -136,6 +145,27 @@ void InvertBox(const PixelView& view, const PixelBox& box) {
   for (int y = cut.top; y < cut.bottom; ++y)
     std::for_each(view.Row(y) + cut.left, view.Row(y) + cut.right,
                   [](Pixel& pixel) { pixel ^= 0x00FFFFFFu; });
+}
+
+TextMask Trimmed(const TextMask& mask) {
+  PixelBox box{0, 0, mask.width, mask.height};
+  while (!box.Empty() && !CoversAnything(mask, {box.left, box.top, box.right, box.top + 1})) ++box.top;
+  while (!box.Empty() && !CoversAnything(mask, {box.left, box.bottom - 1, box.right, box.bottom}))
+    --box.bottom;
+  while (!box.Empty() && !CoversAnything(mask, {box.left, box.top, box.left + 1, box.bottom})) ++box.left;
+  while (!box.Empty() && !CoversAnything(mask, {box.right - 1, box.top, box.right, box.bottom})) --box.right;
+  TextMask trimmed;
+  trimmed.advance = mask.advance;
+  if (box.Empty()) return trimmed;
+  trimmed.left = mask.left + box.left;
+  trimmed.top = mask.top + box.top;
+  trimmed.width = box.right - box.left;
+  trimmed.height = box.bottom - box.top;
+  for (int y = box.top; y < box.bottom; ++y) {
+    const auto row = mask.coverage.begin() + static_cast<std::ptrdiff_t>(y) * mask.width;
+    trimmed.coverage.insert(trimmed.coverage.end(), row + box.left, row + box.right);
+  }
+  return trimmed;
 }
 
 void BlendMask(const PixelView& view, int x, int y, const TextMask& mask, Color color) {

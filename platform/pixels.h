@@ -67,6 +67,9 @@ struct TextMask {
   std::vector<std::uint8_t> coverage;
 };
 
+/// The same mask without the rows and columns at its edges that cover nothing.
+TextMask Trimmed(const TextMask& mask);
+
 /// Lays a mask at a text position in a colour.
 void BlendMask(const PixelView& view, int x, int y, const TextMask& mask, Color color);
 

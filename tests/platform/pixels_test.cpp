@@ -121,5 +121,42 @@ TEST(BlendMask, MixesByCoverageAtItsOffsetAndStaysInTheClip) {
   EXPECT_EQ(sheet.view.Row(0)[2], PixelFrom(Rgb(204, 204, 204)));
 }
 
+TEST(BlendMask, MixesToTheNearestOfEverySum) {
+  TextMask mask;
+  mask.width = mask.height = 1;
+  for (int coverage = 1; coverage < 256; ++coverage)
+    for (int under = 0; under < 256; under += 3)
+      for (int over : {0, 34, 200, 255}) {
+        Pixel pixel = PixelFrom(Rgb(under, over, 255 - under));
+        mask.coverage = {static_cast<std::uint8_t>(coverage)};
+        BlendMask(MakeView(&pixel, 1, 1, 1), 0, 0, mask, Rgb(over, under, over));
+        const auto mixed = [coverage](int below, int above) {
+          return (2 * (above * coverage + below * (255 - coverage)) + 255) / 510;
+        };
+        ASSERT_EQ(pixel, PixelFrom(Rgb(mixed(under, over), mixed(over, under), mixed(255 - under, over))))
+            << coverage << ' ' << under << ' ' << over;
+      }
+}
+
+TEST(Trimmed, KeepsThePlaceOfWhatIsCovered) {
+  TextMask mask;
+  mask.left = -2;
+  mask.top = 3;
+  mask.width = 4;
+  mask.height = 3;
+  mask.advance = 2.5;
+  mask.coverage = {0, 0, 0, 0, 0, 0, 9, 0, 0, 8, 0, 0};
+  const TextMask trimmed = Trimmed(mask);
+  EXPECT_EQ(trimmed.left, -1);
+  EXPECT_EQ(trimmed.top, 4);
+  EXPECT_EQ(trimmed.width, 2);
+  EXPECT_EQ(trimmed.height, 2);
+  EXPECT_EQ(trimmed.coverage, (std::vector<std::uint8_t>{0, 9, 8, 0}));
+  EXPECT_EQ(trimmed.advance, 2.5);
+  mask.coverage.assign(12, 0);
+  EXPECT_EQ(Trimmed(mask).width, 0);
+  EXPECT_EQ(Trimmed(mask).advance, 2.5);
+}
+
 }  // namespace
 }  // namespace platform

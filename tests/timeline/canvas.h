@@ -1,0 +1,48 @@
+// A picture in memory for the drawing tests.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/pixels.h"
+
+namespace timeline {
+
+class Canvas {
+ public:
+  Canvas(int width, int height, platform::Color fill = platform::Rgb(255, 0, 255))
+      : pixels_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height),
+                platform::PixelFrom(fill)) {
+    view = platform::MakeView(pixels_.data(), width, height, width);
+  }
+
+  platform::Color At(int x, int y) const { return platform::ColorFrom(view.Row(y)[x]); }
+
+  platform::PixelView view;
+
+ private:
+  std::vector<platform::Pixel> pixels_;
+};
+
+/// Fails at the first pixel in which two pictures of one size differ.
+inline void ExpectSamePixels(const Canvas& shown, const Canvas& wanted, const std::string& when) {
+  for (int y = 0; y < wanted.view.height; ++y)
+    for (int x = 0; x < wanted.view.width; ++x)
+      ASSERT_EQ(shown.At(x, y), wanted.At(x, y)) << when << ": " << x << ',' << y;
+}
+
+/// Numbers that look random and are the same on every machine.
+class Numbers {
+ public:
+  explicit Numbers(std::uint32_t seed) : state_(seed) {}
+  int Below(int limit) {
+    state_ = state_ * 1664525u + 1013904223u;
+    return static_cast<int>((state_ >> 8) % static_cast<std::uint32_t>(limit));
+  }
+
+ private:
+  std::uint32_t state_;
+};
+
+}  // namespace timeline

@@ -1,0 +1,231 @@
+#include "timeline/velocity_drawing.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+
+#include "canvas.h"
+#include "timeline/highlight_box.h"
+
+namespace timeline {
+namespace {
+
+using platform::Rgb;
+
+// Letters of 3 by 5 pixels, each with its own strength, 4 pixels apart; a blank covers nothing.
+platform::TextMask BlockLetters(const std::string& text) {
+  platform::TextMask mask;
+  mask.top = 1;
+  mask.width = static_cast<int>(text.size()) * 4;
+  mask.height = 5;
+  mask.advance = mask.width;
+  for (int y = 0; y < mask.height; ++y)
+    for (int x = 0; x < mask.width; ++x) {
+      const char letter = text[static_cast<std::size_t>(x / 4)];
+      const bool covered = letter != ' ' && x % 4 < 3;
+      mask.coverage.push_back(static_cast<std::uint8_t>(covered ? 255 - letter : 0));
+    }
+  return mask;
+}
+
+VelocityScene Scene(int width, std::int32_t frames) {
+  VelocityScene scene;
+  scene.width = scene.wave_width = width;
+  scene.height = 64;
+  scene.ground = Rgb(192, 192, 192);
+  scene.frames = frames;
+  scene.tracks = {{{Rgb(255, 255, 192), true},
+                   {Rgb(255, 192, 192), true},
+                   {Rgb(192, 255, 192), true},
+                   {Rgb(192, 192, 255), true}}};
+  scene.values = VelocityTable(frames);
+  scene.rows = frames + 1;
+  return scene;
+}
+
+// The whole picture by the plain rule, layer after layer, with the general line and text calls.
+void DrawPlainly(const platform::PixelView& view, const VelocityScene& scene,
+                 const std::map<int, std::string>& shapes) {
+  LayGround(view, scene.width, scene.height, scene.ground, 63);
+  if (scene.frames == 0) return;
+  const double step =
+      scene.frames == 1 ? 0.0 : static_cast<float>(static_cast<double>(scene.width) / (scene.frames - 1));
+  for (int channel = 0; channel < 4; ++channel) {
+    if (!scene.tracks[static_cast<std::size_t>(channel)].visible) continue;
+    platform::PlotPoint(view, 0, 32, 0);
+    double x = 0, y = 32;
+    for (int i = 0; i < std::min(scene.frames, scene.values.Frames()); ++i) {
+      const double to_y = scene.values.At(i, channel);
+      platform::DrawLine(view, x, y, step * i, to_y, scene.tracks[static_cast<std::size_t>(channel)].color);
+      x = step * i;
+      y = to_y;
+    }
+  }
+  const double width = static_cast<double>(scene.wave_width) / scene.frames;
+  for (int i = 0; i < scene.rows; ++i) {
+    const int x = static_cast<int>(std::lrint(i * width));
+    platform::BlendMask(view, x, 2, BlockLetters(" " + std::to_string(i)), Rgb(34, 34, 34));
+    if (shapes.contains(i))
+      platform::BlendMask(view, x + 4, 12, BlockLetters(shapes.at(i)), Rgb(34, 68, 136));
+    if (i == scene.marked_frame && !scene.comment.empty()) {
+      platform::DrawLine(view, x, 2, x, 52, Rgb(136, 68, 34));
+      platform::BlendMask(view, x + 4, 52, BlockLetters(scene.comment), Rgb(136, 68, 34));
+    }
+  }
+}
+
+TEST(VelocityDrawing, CurvesAndCaptionsStandOnTheirOwnScales) {
+  VelocityScene scene = Scene(514, 30);
+  scene.values.Set(15, 3, 50);
+  scene.values.Set(0, 3, 63);
+  scene.rows = 31;
+  scene.marked_frame = 2;
+  scene.comment = "hi";
+  VelocityPicture picture(BlockLetters);
+  picture.ClearShapes(32);
+  picture.CaptureShape(1, "M ");
+  picture.Capture(scene);
+  Canvas canvas(514, 64);
+  picture.DrawOn(canvas.view);
+
+  EXPECT_EQ(canvas.At(266, 50), Rgb(192, 192, 255));  // frame 15 of 30 at 514 / 29 x 15 = 265.86
+  EXPECT_EQ(canvas.At(0, 40), Rgb(192, 192, 255));    // from (0, 32) down to the first frame's value
+  EXPECT_EQ(canvas.At(500, 32), Rgb(192, 192, 255));  // four tracks on one line: the last is seen
+  EXPECT_EQ(canvas.At(100, 0), Rgb(96, 96, 96));
+  // Frame 1's number at 17.13, its digit behind one blank; ground there is 101 at y 4.
+  EXPECT_NE(canvas.At(21, 4), canvas.At(25, 4));
+  // The mark of frame 2 at 34.27, from y 2 to 52, and its comment 4 pixels further.
+  for (const int y : {2, 30, 52}) EXPECT_EQ(canvas.At(34, y), Rgb(136, 68, 34)) << y;
+  EXPECT_NE(canvas.At(34, 1), Rgb(136, 68, 34));
+  EXPECT_NE(canvas.At(34, 53), Rgb(136, 68, 34));
+  EXPECT_NE(canvas.At(38, 53), canvas.At(37, 53));
+}
+
+TEST(VelocityDrawing, HidingTheTopTrackShowsTheNext) {
+  VelocityScene scene = Scene(100, 5);
+  VelocityPicture picture(BlockLetters);
+  Canvas canvas(100, 64);
+  const platform::Color seen[] = {Rgb(192, 192, 255), Rgb(192, 255, 192), Rgb(255, 192, 192),
+                                  Rgb(255, 255, 192)};
+  for (std::size_t hidden = 0; hidden < 4; ++hidden) {
+    picture.Capture(scene);
+    picture.DrawOn(canvas.view);
+    EXPECT_EQ(canvas.At(50, 32), seen[hidden]);
+    scene.tracks[3 - hidden].visible = false;
+  }
+  picture.Capture(scene);
+  picture.DrawOn(canvas.view);
+  EXPECT_EQ(canvas.At(50, 32), Rgb(146, 146, 146));
+}
+
+TEST(VelocityDrawing, OneFrameStandsAtTheLeftEdge) {
+  VelocityScene scene = Scene(100, 1);
+  scene.values.Set(0, 0, 60);
+  scene.tracks[1].visible = scene.tracks[2].visible = scene.tracks[3].visible = false;
+  VelocityPicture picture(BlockLetters);
+  picture.Capture(scene);
+  Canvas canvas(100, 64);
+  picture.DrawOn(canvas.view);
+  for (const int y : {32, 45, 60}) EXPECT_EQ(canvas.At(0, y), Rgb(255, 255, 192)) << y;
+  EXPECT_NE(canvas.At(1, 45), Rgb(255, 255, 192));
+  EXPECT_EQ(CurvePixel(0, 1, 100), 0);
+}
+
+void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int, std::string>& shapes,
+                    Numbers& numbers) {
+  const char* const names[] = {"", "M ", "Closed ", "Th"};
+  const char* const comments[] = {"", "a", "a long comment that reaches far"};
+  const int frame = numbers.Below(std::max(1, scene.values.Frames()));
+  switch (numbers.Below(16)) {
+    case 0:
+      scene.frames = numbers.Below(50);  // a new rate, and the tracks not yet
+      break;
+    case 1:
+      scene.frames = numbers.Below(50);
+      scene.values = VelocityTable(scene.frames);
+      scene.rows = scene.frames + numbers.Below(3);
+      picture.ClearShapes(scene.rows + 1);
+      shapes.clear();
+      break;
+    case 2:
+      scene.tracks[static_cast<std::size_t>(numbers.Below(4))].visible = numbers.Below(2) == 0;
+      break;
+    case 3:
+      scene.width = scene.wave_width = 40 + numbers.Below(120);
+      break;
+    case 4:
+      scene.values.Clear(numbers.Below(60));
+      break;
+    case 5:
+    case 6:
+    case 7:
+      if (scene.values.Frames() > 0)
+        scene.values.Set(frame, numbers.Below(4), static_cast<std::uint8_t>(numbers.Below(90)));
+      break;
+    case 8:
+    case 9:
+    case 10:
+      shapes[frame] = names[numbers.Below(4)];
+      picture.CaptureShape(frame, shapes[frame]);
+      break;
+    case 11:
+      for (int i = 0; i < 40; ++i) picture.CaptureShape(i, shapes[i] = names[numbers.Below(4)]);
+      break;
+    default:
+      scene.marked_frame = numbers.Below(scene.rows + 1) - 1;
+      scene.comment = comments[numbers.Below(3)];
+  }
+  picture.Capture(scene);
+}
+
+TEST(VelocityDrawing, AKeptPictureIsTheWholePictureAfterEveryChange) {
+  Numbers numbers(11);
+  VelocityScene scene = Scene(150, 24);
+  VelocityPicture picture(BlockLetters);
+  std::map<int, std::string> shapes;
+  Canvas canvas(160, 64);
+  for (int step = 0; step < 1500; ++step) {
+    ChangeAtRandom(scene, picture, shapes, numbers);
+    if (numbers.Below(3) == 0) continue;  // drawing put off
+    picture.DrawOn(canvas.view);
+    Canvas wanted(scene.width, 64);
+    DrawPlainly(wanted.view, scene, shapes);
+    for (int y = 0; y < 64; ++y)
+      for (int x = 0; x < scene.width; ++x)
+        ASSERT_EQ(canvas.At(x, y), wanted.At(x, y)) << "step " << step << " at " << x << ',' << y;
+  }
+}
+
+TEST(VelocityDrawing, WhatChangesBehindTheCaptureIsNotShown) {
+  VelocityTracks tracks;
+  ResetTracks(tracks, 10);
+  VelocityScene scene = Scene(100, 10);
+  scene.values = tracks.VelocityValues;
+  VelocityPicture picture(BlockLetters);
+  picture.Capture(scene);
+  tracks.VelocityValues.Set(5, 3, 60);
+  Canvas canvas(100, 64), wanted(100, 64);
+  picture.DrawOn(canvas.view);
+  DrawPlainly(wanted.view, Scene(100, 10), {});
+  ExpectSamePixels(canvas, wanted, "captured before the stroke");
+}
+
+TEST(VelocityDrawing, ARowAdvanceLeavesTheRestOfTheCanvasAlone) {
+  VelocityScene scene = Scene(1000, 50);
+  scene.marked_frame = 10;
+  scene.comment = "ab";
+  VelocityPicture picture(BlockLetters);
+  Canvas canvas(1000, 64);
+  picture.Capture(scene);
+  picture.DrawOn(canvas.view);
+  scene.marked_frame = 11;
+  picture.Capture(scene);
+  const std::vector<platform::PixelBox> wanted = {
+      {200, 2, 201, 53}, {204, 53, 211, 58}, {220, 2, 221, 53}, {224, 53, 231, 58}};
+  EXPECT_EQ(picture.DrawOn(canvas.view), wanted);
+  EXPECT_TRUE(picture.DrawOn(canvas.view).empty());
+}
+
+}  // namespace
+}  // namespace timeline

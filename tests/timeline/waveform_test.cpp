@@ -1,0 +1,212 @@
+#include "timeline/waveform.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "canvas.h"
+#include "timeline/highlight_box.h"
+
+namespace timeline {
+namespace {
+
+using platform::Rgb;
+
+audio::SampleStore Sound(int bits, std::int32_t samples, const std::function<int(int)>& value) {
+  audio::SampleStore sound;
+  sound.WaveFormat.wBitsPerSample = static_cast<std::int16_t>(bits);
+  sound.WaveDataLength = bits == 16 ? samples * 2 : samples;
+  sound.Samples8 = audio::SampleArray<std::uint8_t>::Zeroed(sound.WaveDataLength);
+  sound.Samples16 = audio::SampleArray<std::int16_t>::Zeroed(sound.WaveDataLength);
+  for (std::int32_t i = 0; i <= samples; ++i) {
+    if (bits == 8) sound.Samples8.Writable()[i] = static_cast<std::uint8_t>(value(i));
+    if (bits == 16) sound.Samples16.Writable()[i] = static_cast<std::int16_t>(value(i));
+  }
+  return sound;
+}
+
+WaveScene Scene(int width, std::int32_t frames, std::int32_t current, audio::SampleStore sound = {}) {
+  WaveScene scene;
+  scene.width = width;
+  scene.height = 64;
+  scene.ground = Rgb(85, 85, 102);
+  scene.wave = Rgb(0, 192, 0);
+  scene.sound = std::move(sound);
+  scene.frames = frames;
+  scene.current_frame = current;
+  return scene;
+}
+
+TEST(HighlightBox, GoesFromHalfTheColourToAllOfItAndBack) {
+  Canvas canvas(2, 64);
+  LayGround(canvas.view, 2, 64, Rgb(85, 85, 102), 179);
+  EXPECT_EQ(canvas.At(0, 0), Rgb(42, 42, 51));    // 42.5, to the even
+  EXPECT_EQ(canvas.At(1, 32), Rgb(85, 85, 102));  // sine 0.99996
+  EXPECT_EQ(canvas.At(1, 63), Rgb(45, 45, 54));   // sine 0.0667
+  LayGround(canvas.view, 2, 64, Rgb(192, 192, 192), 63);
+  EXPECT_EQ(canvas.At(0, 0), Rgb(96, 96, 96));
+  EXPECT_EQ(canvas.At(0, 32), Rgb(146, 146, 146));  // sine 0.5224
+  EXPECT_EQ(canvas.At(1, 63), Rgb(181, 181, 181));  // sine 0.8829
+}
+
+TEST(HighlightBox, BothEndsAreDrawnAndAFlatBoxIsNothing) {
+  Canvas canvas(4, 4, 0);
+  HighlightBox(canvas.view, 1, 1, 2, 1, 200, 200, 200, 63);
+  HighlightBox(canvas.view, 1, 3, 2, 1, 200, 200, 200, 63);
+  EXPECT_EQ(canvas.At(1, 1), 0);
+  HighlightBox(canvas.view, 1, 1, 2, 2, 200, 200, 200, 0);
+  const int lit[4][4] = {{0, 0, 0, 0}, {0, 1, 1, 0}, {0, 1, 1, 0}, {0, 0, 0, 0}};
+  for (int y = 0; y < 4; ++y)
+    for (int x = 0; x < 4; ++x)
+      EXPECT_EQ(canvas.At(x, y), lit[y][x] ? Rgb(100, 100, 100) : 0) << x << ',' << y;
+}
+
+TEST(Waveform, ColumnsAreThePixelsOfTheLineFromSampleToSample) {
+  Numbers numbers(7);
+  const std::function<int(int)> noise8 = [&](int) { return numbers.Below(256); };
+  const std::function<int(int)> noise16 = [&](int) { return numbers.Below(65536) - 32768; };
+  const std::function<int(int)> slow16 = [&](int i) { return static_cast<int>(30000 * std::sin(i * 0.01)); };
+  struct Case {
+    int bits, samples, width;
+    const std::function<int(int)>& value;
+  } const cases[] = {{8, 1000, 200, noise8},  {8, 100, 514, noise8}, {16, 5000, 300, noise16},
+                     {16, 2500, 600, slow16}, {16, 3, 40, noise16},  {8, 1, 1, noise8}};
+  for (const Case& c : cases) {
+    const audio::SampleStore sound = Sound(c.bits, c.samples, c.value);
+    WaveScene scene = Scene(c.width, 0, -1, sound);
+    Canvas shown(c.width, 64), wanted(c.width, 64);
+    DrawWave(shown.view, scene);
+
+    LayGround(wanted.view, c.width, 64, scene.ground, 179);
+    const float stride = static_cast<float>(static_cast<double>(c.samples) / c.width);
+    double pen_x = 0, pen_y = 32;
+    for (int i = 0; i <= c.width; ++i) {
+      const auto index = std::lrint(i * static_cast<double>(stride));
+      const double y =
+          c.bits == 8 ? sound.Samples8.Data()[index] / 4.0 : sound.Samples16.Data()[index] / 512.0 + 32;
+      platform::DrawLine(wanted.view, pen_x, pen_y, i, y, scene.wave);
+      pen_x = i;
+      pen_y = y;
+    }
+    ExpectSamePixels(shown, wanted, std::to_string(c.bits) + " bits, " + std::to_string(c.width));
+  }
+}
+
+TEST(Waveform, SilenceAndFullScaleLieWhereTheDivisorsPutThem) {
+  struct Case {
+    int bits, value, y;
+  } const cases[] = {{8, 128, 32}, {16, 0, 32}, {8, 252, 63}, {8, 0, 0}, {16, -16384, 0}, {16, 15872, 63}};
+  for (const Case& c : cases) {
+    Canvas canvas(10, 64);
+    DrawWave(canvas.view, Scene(10, 0, -1, Sound(c.bits, 100, [&](int) { return c.value; })));
+    for (int y = 0; y < 64; ++y)
+      EXPECT_EQ(canvas.At(5, y) == Rgb(0, 192, 0), y == c.y) << c.bits << ' ' << c.value;
+  }
+  // Beyond half of full scale 16-bit samples leave the canvas, and so does the loudest 8-bit one, by a hair.
+  for (const auto& [bits, value] : {std::pair{16, 32767}, {16, -32768}, {8, 255}}) {
+    Canvas canvas(10, 64);
+    DrawWave(canvas.view, Scene(10, 0, -1, Sound(bits, 100, [v = value](int) { return v; })));
+    for (int y = 0; y < 64; ++y) EXPECT_NE(canvas.At(5, y), Rgb(0, 192, 0)) << bits << ' ' << value;
+  }
+}
+
+TEST(Waveform, WithoutASoundOnlyGroundAndPointAreThere) {
+  for (const int bits : {0, 24}) {
+    Canvas canvas(20, 64), ground(20, 64);
+    audio::SampleStore sound;
+    sound.WaveFormat.wBitsPerSample = static_cast<std::int16_t>(bits);
+    DrawWave(canvas.view, Scene(20, 0, 3, sound));
+    LayGround(ground.view, 20, 64, Rgb(85, 85, 102), 179);
+    platform::PlotPoint(ground.view, 0, 32, Rgb(0, 192, 0));
+    ExpectSamePixels(canvas, ground, "no sound");
+  }
+}
+
+TEST(Waveform, TicksStandAtTheFramesAtBothEdges) {
+  Canvas canvas(514, 64);
+  DrawWave(canvas.view, Scene(514, 30, -1));
+  const auto tick = [&](int x, int y) { return canvas.At(x, y) == Rgb(32, 64, 128); };
+  // 17.13 pixels apart: 0, 17.13, 34.27, ..., 171.33, ..., 496.87; the 31st is just past the edge.
+  for (const int x : {0, 17, 34, 51, 69, 171, 497}) {
+    for (const int y : {0, 6, 58, 63}) EXPECT_TRUE(tick(x, y)) << x << ',' << y;
+    for (const int y : {7, 57}) EXPECT_FALSE(tick(x, y)) << x << ',' << y;
+  }
+  int ticks = 0;
+  for (int x = 0; x < 514; ++x) ticks += tick(x, 3);
+  EXPECT_EQ(ticks, 30);
+}
+
+TEST(Waveform, TheCurrentFramesBoxIsOneFrameWideAndTurnsColoursRound) {
+  struct Case {
+    int width, frames, current, left, right;
+  } const cases[] = {
+      {514, 30, 3, 51, 69},  // 51.4 to 68.53
+      {514, 30, 29, 497, 514},       {514, 30, 0, 0, 17}, {514, 30, -1, 0, 0}, {514, 30, 30, 514, 531},
+      {514, 14400, 7200, 257, 258},  // far narrower than a pixel, still to be found
+      {514, 14400, 14399, 513, 514}, {514, 0, 5, 0, 0},
+  };
+  for (const Case& c : cases) {
+    Canvas shown(c.width, 64), below(c.width, 64);
+    DrawWave(shown.view, Scene(c.width, c.frames, c.current));
+    DrawWave(below.view, Scene(c.width, c.frames, -1));
+    for (int x = 0; x < c.width; ++x)
+      for (const int y : {0, 31, 63}) {
+        const platform::Color under = below.At(x, y);
+        const bool inside = x >= c.left && x < c.right;
+        ASSERT_EQ(shown.At(x, y), inside ? 0xFFFFFF - under : under) << c.current << ": " << x << ',' << y;
+      }
+  }
+}
+
+TEST(Waveform, AKeptPictureIsTheWholePictureAfterEveryChange) {
+  Numbers numbers(3);
+  audio::SampleStore sounds[2] = {Sound(8, 900, [&](int) { return numbers.Below(256); }),
+                                  Sound(16, 900, [&](int) { return numbers.Below(65536) - 32768; })};
+  WavePicture picture;
+  Canvas canvas(120, 64);
+  WaveScene scene = Scene(120, 24, -1, sounds[0]);
+  for (int step = 0; step < 300; ++step) {
+    switch (numbers.Below(12)) {
+      case 0:
+        scene.frames = numbers.Below(40);
+        break;
+      case 1:
+        scene.sound = sounds[numbers.Below(2)];
+        break;
+      case 2:
+        scene.ground = Rgb(numbers.Below(256), 10, 10);
+        break;
+      case 3:
+        scene.width = 60 + numbers.Below(60);
+        break;
+      case 4:
+        canvas = Canvas(120, 64);
+        picture.Lose();
+        break;
+      default:
+        scene.current_frame = numbers.Below(42) - 1;
+    }
+    picture.Capture(scene);
+    if (numbers.Below(3) == 0) continue;  // drawing put off
+    picture.DrawOn(canvas.view);
+    Canvas wanted(120, 64);
+    DrawWave(wanted.view, scene);
+    for (int x = 0; x < scene.width; ++x)
+      for (int y = 0; y < 64; ++y)
+        ASSERT_EQ(canvas.At(x, y), wanted.At(x, y)) << step << ": " << x << ',' << y;
+  }
+}
+
+TEST(Waveform, AMoveOfTheCurrentFrameTouchesTwoBoxesOnly) {
+  WavePicture picture;
+  Canvas canvas(514, 64);
+  picture.Capture(Scene(514, 30, 3));
+  EXPECT_EQ(picture.DrawOn(canvas.view), (std::vector<platform::PixelBox>{{0, 0, 514, 64}}));
+  picture.Capture(Scene(514, 30, 4));
+  EXPECT_EQ(picture.DrawOn(canvas.view), (std::vector<platform::PixelBox>{{51, 0, 69, 64}, {69, 0, 86, 64}}));
+  EXPECT_TRUE(picture.DrawOn(canvas.view).empty());
+}
+
+}  // namespace
+}  // namespace timeline

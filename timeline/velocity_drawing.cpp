@@ -1,0 +1,224 @@
+#include "timeline/velocity_drawing.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "timeline/highlight_box.h"
+
+namespace timeline {
+namespace {
+
+using platform::Color;
+using platform::PixelBox;
+using platform::PixelView;
+using platform::RoundToLong;
+
+constexpr Color kNumberColor = platform::Rgb(34, 34, 34);
+constexpr Color kShapeColor = platform::Rgb(34, 68, 136);
+constexpr Color kMarkColor = platform::Rgb(136, 68, 34);
+constexpr int kNumberTop = 2, kShapeTop = 12, kMarkTop = 2, kCommentTop = 52;
+constexpr int kTextIndent = 4;
+constexpr int kGroundDegrees = 63;
+/// Captions of rows far past the last frame are held here, where no sum overflows.
+constexpr double kFarRight = 1 << 28;
+/// More captions changed than this: their common box costs less than one for each.
+constexpr std::size_t kMostBoxes = 32;
+
+PixelBox At(const CaptionReach& reach, int x, int y) {
+  if (reach.Empty()) return {};
+  return {x + reach.left, y + reach.top, x + reach.right, y + reach.bottom};
+}
+
+float CurveStep(std::int32_t frames, int canvas_pixels) {
+  return frames > 1 ? static_cast<float>(static_cast<double>(canvas_pixels) / (frames - 1)) : 0.0f;
+}
+
+/// The whole numbers from first to last, held to 0 and count - 1.
+FrameSpan HeldSpan(double first, double last, std::int32_t count) {
+  const double top = count - 1;
+  return {static_cast<std::int32_t>(std::clamp(std::floor(first), 0.0, top)),
+          static_cast<std::int32_t>(std::clamp(std::ceil(last), 0.0, top))};
+}
+
+/// One channel's curve, as far as it touches the view's clip. It ends where the table does.
+void DrawCurve(const PixelView& view, const VelocityScene& scene, int channel) {
+  const Color color = scene.tracks[static_cast<std::size_t>(channel)].color;
+  platform::PlotPoint(view, 0, kCurveStart, platform::Rgb(0, 0, 0));
+  const std::int32_t count = std::min(scene.frames, scene.values.Frames());
+  if (count == 0) return;
+  const auto step = static_cast<double>(CurveStep(scene.frames, scene.width));
+  const FrameSpan span = step > 0
+                             ? HeldSpan((view.clip.left - 1) / step, (view.clip.right + 1) / step + 1, count)
+                             : FrameSpan{0, count - 1};
+  double x = 0, y = kCurveStart;
+  if (span.first > 0) {
+    x = step * (span.first - 1);
+    y = scene.values.At(span.first - 1, channel);
+  }
+  for (std::int32_t frame = span.first; frame <= span.last; ++frame) {
+    const double next_x = step * frame, next_y = scene.values.At(frame, channel);
+    platform::DrawLine(view, x, y, next_x, next_y, color);
+    x = next_x;
+    y = next_y;
+  }
+}
+
+/// The columns that change with the values of these frames: the lines that lead there and away.
+PixelBox CurveBox(const FrameSpan& span, const VelocityScene& scene) {
+  const auto step = static_cast<double>(CurveStep(scene.frames, scene.width));
+  const int left = RoundToLong(step * std::max(0, span.first - 1));
+  const int right = RoundToLong(step * (static_cast<double>(span.last) + 1));
+  return {left, 0, std::min(right, scene.width) + 1, scene.height};
+}
+
+}  // namespace
+
+double CurvePixel(std::int32_t frame, std::int32_t frames, int canvas_pixels) {
+  return static_cast<double>(CurveStep(frames, canvas_pixels)) * frame;
+}
+
+void VelocityPicture::ClearShapes(std::int32_t frames) {
+  masks_.ForgetTexts();
+  shapes_.assign(static_cast<std::size_t>(frames), 0);
+  shapes_changed_ = true;
+  // The numbers drawn by mean other texts from here on.
+  drawn_valid_ = false;
+}
+
+void VelocityPicture::CaptureShape(std::int32_t frame, const std::string& shape) {
+  const auto place = static_cast<std::size_t>(frame);
+  if (place >= shapes_.size()) shapes_.resize(place + 1, 0);
+  const std::int32_t number = masks_.NumberOf(shape);
+  if (shapes_[place] == number) return;
+  shapes_[place] = number;
+  shapes_changed_ = true;
+}
+
+std::vector<PixelBox> VelocityPicture::DrawOn(const PixelView& canvas) {
+  const PixelBox whole{0, 0, scene_.width, scene_.height};
+  const PixelView view = canvas.Within(whole);
+  if (!drawn_valid_ || scene_.comment != drawn_.comment)
+    comment_mask_ = scene_.comment.empty() ? platform::TextMask{} : masks_.MakeMask(scene_.comment);
+  const std::vector<PixelBox> changed = view.clip.Empty() ? std::vector<PixelBox>{} : Damage();
+  for (const PixelBox& box : changed) Restore(view, box);
+  drawn_line_ = MarkLine();
+  drawn_text_ = MarkText();
+  drawn_ = scene_;
+  if (shapes_changed_) drawn_shapes_ = shapes_;
+  shapes_changed_ = false;
+  drawn_valid_ = !view.clip.Empty();
+  return changed;
+}
+
+bool VelocityPicture::SameLayout() const {
+  return scene_.width == drawn_.width && scene_.height == drawn_.height && scene_.ground == drawn_.ground &&
+         scene_.frames == drawn_.frames && scene_.tracks == drawn_.tracks &&
+         scene_.values.Frames() == drawn_.values.Frames() && scene_.wave_width == drawn_.wave_width &&
+         scene_.rows == drawn_.rows && shapes_.size() == drawn_shapes_.size();
+}
+
+/// The boxes in which the picture differs from what is drawn, the layer in them already brought up to date.
+std::vector<PixelBox> VelocityPicture::Damage() {
+  const PixelBox whole{0, 0, scene_.width, scene_.height};
+  if (!drawn_valid_ || !SameLayout()) {
+    DrawLayer(whole);
+    return {whole};
+  }
+  std::vector<PixelBox> boxes;
+  if (scene_.frames == 0) return boxes;
+  if (const auto span = scene_.values.DifferenceFrom(drawn_.values)) {
+    boxes.push_back(CurveBox(*span, scene_));
+    DrawLayer(boxes.back());
+  }
+  if (shapes_changed_) AddShapeDamage(boxes);
+  if (scene_.marked_frame != drawn_.marked_frame || scene_.comment != drawn_.comment)
+    boxes.insert(boxes.end(), {drawn_line_, drawn_text_, MarkLine(), MarkText()});
+  std::erase_if(boxes, [](const PixelBox& box) { return box.Empty(); });
+  return boxes;
+}
+
+void VelocityPicture::AddShapeDamage(std::vector<PixelBox>& boxes) {
+  const CaptionReach& reach = masks_.TextReach();
+  PixelBox common;
+  std::size_t changed = 0;
+  for (std::size_t i = 0; i < shapes_.size(); ++i) {
+    if (shapes_[i] == drawn_shapes_[i]) continue;
+    const PixelBox box = At(reach, CaptionX(static_cast<std::int32_t>(i)) + kTextIndent, kShapeTop);
+    if (++changed <= kMostBoxes) boxes.push_back(box);
+    common = Union(common, box);
+  }
+  if (changed <= kMostBoxes) return;
+  boxes.resize(boxes.size() - kMostBoxes);
+  boxes.push_back(common);
+}
+
+void VelocityPicture::DrawLayer(const PixelBox& box) {
+  if (layer_.width != scene_.width || layer_.height != scene_.height) {
+    layer_pixels_.resize(static_cast<std::size_t>(scene_.width) * static_cast<std::size_t>(scene_.height));
+    layer_ = platform::MakeView(layer_pixels_.data(), scene_.width, scene_.height, scene_.width);
+  }
+  const PixelView view = layer_.Within(box);
+  LayGround(view, scene_.width, scene_.height, scene_.ground, kGroundDegrees);
+  if (scene_.frames == 0) return;
+  for (int channel = 0; channel < kChannels; ++channel)
+    if (scene_.tracks[static_cast<std::size_t>(channel)].visible) DrawCurve(view, scene_, channel);
+}
+
+void VelocityPicture::Restore(const PixelView& view, const PixelBox& box) {
+  const PixelView part = view.Within(box);
+  if (part.clip.Empty()) return;
+  for (int y = part.clip.top; y < part.clip.bottom; ++y)
+    std::copy(layer_.Row(y) + part.clip.left, layer_.Row(y) + part.clip.right, view.Row(y) + part.clip.left);
+  if (scene_.frames > 0) DrawCaptions(part);
+}
+
+int VelocityPicture::CaptionX(std::int32_t frame) const {
+  const double x = frame * (static_cast<double>(scene_.wave_width) / scene_.frames);
+  return RoundToLong(std::min(x, kFarRight));
+}
+
+/// Lays the captions of all rows that can reach into the view's clip, each over those before it.
+void VelocityPicture::DrawCaptions(const PixelView& view) {
+  const CaptionReach reach =
+      Union(At(masks_.NumberReach(), 0, kNumberTop), At(masks_.TextReach(), kTextIndent, kShapeTop));
+  const bool reached = view.clip.top < reach.bottom && view.clip.bottom > reach.top;
+  const double row_pixels = static_cast<double>(scene_.wave_width) / scene_.frames;
+  FrameSpan span{0, -1};
+  if (reached && scene_.rows > 0)
+    span = row_pixels > 0 ? HeldSpan((view.clip.left - reach.right) / row_pixels - 1,
+                                     (view.clip.right - reach.left) / row_pixels + 1, scene_.rows)
+                          : FrameSpan{0, scene_.rows - 1};
+  const auto shape_count = static_cast<std::int32_t>(shapes_.size());
+  if (scene_.marked_frame < span.first) DrawMark(view);
+  for (std::int32_t frame = span.first; frame <= span.last; ++frame) {
+    const int x = CaptionX(frame);
+    masks_.DrawFrameNumber(view, x, kNumberTop, frame, kNumberColor);
+    if (frame < shape_count)
+      masks_.DrawText(view, x + kTextIndent, kShapeTop, shapes_[static_cast<std::size_t>(frame)],
+                      kShapeColor);
+    if (frame == scene_.marked_frame) DrawMark(view);
+  }
+  if (scene_.marked_frame > span.last) DrawMark(view);
+}
+
+void VelocityPicture::DrawMark(const PixelView& view) const {
+  if (!Marked()) return;
+  const int x = CaptionX(scene_.marked_frame);
+  platform::DrawLine(view, x, kMarkTop, x, kCommentTop, kMarkColor);
+  platform::BlendMask(view, x + kTextIndent, kCommentTop, comment_mask_, kMarkColor);
+}
+
+PixelBox VelocityPicture::MarkLine() const {
+  if (!Marked() || scene_.frames == 0) return {};
+  const int x = CaptionX(scene_.marked_frame);
+  return {x, kMarkTop, x + 1, kCommentTop + 1};
+}
+
+PixelBox VelocityPicture::MarkText() const {
+  if (!Marked() || scene_.frames == 0 || comment_mask_.width == 0) return {};
+  const int left = CaptionX(scene_.marked_frame) + kTextIndent + comment_mask_.left;
+  const int top = kCommentTop + comment_mask_.top;
+  return {left, top, left + comment_mask_.width, top + comment_mask_.height};
+}
+
+}  // namespace timeline

@@ -173,6 +173,13 @@ class Form1 : public platform::Window {
   void WriteHeader();
   void ShowCommentEditor();
 
+  /// The cursor, the row, the mouth and the host, to where the clock stands.
+  void FollowSound(double sound_seconds);
+  void AdvanceToRow(std::int32_t row);
+  void EndRun();
+  /// Selects a frame, shows it and plays it, if it isn't the one that was scrubbed last.
+  void ScrubTo(std::int32_t frame);
+
   /// Clock reading in seconds since midnight when "Play waveform" was pressed.
   float PlayStartTime = 0;
   /// The frame of the last press or drag on the waveform; outlives a load.

@@ -11,15 +11,6 @@ void Form1::OpenWave_Click() {}
 void Form1::Sampleinfo_Click() {}
 void Form1::RecordAudio_Click() {}
 
-// audio/Form1_Transport.cpp
-void Form1::vl_button1_Click() {}
-void Form1::vl_button2_Click() {}
-void Form1::vl_button5_Click() {}
-void Form1::Timer1_Timer() {}
-void Form1::Playtick() {}
-void Form1::Picture2_MouseDown(std::int16_t, std::int16_t, float, float) {}
-void Form1::Picture2_MouseMove(std::int16_t, std::int16_t, float, float) {}
-
 // timeline/Form1_Layout.cpp
 void Form1::Form_Resize() {}
 void Form1::CalcPictureWidths() {}

@@ -108,22 +108,34 @@ class PictureWidget : public QWidget {
   void resizeEvent(QResizeEvent*) override { box->FitSurface(); }
 
   void mousePressEvent(QMouseEvent* event) override {
+    PassMove();
     Pass(box->MouseDown, *event, ButtonBit(event->button()));
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void mouseReleaseEvent(QMouseEvent* event) override {
+    PassMove();
     Pass(box->MouseUp, *event, ButtonBit(event->button()));
   }
+  /// Moves that come in a row, as they do after a routine that has blocked, become one: the last.
   void mouseMoveEvent(QMouseEvent* event) override {
-    Pass(box->MouseMove, *event, ButtonBits(event->buttons()));
+    if (!last_move_)
+      QMetaObject::invokeMethod(
+          this, [this] { PassMove(); }, Qt::QueuedConnection);
+    last_move_.reset(event->clone());
   }
 
  private:
+  void PassMove() {
+    if (const auto move = std::move(last_move_)) Pass(box->MouseMove, *move, ButtonBits(move->buttons()));
+  }
+
   static void Pass(const PictureBox::MouseEvent& handler, const QMouseEvent& event, std::int16_t buttons) {
     if (!handler) return;
     const auto x = static_cast<float>(event.position().x()), y = static_cast<float>(event.position().y());
     RunEvent([&] { handler(buttons, ShiftBits(event.modifiers()), x, y); });
   }
+
+  std::unique_ptr<QMouseEvent> last_move_;
 };
 
 PictureBox::PictureBox(Container& container, std::string name)

@@ -78,7 +78,9 @@ class PictureBox : public Control, public Container {
   /// Button (1 left, 2 right, 4 middle; all that are held, in a move), shift state (1 shift, 2 control, 4
   /// alt), x and y in the canvas's pixels.
   using MouseEvent = std::function<void(std::int16_t button, std::int16_t shift, float x, float y)>;
-  MouseEvent MouseDown, MouseMove, MouseUp;
+  MouseEvent MouseDown, MouseUp;
+  /// Of moves that have queued up only the last is raised, before any press or release behind it.
+  MouseEvent MouseMove;
 
   QWidget* ContainerWidget() override { return Widget(); }
   Window& OwnerWindow() override { return Control::OwnerWindow(); }

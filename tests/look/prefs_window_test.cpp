@@ -1,0 +1,175 @@
+// The walk over a window's controls: which control gets which property under which settings.
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QWidget>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "app/Form1.h"
+#include "look/HGlide.h"
+#include "look/VlButton.h"
+#include "look/VlDropDial.h"
+#include "platform/Picture.h"
+#include "platform/Settings.h"
+#include "platform/Widgets.h"
+
+namespace {
+
+using platform::Color;
+using platform::Control;
+using platform::ControlKind;
+using platform::Rgb;
+
+constexpr Color kOwn = Rgb(1, 2, 3);
+
+/// Counts as a text box, but has no background to set.
+class HalfTextBox : public Control {
+ public:
+  explicit HalfTextBox(platform::Container& container)
+      : Control(container, ControlKind::TextBox, "Half", new QWidget) {}
+  void SetForeColor(Color color) override { ink = color; }
+  Color ink = kOwn;
+};
+
+class Bench : public platform::Window {
+ public:
+  Bench()
+      : Window({.name = "Bench", .caption = "Bench", .client_width = 100, .client_height = 90, .icons = {}}) {
+    setting.Tag = "Setting";
+    color.Tag = "Color";
+    for (look::vl_button* button : {&plain, &setting, &color, &vl_button6}) {
+      button->SetBackColor(kOwn);
+      button->SetHighlight(kOwn);
+      button->SetGradient(1.0);
+    }
+    picture.SetBackColor(kOwn);
+    rule.SetForeColor(kOwn);
+  }
+
+  HalfTextBox half{*this};
+  platform::CheckBox check{*this, "check"};
+  platform::TextBox text{*this, "text"};
+  platform::Label label{*this, "label", "words"};
+  platform::ListBox list{*this, "list", {"one"}};
+  platform::PictureBox picture{*this, "picture"};
+  platform::LineControl rule{*this, "rule", 0, 0, 9, 0, kOwn};
+  look::vl_button plain{*this, "plain"}, setting{*this, "setting"}, color{*this, "color"};
+  look::vl_button vl_button6{picture, "vl_button6"};
+  look::HGlide glide{*this, "glide"};
+  std::function<void()> on_paint;
+
+ protected:
+  void Form_Paint() override {
+    if (on_paint) on_paint();
+  }
+};
+
+class Prefs : public testing::Test {
+ protected:
+  Prefs() {
+    folder_ = std::filesystem::temp_directory_path() / ("look-" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder_);
+    setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
+  }
+  ~Prefs() override { std::filesystem::remove_all(folder_); }
+
+  void Store(const std::string& lines) {
+    std::ofstream(folder_ / "vellumark.ini") << "[Other]\nShine_Color=77\n[Startup]\n" << lines;
+  }
+  std::filesystem::path folder_;
+};
+
+TEST_F(Prefs, StoreIsReadBySectionAndKey) {
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Shine_Color"), std::nullopt);
+  Store("Shine_Color=5\nRuler_Color=red\n");
+  EXPECT_EQ(platform::SettingsFile("vellumark"), (folder_ / "vellumark.ini").string());
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Shine_Color"), "5");
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Ruler_Color"), "red");
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Shadow_Color"), std::nullopt);
+  EXPECT_EQ(platform::ReadSetting("another", "Startup", "Shine_Color"), std::nullopt);
+  // The host may write at any time; each read sees what stands there then.
+  Store("Shine_Color=1234567\n");
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Shine_Color"), "1234567");
+}
+
+TEST_F(Prefs, DressesEachKindByTheSettings) {
+  Store(
+      "Shine_Color=11\nShadow_Color=12\nButton_Fill_Color=13\nScroll_Fill_Color=14\nScroll_Bar_Color=15\n"
+      "Textbox_Fill_Color=16\nTextbox_Text_Color=17\nSpecial_Backdrop_Color=18\nSpecial_Setting_Color=19\n");
+  Bench bench;
+  form1.Hold().PrefsCallback(bench);
+  constexpr Color kBackdrop = Rgb(143, 149, 158);
+  EXPECT_EQ(bench.BackColor(), kBackdrop);
+  EXPECT_EQ(bench.check.BackColor(), kBackdrop);
+  EXPECT_EQ(bench.text.BackColor(), 16);
+  EXPECT_EQ(bench.text.ForeColor(), 17);
+  EXPECT_EQ(bench.list.BackColor(), 16);
+  EXPECT_EQ(bench.list.ForeColor(), 17);
+  EXPECT_EQ(bench.label.ForeColor(), 0);
+  EXPECT_EQ(bench.half.ink, 17) << "the statement after the one that failed";
+  EXPECT_EQ(bench.picture.BackColor(), kOwn);
+  EXPECT_EQ(bench.rule.ForeColor(), kOwn);
+  EXPECT_EQ(bench.plain.BackColor(), 13);
+  EXPECT_EQ(bench.plain.Highlight(), 11);
+  EXPECT_EQ(bench.plain.Shadow(), 12);
+  EXPECT_EQ(bench.plain.Gradient(), 1.2);
+  EXPECT_EQ(bench.setting.BackColor(), 19);
+  EXPECT_EQ(bench.setting.Gradient(), 1.3);
+  for (const look::vl_button* alone : {&bench.color, &bench.vl_button6}) {
+    EXPECT_EQ(alone->BackColor(), kOwn) << alone->Name();
+    EXPECT_EQ(alone->Highlight(), kOwn) << alone->Name();
+    EXPECT_EQ(alone->Gradient(), 1.0) << alone->Name();
+  }
+  EXPECT_EQ(bench.glide.BackColor(), 14);
+  EXPECT_EQ(bench.glide.ForeColor(), 15);
+  EXPECT_EQ(form1.Hold().Picture1.BackColor(), 18) << "whichever window was passed";
+}
+
+TEST_F(Prefs, FlagsMakeButtonsAndScrollersFlat) {
+  const struct {
+    const char* flag;
+    bool flat_button, flat_glide;
+  } cases[] = {
+      {"0", false, false}, {"1", true, true}, {"2", false, true}, {"-1", false, true}, {"on", false, false}};
+  for (const auto& row : cases) {
+    Store(std::string("Shine_Color=21\nShadow_Color=22\nScroll_Fill_Color=23\nBorderless_Buttons=") +
+          row.flag + "\nBorderless_Scrollers=" + row.flag + "\n");
+    Bench bench;
+    bench.vl_button6.SetBorderless(true);
+    form1.Hold().PrefsCallback(bench);
+    EXPECT_EQ(bench.plain.Borderless(), row.flat_button) << row.flag;
+    EXPECT_TRUE(bench.vl_button6.Borderless()) << row.flag;
+    EXPECT_EQ(bench.glide.Highlight(), row.flat_glide ? 23 : 21) << row.flag;
+    EXPECT_EQ(bench.glide.Shadow(), row.flat_glide ? 23 : 22) << row.flag;
+  }
+}
+
+/// Tiles of 40 by 30: a red one in each left top pixel, else blue.
+std::shared_ptr<const platform::Picture> Tile(int width, int height) {
+  QImage image(width, height, QImage::Format_RGB32);
+  image.fill(Qt::blue);
+  image.setPixel(0, 0, qRgb(255, 0, 0));
+  return std::make_shared<const platform::Picture>(image);
+}
+
+TEST_F(Prefs, WallpaperIsTiledFromTheLeftTop) {
+  Bench bench;
+  for (Control* control : bench.Controls()) control->SetVisible(false);
+  bench.on_paint = [&bench] { form1.Hold().Draw_Pattern(bench); };
+  bench.Show();
+  const auto pixel = [&bench](int x, int y) {
+    return bench.ContainerWidget()->grab().toImage().pixelColor(x, y);
+  };
+  EXPECT_EQ(pixel(0, 0), QColor(143, 149, 158)) << "no picture yet";
+  form1.Hold().Image1.SetPicture(Tile(40, 30));
+  for (int y = 0; y < 90; y += 30)
+    for (int x = 0; x < 100; x += 40) EXPECT_EQ(pixel(x, y), QColor(Qt::red)) << x << " " << y;
+  EXPECT_EQ(pixel(99, 89), QColor(Qt::blue));
+  form1.Hold().Image1.SetPicture(Tile(300, 200));
+  EXPECT_EQ(pixel(0, 0), QColor(Qt::red));
+  EXPECT_EQ(pixel(40, 30), QColor(Qt::blue));
+}
+
+}  // namespace

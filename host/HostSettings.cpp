@@ -14,6 +14,7 @@ constexpr const char* kApplication = "vellumark";
 constexpr const char* kThemeSection = "Startup";
 constexpr const char* kWallpaperKey = "Host/Wallpaper";
 constexpr const char* kNoWallpaper = "none";
+constexpr const char* kFirstWallpaper = "slate";
 const QString kWallpaperResources = ":/assets/wallpapers/";
 
 QString StoreFile() { return QString::fromStdString(platform::SettingsFile(kApplication)); }
@@ -58,7 +59,7 @@ QStringList WallpaperNames() {
 
 QString ChosenWallpaper() {
   const QSettings store(StoreFile(), QSettings::IniFormat);
-  const QString chosen = store.value(kWallpaperKey).toString();
+  const QString chosen = store.value(kWallpaperKey, kFirstWallpaper).toString();
   return chosen == kNoWallpaper ? QString() : chosen;
 }
 

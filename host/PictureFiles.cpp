@@ -1,6 +1,5 @@
 #include "host/PictureFiles.h"
 
-#include <QCollator>
 #include <QDir>
 #include <QImage>
 #include <QImageReader>
@@ -9,6 +8,7 @@
 #include <array>
 
 #include "host/frame_pixels.h"
+#include "host/natural_order.h"
 
 namespace host {
 namespace {
@@ -110,11 +110,8 @@ std::optional<std::string> SaveFrame(const Animation& animation, int frame, cons
 QString PicturePatterns() { return kPatterns.join(' '); }
 
 QStringList SortedByNumber(QStringList files) {
-  QCollator order(QLocale::c());
-  order.setNumericMode(true);
-  order.setCaseSensitivity(Qt::CaseInsensitive);
-  std::ranges::stable_sort(files,
-                           [&](const QString& a, const QString& b) { return order.compare(a, b) < 0; });
+  std::ranges::stable_sort(
+      files, [](const QString& a, const QString& b) { return NaturallyBefore(Text(a), Text(b)); });
   return files;
 }
 

@@ -1,0 +1,213 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QProgressBar>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QThread>
+#include <chrono>
+
+#include "host/HostSettings.h"
+#include "host/PictureFiles.h"
+#include "host/StandInWindow.h"
+#include "platform/Settings.h"
+
+namespace host {
+namespace {
+
+struct CountingForm : FormObject {
+  std::string FormName() const override { return "Form1"; }
+  void ShowForm() override {}
+  void RunPrefsCallback() override { ++callbacks; }
+  int callbacks = 0;
+};
+
+/// The stand-in's window over ten small frames, with the settings and data folders of nobody.
+class StandInWindowTest : public testing::Test {
+ protected:
+  StandInWindowTest() {
+    qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8());
+    qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
+    stand_in_ = std::make_shared<StandIn>(Animation({8, 6}, 10));
+    window_ = std::make_unique<StandInWindow>(stand_in_, Place::Embedded);
+    window_->show();
+    QApplication::processEvents();
+  }
+
+  QString LabelText(const char* name) { return window_->findChild<QLabel*>(name)->text(); }
+  void Choose(const QString& action) { window_->findChild<QAction*>(action)->trigger(); }
+  QString File(const QString& name) { return folder_.filePath(name); }
+  void WritePicture(const QString& name, int width, int height, QColor color) {
+    QImage picture(width, height, QImage::Format_ARGB32);
+    picture.fill(color);
+    ASSERT_TRUE(picture.save(File(name)));
+  }
+
+  QTemporaryDir folder_;
+  std::shared_ptr<StandIn> stand_in_;
+  std::unique_ptr<StandInWindow> window_;
+};
+
+/// Handles events until something comes true or two seconds have passed.
+bool Becomes(const std::function<bool()>& true_at_last) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!true_at_last() && clock.elapsed() < 2000)
+    QApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+  return true_at_last();
+}
+
+const Progress kSilent = [](double) {};
+
+TEST_F(StandInWindowTest, FollowsTheFrameWhenEventsRunAgain) {
+  for (int step = 0; step < 5000; ++step) stand_in_->GotoFrame(step % 10);
+  EXPECT_EQ(LabelText("FrameLabel"), "Frame 0");
+  EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9"; }));
+  EXPECT_THAT(LabelText("FactsLabel").toStdString(), testing::HasSubstr("10 frames"));
+}
+
+TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEvents) {
+  auto* bar = window_->findChild<QProgressBar*>("StatusBar");
+  EXPECT_FALSE(bar->isVisible());
+  stand_in_->StatusOpen("Developing...");
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_EQ(LabelText("StatusLabel"), "Developing...");
+  QThread::msleep(700);
+  stand_in_->GotoFrame(4);
+  stand_in_->StatusPercent(62.5);
+  EXPECT_EQ(bar->value(), 62);
+  EXPECT_EQ(LabelText("FrameLabel"), "Frame 4");
+  stand_in_->StatusClose();
+  EXPECT_FALSE(bar->isVisible());
+}
+
+TEST_F(StandInWindowTest, EmbeddedItStepsAsideInsteadOfClosing) {
+  EXPECT_FALSE(window_->close());
+  EXPECT_TRUE(window_->isMinimized());
+}
+
+TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
+  stand_in_->SetFrameRate(100);
+  Choose("Play");
+  EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() > 2; }));
+  stand_in_->GotoFrame(1);
+  Becomes([clock = std::chrono::steady_clock::now()] {
+    return std::chrono::steady_clock::now() - clock > std::chrono::milliseconds(60);
+  });
+  EXPECT_EQ(stand_in_->CurrentFrame(), 1);
+}
+
+TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
+  CountingForm form;
+  stand_in_->HoldForm(form);
+  const QString file = QString::fromStdString(platform::SettingsFile("vellumark"));
+  QSettings(file, QSettings::IniFormat).setValue("Startup/Of_Another", 7);
+
+  Choose("ThemeDark");
+  EXPECT_EQ(form.callbacks, 1);
+  EXPECT_EQ(CurrentTheme(), Theme::Dark);
+  // Red 30, green 32, blue 37.
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"),
+            std::to_string(30 + 256 * 32 + 65536 * 37));
+  Choose("ThemeDefault");
+  EXPECT_EQ(form.callbacks, 2);
+  EXPECT_EQ(CurrentTheme(), Theme::Default);
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"), std::nullopt);
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Of_Another"), "7");
+}
+
+TEST_F(StandInWindowTest, AWallpaperIsAFileThatToolsCanLoad) {
+  for (const QString& name : WallpaperNames()) {
+    Choose("Wallpaper" + name);
+    const QString file = QString::fromStdString(stand_in_->WallpaperFilename());
+    EXPECT_FALSE(QImage(file).isNull()) << name.toStdString();
+    EXPECT_EQ(ChosenWallpaper(), name);
+  }
+}
+
+TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
+  WritePicture("frame10.png", 3, 2, QColor(10, 20, 30));
+  WritePicture("frame2.png", 3, 2, QColor(40, 50, 60));
+  WritePicture("Frame1.bmp", 3, 2, QColor(70, 80, 90));
+  const auto result = ReadPictures(PicturesIn(folder_.path()), kSilent);
+  ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
+  const auto& animation = std::get<Animation>(result);
+  ASSERT_EQ(animation.FrameCount(), 3);
+  EXPECT_EQ(animation.Size(), (FrameSize{3, 2}));
+  // Last column and row included.
+  EXPECT_THAT(animation.Plane(0, Channel::Red).bytes, testing::Each(70));
+  EXPECT_THAT(animation.Plane(1, Channel::Green).bytes, testing::Each(50));
+  EXPECT_THAT(animation.Plane(2, Channel::Blue).bytes, testing::Each(30));
+}
+
+TEST_F(StandInWindowTest, ShowsWhiteThroughTransparency) {
+  WritePicture("half.png", 2, 2, QColor(0, 100, 255, 51));  // one fifth opaque
+  const auto result = ReadPictures({File("half.png")}, kSilent);
+  const auto& animation = std::get<Animation>(result);
+  EXPECT_EQ(animation.Plane(0, Channel::Red).bytes[0], 204);
+  EXPECT_EQ(animation.Plane(0, Channel::Green).bytes[0], 224);
+  EXPECT_EQ(animation.Plane(0, Channel::Blue).bytes[0], 255);
+}
+
+TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
+  // One pixel, red and then blue.
+  static const char bytes[] =
+      "GIF89a\x01\x00\x01\x00\x80\x00\x00\xff\x00\x00\x00\x00\xff"
+      "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00"
+      "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x4c\x01\x00;";
+  QFile file(File("two.gif"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(bytes, sizeof bytes - 1);
+  file.close();
+  const auto result = ReadPictures({File("two.gif")}, kSilent);
+  ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
+  const auto& animation = std::get<Animation>(result);
+  ASSERT_EQ(animation.FrameCount(), 2);
+  EXPECT_EQ(animation.Plane(0, Channel::Red).bytes[0], 255);
+  EXPECT_EQ(animation.Plane(1, Channel::Red).bytes[0], 0);
+  EXPECT_EQ(animation.Plane(1, Channel::Blue).bytes[0], 255);
+}
+
+TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
+  WritePicture("a1.png", 4, 4, Qt::red);
+  WritePicture("a2.png", 5, 4, Qt::red);
+  QFile nonsense(File("a3.png"));
+  ASSERT_TRUE(nonsense.open(QIODevice::WriteOnly));
+  nonsense.write("no picture at all");
+  nonsense.close();
+  const std::vector<std::pair<QStringList, std::vector<std::string>>> cases = {
+      {{File("a1.png"), File("a2.png")}, {"a2.png\" is 5 by 4", "a1.png", "4 by 4"}},
+      {{File("a1.png"), File("a3.png")}, {"a3.png", "can't be read"}},
+      {{File("missing.png")}, {"missing.png", "can't be read"}},
+      {{}, {"no picture"}},
+  };
+  for (const auto& [files, words] : cases) {
+    const auto result = ReadPictures(files, kSilent);
+    ASSERT_TRUE(std::holds_alternative<std::string>(result));
+    for (const auto& word : words) EXPECT_THAT(std::get<std::string>(result), testing::HasSubstr(word));
+  }
+}
+
+TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
+  Animation animation({2, 1}, 2);
+  animation.SetPlane(1, Channel::Green, OwnTable({7, 8, 8, 7, 8, 8}));
+  EXPECT_EQ(SavePictures(animation, File("walk"), kSilent), std::nullopt);
+  EXPECT_EQ(NumberedNames("walk", 2), (QStringList{"walk0000.png", "walk0001.png"}));
+  const auto result = ReadPictures(PicturesIn(folder_.path()), kSilent);
+  const auto& back = std::get<Animation>(result);
+  ASSERT_EQ(back.FrameCount(), 2);
+  EXPECT_THAT(back.Plane(0, Channel::Green).bytes, testing::Each(255));
+  EXPECT_THAT(back.Plane(1, Channel::Green).bytes, testing::ElementsAre(7, 8, 8, 7, 8, 8));
+  const auto failure = SavePictures(animation, File("nowhere/walk"), kSilent);
+  EXPECT_THAT(failure.value_or(""), testing::HasSubstr("nowhere/walk0000.png"));
+}
+
+}  // namespace
+}  // namespace host

@@ -7,7 +7,9 @@
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  // Neither a screen nor a sound device is needed, unless one is asked for.
+  for (const auto& [name, value] : {std::pair{"QT_QPA_PLATFORM", "offscreen"}, std::pair{"SDL_AUDIODRIVER", "dummy"}})
+    if (qEnvironmentVariableIsEmpty(name)) qputenv(name, value);
   QApplication application(argc, argv);
   platform::PrepareApplication();
   const int status = RUN_ALL_TESTS();

@@ -1,0 +1,212 @@
+// Windows that load on the first touch, the grid's events, the canvas that persists.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "platform/Application.h"
+#include "platform/Grid.h"
+#include "platform/Lifetime.h"
+#include "platform/PictureBox.h"
+#include "platform/Widgets.h"
+#include "platform/Window.h"
+#include "support/desk.h"
+
+namespace platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+struct Sample : Window {
+  Sample()
+      : Window(
+            {.name = "Sample", .caption = "Sample", .client_width = 300, .client_height = 200, .icons = {}}) {
+    grid.Move(0, 0, 200, 150);
+    canvas.Move(200, 0, 50, 40);
+  }
+  void Form_Load() override { ++loads; }
+  void Form_Resize() override { ++resizes; }
+  void Form_Unload(Flag& cancel) override { cancel = refuses ? kTrue : kFalse; }
+
+  Grid grid{*this, "grid", 5, 3};
+  PictureBox canvas{*this, "canvas"};
+  bool refuses = false;
+  static inline int loads = 0, resizes = 0;
+};
+
+WindowInstance<Sample> sample;
+
+TEST(Windows, LoadOnTheFirstTouchAndAnewAfterAnUnload) {
+  sample.Hold();
+  EXPECT_EQ(Sample::loads, 0) << "holding a window doesn't load it";
+  EXPECT_EQ(sample.IfLoaded(), nullptr);
+  sample->grid.SetRow(3);
+  sample->grid.SetRow(2);
+  EXPECT_EQ(Sample::loads, 1);
+  EXPECT_EQ(LoadedWindowCount(), 1);
+  sample->refuses = true;
+  EXPECT_FALSE(sample.Unload());
+  EXPECT_EQ(sample->grid.Row(), 2);
+  sample->refuses = false;
+  EXPECT_TRUE(sample.Unload());
+  EXPECT_EQ(LoadedWindowCount(), 0);
+  EXPECT_EQ(sample->grid.Row(), 0) << "a window touched again starts afresh";
+  EXPECT_EQ(Sample::loads, 2);
+}
+
+TEST(Windows, RaiseAResizeWhenShownAndAtEachChangeOfSize) {
+  sample->Show();
+  support::HandleEvents();
+  const int first = Sample::resizes;
+  EXPECT_GE(first, 1);
+  sample->ResizeClient(320, 210);
+  support::HandleEvents();
+  EXPECT_GT(Sample::resizes, first);
+  EXPECT_EQ(sample->ScaleWidth(), 320);
+  EXPECT_EQ(sample->ScaleHeight(), 210);
+}
+
+/// What the grid raised, with the cell that was current at that time.
+struct GridLog {
+  explicit GridLog(Grid& watched) : grid(watched) {
+    grid.LeaveCell = [this] { Note("leave "); };
+    grid.SelChange = [this] { Note("reach "); };
+    grid.Click = [this] { Note("click "); };
+  }
+  void Note(const char* what) {
+    events.push_back(what + std::to_string(grid.Row()) + "," + std::to_string(grid.Col()));
+  }
+  std::vector<std::string> Take() { return std::exchange(events, {}); }
+  Grid& grid;
+  std::vector<std::string> events;
+};
+
+TEST(Grids, RaiseTheirEventsInsideTheMoveAndOnlyWhenTheCellChanges) {
+  Grid& grid = sample->grid;
+  GridLog log(grid);
+  grid.SetRow(2);
+  EXPECT_THAT(log.Take(), ElementsAre("leave 0,0", "reach 2,0"));
+  grid.SetRow(2);
+  grid.SetCol(0);
+  EXPECT_THAT(log.Take(), IsEmpty());
+  EXPECT_THROW(grid.SetRow(5), ControlError);
+  EXPECT_THROW(grid.SetRow(-1), ControlError);
+  EXPECT_THROW(grid.SetCol(3), ControlError);
+  EXPECT_THAT(log.Take(), IsEmpty());
+  grid.SetRow(4);
+  log.Take();
+  grid.SetRows(3);
+  EXPECT_THAT(log.Take(), ElementsAre("leave 4,0", "reach 2,0")) << "the current row was cut off";
+}
+
+TEST(Grids, KeepTheTextsOfTheRowsThatRemain) {
+  Grid& grid = sample->grid;
+  grid.SetRow(1);
+  grid.SetText("kept");
+  grid.SetRow(4);
+  grid.SetText("lost");
+  grid.SetRows(2);
+  grid.SetRows(6);
+  EXPECT_EQ(grid.TextMatrix(1, 0), "kept");
+  EXPECT_EQ(grid.TextMatrix(4, 0), "");
+  grid.SetCols(2);
+  EXPECT_EQ(grid.TextMatrix(1, 0), "kept");
+  EXPECT_THROW(grid.SetRows(0), ControlError);
+  grid.Clear();
+  EXPECT_EQ(grid.TextMatrix(1, 0), "");
+}
+
+void Press(Grid& grid, int key) {
+  QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+  QApplication::sendEvent(grid.Widget(), &press);
+}
+
+TEST(Grids, AreWalkedByKeys) {
+  sample->Show();
+  Grid& grid = sample->grid;
+  grid.SetRows(100);
+  grid.SetCol(1);
+  support::HandleEvents();
+  const struct {
+    int key, row, col;
+  } steps[] = {{Qt::Key_Down, 1, 1}, {Qt::Key_Up, 1, 1},   {Qt::Key_Down, 2, 1}, {Qt::Key_Right, 2, 2},
+               {Qt::Key_End, 99, 2}, {Qt::Key_Home, 1, 2}, {Qt::Key_Left, 1, 1}};
+  for (const auto& step : steps) {
+    Press(grid, step.key);
+    EXPECT_EQ(grid.Row(), step.row) << step.key;
+    EXPECT_EQ(grid.Col(), step.col) << step.key;
+  }
+  Press(grid, Qt::Key_PageDown);
+  EXPECT_GT(grid.Row(), 4);
+}
+
+void ClickAt(QWidget* widget, QPoint at) {
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    QMouseEvent event(type, at, widget->mapToGlobal(at), Qt::LeftButton,
+                      type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+  }
+}
+
+TEST(Grids, TakeAClickAfterTheMoveThatItMakes) {
+  sample->Show();
+  Grid& grid = sample->grid;
+  support::HandleEvents();
+  GridLog log(grid);
+  auto* view = static_cast<QAbstractItemView*>(grid.Widget());
+  const int row_2 = PixelsFromTwips(grid.RowPos(2) - grid.RowPos(1)) + 3;
+  ClickAt(view->viewport(), {PixelsFromTwips(grid.ColPos(1)) + 3, row_2});
+  EXPECT_THAT(log.Take(), ElementsAre("leave 0,0", "reach 2,1", "click 2,1"));
+  ClickAt(view->viewport(), {3, 140});
+  EXPECT_THAT(log.Take(), ElementsAre("click 2,1")) << "below the last row nothing is left or reached";
+}
+
+TEST(Canvases, DrawWhatWasPutOffOnceAndBeforeItIsRead) {
+  PictureBox& canvas = sample->canvas;
+  int drawings = 0;
+  canvas.Draw = [&] {
+    ++drawings;
+    canvas.PSet(3, 4, Rgb(10, 20, 30));
+  };
+  for (int i = 0; i < 1000; ++i) canvas.DrawLater();
+  EXPECT_EQ(drawings, 0);
+  EXPECT_EQ(canvas.Point(3, 4), Rgb(10, 20, 30));
+  EXPECT_EQ(drawings, 1);
+  support::HandleEvents();
+  EXPECT_EQ(drawings, 1);
+  canvas.DrawLater();
+  {
+    const RefreshPause pause;
+    canvas.Refresh();
+    EXPECT_EQ(drawings, 1);
+  }
+  canvas.Refresh();
+  EXPECT_EQ(drawings, 2);
+}
+
+TEST(Canvases, KeepTheirPictureWhenTheyGrow) {
+  PictureBox& canvas = sample->canvas;
+  canvas.SetBackColor(Rgb(9, 9, 9));
+  canvas.FillBox(0, 0, 4, 4, Rgb(200, 0, 0));
+  canvas.SetDrawMode(PictureBox::DrawMode::Invert);
+  canvas.FillBox(4, 4, 5, 5, Rgb(255, 255, 255));
+  canvas.SetWidth(80);
+  EXPECT_EQ(canvas.Point(0, 0), Rgb(200, 0, 0));
+  EXPECT_EQ(canvas.Point(4, 4), Rgb(55, 255, 255));
+  EXPECT_EQ(canvas.Point(5, 5), Rgb(246, 246, 246));
+  EXPECT_EQ(canvas.Point(70, 2), Rgb(9, 9, 9));
+  EXPECT_THROW(canvas.SetWidth(-1), ControlError);
+}
+
+TEST(EventsDeathTest, AFailureThatNothingCatchesEndsTheProcessWithItsReport) {
+  const support::ScriptedMessages messages;
+  EXPECT_EXIT(RunEvent([] { throw std::runtime_error("Vel_Thing failed"); }), testing::ExitedWithCode(1),
+              "Vel_Thing failed");
+}
+
+}  // namespace
+}  // namespace platform

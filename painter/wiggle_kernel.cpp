@@ -38,7 +38,7 @@ PAINTER_INLINE bool Displace(const ColumnTable& table, const CellSpan& span, con
       const std::int32_t x = first + i;
       const std::int32_t from_x = std::clamp(static_cast<std::int32_t>(whole_x) + x, 0, right);
       const std::int32_t from_y = std::clamp(static_cast<std::int32_t>(whole_y) + y, 0, bottom);
-      const bool doubtful = (std::fabs(move_x - whole_x) > trusted) | (std::fabs(move_y - whole_y) > trusted);
+      const bool doubtful = std::max(std::fabs(move_x - whole_x), std::fabs(move_y - whole_y)) > trusted;
       const std::int32_t shift = from_y * columns + from_x - x;
       out[i] = doubtful ? kInDoubt : shift;
       any |= static_cast<std::uint32_t>(doubtful);

@@ -69,10 +69,6 @@ bool StartRoll(FilmRoll& roll, std::int32_t length) {
   }
 }
 
-std::int32_t ProposedRollLength(double frames_per_second, double seconds) {
-  return platform::FloorToLong(frames_per_second * seconds);
-}
-
 std::optional<std::int32_t> RollLengthFromText(const std::string& text) {
   const std::int32_t length = platform::RoundToLong(platform::NumberAtStart(text));
   if (length < 1) return std::nullopt;

@@ -63,9 +63,6 @@ FilmRoll& TheRoll();
 /// A roll of blank frames in place of the old one. False, the old roll kept, if there is no memory for it.
 bool StartRoll(FilmRoll& roll, std::int32_t length);
 
-/// The length proposed for a roll: whole frames in a sound of that length.
-std::int32_t ProposedRollLength(double frames_per_second, double seconds);
-
 /// The length that a text asks for, rounded to nearest, ties to even; nothing if it has no number or one
 /// below 1.
 std::optional<std::int32_t> RollLengthFromText(const std::string& text);

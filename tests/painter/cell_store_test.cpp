@@ -57,12 +57,6 @@ TEST(FilmRoll, TakesItsLengthFromTheText) {
   for (const auto& [text, length] : cases) EXPECT_EQ(RollLengthFromText(text).value_or(0), length) << text;
 }
 
-TEST(FilmRoll, IsProposedAsLongAsTheSoundCutToWholeFrames) {
-  EXPECT_EQ(ProposedRollLength(12, 2.5), 30);
-  EXPECT_EQ(ProposedRollLength(12, 2.55), 30);
-  EXPECT_EQ(ProposedRollLength(12, 0), 0);
-}
-
 TEST(SizeText, NamesAnAmountThatIsEnough) {
   EXPECT_EQ(SizeText(1244160000), "1.3 GB");
   EXPECT_EQ(SizeText(135), "0.1 MB");

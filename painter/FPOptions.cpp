@@ -1,0 +1,53 @@
+#include "painter/FPOptions.h"
+
+#include "app/HandedWindow.h"
+#include "app/HostSession.h"
+#include "painter/FramePainter.h"
+#include "painter/cell_store.h"
+#include "platform/Dialogs.h"
+
+namespace painter {
+
+platform::WindowInstance<FPOptions> fp_options;
+
+host::FormObject& FPOptionsForm() {
+  static app::HandedWindow<FPOptions> form("FPOptions", fp_options);
+  return form;
+}
+
+FPOptions::FPOptions()
+    : Window({.name = "FPOptions",
+              .caption = "Frame painter options...",
+              .border = Border::FixedDialog,
+              .start = Start::CenterOwner,
+              .client_width = platform::PixelsFromTwips(5175),
+              .client_height = platform::PixelsFromTwips(2040)}),
+      Label1(*this, "Label1", "Number of frames of new anim"),
+      Text1(*this, "Text1", "30"),
+      Command1(*this, "Command1", "Ok") {
+  Label1.MoveTwips(450, 660, 2340, 255);
+  Text1.MoveTwips(2820, 630, 1245, 285);
+  Command1.MoveTwips(1830, 1560, 1515, 285);
+  Text1.SetAccessibleName("Number of frames of new anim");
+  Text1.Entered = [this] { Command1_Click(); };
+  Command1.Click = [this] { Command1_Click(); };
+}
+
+void FPOptions::Command1_Click() {
+  const auto length = RollLengthFromText(Text1.Text());
+  if (!length) return Refuse("The number of frames must be a number of 1 or more.");
+  if (!StartRoll(TheRoll(), *length)) return Refuse("There is not enough memory for so many frames.");
+  const bool was_open = frame_painter.IfLoaded() != nullptr;
+  app::HostSession.Call("Vel_SendFormObject", &FramePainterForm(), std::int16_t{0});
+  // A window that was open already doesn't load again: it must be told of the new cells and the new roll.
+  if (auto* window = frame_painter.IfLoaded(); window != nullptr && was_open) window->ShowNewFrames();
+  fp_options.Unload();
+}
+
+void FPOptions::Refuse(const std::string& reason) {
+  platform::MsgBox(reason);
+  Text1.SetFocus();
+  Text1.SelectAll();
+}
+
+}  // namespace painter

@@ -1,0 +1,113 @@
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "app/HostSession.h"
+#include "painter/FramePainter.h"
+#include "painter/Retrieve.h"
+#include "painter/strip_state.h"
+#include "painter/wiggle.h"
+#include "platform/Application.h"
+#include "platform/Dialogs.h"
+
+namespace painter {
+namespace {
+
+using app::HostSession;
+
+constexpr const char* kRetrieveWarning =
+    "Warning, retrieving can change your frame list if the order of the original has changed.\n"
+    "Add frames to the end of the original, for best results";
+
+struct Wiggle {
+  std::int32_t amount;
+  std::int32_t size;
+};
+
+void CopySamples(const ConstPlanes& from, const Planes& to) {
+  const std::size_t samples = from.shape.Samples();
+  std::memcpy(to.red, from.red, samples);
+  std::memcpy(to.green, from.green, samples);
+  std::memcpy(to.blue, from.blue, samples);
+}
+
+/// Makes the planes of one roll frame after the other, ready for the host.
+class Developer {
+ public:
+  explicit Developer(const Retrieval& retrieval)
+      : retrieval_(retrieval), white_(FrameShape(retrieval)), working_(white_) {
+    for (auto* plane : {&white_.red, &white_.green, &white_.blue})
+      std::fill(plane->begin(), plane->end(), 255);
+  }
+
+  /// The cell as it was retrieved; white for a blank frame and where there is no such cell.
+  ConstPlanes Unwiggled(std::int16_t entry) {
+    return FindCell(retrieval_, entry).value_or(ReadOnly(white_.View()));
+  }
+
+  /// The same with the pixels displaced. Valid until the next call.
+  ConstPlanes Wiggled(std::int16_t entry, const Wiggle& wiggle) {
+    const ConstPlanes source = Unwiggled(entry);
+    CopySamples(source, working_.View());
+    WiggleFrame(wiggle.amount, wiggle.size, source, working_.View());
+    return ReadOnly(working_.View());
+  }
+
+ private:
+  const Retrieval& retrieval_;
+  StripPlanes white_, working_;
+};
+
+/// Lends a plane to the host for the time of the call.
+void SendPlane(std::string_view setter, const std::uint8_t* plane, std::size_t samples) {
+  HostSession.Call(setter, host::ByteTable{{plane, samples}, nullptr});
+}
+
+void SendPlanes(const ConstPlanes& planes) {
+  const std::size_t samples = planes.shape.Samples();
+  SendPlane("vel_SetRbuffer", planes.red, samples);
+  SendPlane("vel_SetGBuffer", planes.green, samples);
+  SendPlane("vel_SetBBuffer", planes.blue, samples);
+}
+
+}  // namespace
+
+void FramePainter::vl_button1_Click() {
+  if (platform::MsgBox(kRetrieveWarning, platform::Buttons::OkCancel, platform::Icon::Information) !=
+      platform::Answer::Ok)
+    return;
+  RetrieveFrames();
+  ShowNewFrames();
+}
+
+void FramePainter::vl_button2_Click() {
+  const Wiggle wiggle{VL_DropDial1.value(), VL_DropDial2.value()};
+  const FilmRoll& roll = TheRoll();
+  const std::int32_t length = roll.RollLength();
+  HostSession.Call("vel_StatusOpen", std::string("Saving..."));
+  HostSession.Call("vel_CreateAnimAdv", length, std::int16_t{2});
+  HostSession.Call("vel_StatusOpen", std::string("Developing..."));
+  {
+    const platform::BusyPointer busy;
+    Developer developer(TheRetrieval());
+    for (std::int32_t f = 0; f < length; ++f) {
+      const std::int16_t entry = roll.entries[static_cast<std::size_t>(f)];
+      HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
+      SendPlanes(Check1.Value() == 1 ? developer.Wiggled(entry, wiggle) : developer.Unwiggled(entry));
+      HostSession.Call("vel_Status", 100 * (static_cast<double>(f) / length));
+    }
+  }
+  HostSession.Call("Vel_GotoFrame", std::int16_t{0});
+  HostSession.Call("vel_StatusClose");
+}
+
+void FramePainter::vl_button3_Click() { Unload(); }
+
+void FramePainter::Form_Unload(platform::Flag& cancel) {
+  if (platform::MsgBox("Exit Frame Painter", platform::Buttons::YesNo, platform::Icon::Information) ==
+      platform::Answer::No)
+    cancel = platform::kTrue;
+}
+
+}  // namespace painter

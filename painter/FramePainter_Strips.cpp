@@ -1,0 +1,82 @@
+#include <algorithm>
+#include <string>
+
+#include "painter/DibRelated.h"
+#include "painter/FramePainter.h"
+#include "painter/strip_state.h"
+
+namespace painter {
+namespace {
+
+std::optional<StripView> ViewOf(const platform::PictureBox& strip, std::int32_t offset) {
+  const Retrieval& retrieval = TheRetrieval();
+  const auto thumb = MeasureThumbnails(retrieval.FrameWidth, retrieval.FrameHeight, strip.ScaleHeight());
+  if (!thumb) return std::nullopt;
+  return StripView{*thumb, offset};
+}
+
+void Blit(platform::PictureBox& strip, StripPlanes& planes) {
+  BlitPlanes(strip, planes.shape.right, planes.shape.bottom, planes.red.data(), planes.green.data(),
+             planes.blue.data());
+  strip.Refresh();
+}
+
+void Blacken(StripPlanes& planes) {
+  for (auto* plane : {&planes.red, &planes.green, &planes.blue}) std::fill(plane->begin(), plane->end(), 0);
+}
+
+void DrawRoll(const StripView& view, StripState& strips) {
+  const FilmRoll& roll = TheRoll();
+  const auto visited = RollFramesToVisit(view.thumb, view.offset, strips.RollStripWidth, roll.RollLength());
+  for (std::int32_t frame = visited.first; frame <= visited.last; ++frame)
+    if (strips.PaintOnlyFrame == kWholeStrip || strips.PaintOnlyFrame == frame)
+      DrawRollFrame(view, TheRetrieval(), roll, frame, strips.RollPlanes.View());
+}
+
+/// No number is wider: the first ones left of the ruler may still reach into it.
+constexpr int kWidestNumberPixels = 100;
+
+void DrawRuler(platform::PictureBox& ruler, const std::optional<StripView>& view, std::int32_t count) {
+  ruler.Cls();
+  if (!view) return;
+  const auto seen = ThumbnailsInStrip(view->thumb, view->offset, ruler.ScaleWidth(), count);
+  const std::int32_t before = kWidestNumberPixels / view->thumb.width + 1;
+  for (std::int32_t i = std::max(0, seen.first - before); i <= seen.last; ++i) {
+    ruler.MovePen(static_cast<double>(ThumbnailLeft(view->thumb, view->offset, i)), 2);
+    ruler.Print(std::to_string(i));
+  }
+}
+
+}  // namespace
+
+std::optional<StripView> FramePainter::CellsView() const {
+  return ViewOf(Picture1, TheStrips().CellScrollOffset);
+}
+
+std::optional<StripView> FramePainter::RollView() const {
+  return ViewOf(Picture2, TheStrips().RollScrollOffset);
+}
+
+void FramePainter::Picture1_Paint() {
+  const Retrieval& retrieval = TheRetrieval();
+  if (retrieval.CellCount < 1) return;
+  StripPlanes planes({Picture1.ScaleWidth(), Picture1.ScaleHeight()});
+  if (const auto view = CellsView())
+    DrawCellsStrip(*view, retrieval, TheStrips().SelectedCell, planes.View());
+  Blit(Picture1, planes);
+}
+
+void FramePainter::Picture2_Paint() {
+  StripState& strips = TheStrips();
+  if (Picture2.ScaleWidth() != strips.RollStripWidth || Picture2.ScaleHeight() != strips.RollStripHeight)
+    return;
+  if (strips.PaintOnlyFrame == kWholeStrip) Blacken(strips.RollPlanes);
+  if (const auto view = RollView()) DrawRoll(*view, strips);
+  Blit(Picture2, strips.RollPlanes);
+}
+
+void FramePainter::Picture7_Paint() { DrawRuler(Picture7, CellsView(), TheRetrieval().CellCount); }
+
+void FramePainter::Picture4_Paint() { DrawRuler(Picture4, RollView(), TheRoll().RollLength()); }
+
+}  // namespace painter

@@ -1,0 +1,121 @@
+#include "painter/Retrieve.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+#include "app/Guarded.h"
+#include "app/HostSession.h"
+#include "painter/FPOptions.h"
+#include "painter/cell_store.h"
+#include "painter/noise.h"
+#include "platform/Application.h"
+#include "platform/Dialogs.h"
+#include "sheet/SheetDocument.h"
+#include "sheet/timing.h"
+
+namespace painter {
+namespace {
+
+using app::HostSession;
+
+std::int32_t AskForLong(std::string_view member) { return host::AsLong(HostSession.Call(member), member); }
+
+void CopyPlane(std::string_view getter, std::size_t samples, std::uint8_t* plane) {
+  const host::Variant value = HostSession.Call(getter);
+  std::memcpy(plane, host::AsTable(value, samples, getter).bytes.data(), samples);
+}
+
+// Progress is a courtesy: a host that can't show it is no reason to stop.
+
+void OpenStatus() {
+  app::Guarded([] {
+    HostSession.Call("vel_StatusOpen", std::string("Retrieving frames..."));
+    HostSession.Call("vel_Status", std::int32_t{0});
+  });
+}
+
+void ShowStatus(double percent) {
+  app::Guarded([&] { HostSession.Call("vel_Status", percent); });
+}
+
+void ReadNumbers(Retrieval& retrieval) {
+  retrieval.FrameWidth = AskForLong("vel_BufferWidth");
+  retrieval.FrameHeight = AskForLong("vel_BufferHeight");
+  retrieval.CellCount = AskForLong("vel_GetTotalFrames");
+}
+
+/// A store for the frames to come, or nothing after a message. The old one goes only once the new one is had:
+/// the memory of a new one isn't taken up before it is written.
+bool RenewStore(Retrieval& retrieval) {
+  auto fresh = MakeCellStore(FrameShape(retrieval), retrieval.CellCount);
+  if (!fresh) {
+    platform::MsgBox("There is not enough memory for the frames. " +
+                     SizeText(std::max(0.0, StoreBytes(FrameShape(retrieval), retrieval.CellCount))) +
+                     " would be needed.");
+    return false;
+  }
+  // Cells count from the moment when they are filled.
+  fresh->count = 0;
+  retrieval.cells = std::move(*fresh);
+  return true;
+}
+
+void CopyFrame(CellStore& store, std::int32_t frame) {
+  HostSession.Call("Vel_GotoFrameAdv", frame, std::int16_t{3});
+  const Planes planes = CellPlanes(store, frame);
+  const std::size_t samples = store.shape.Samples();
+  CopyPlane("vel_GetRbuffer", samples, planes.red);
+  CopyPlane("vel_GetGbuffer", samples, planes.green);
+  CopyPlane("Vel_GetBbuffer", samples, planes.blue);
+  store.count = frame + 1;
+}
+
+void CopyFrames(Retrieval& retrieval) {
+  for (std::int32_t i = 0; i < retrieval.CellCount; ++i) {
+    CopyFrame(retrieval.cells, i);
+    ShowStatus(100.0 / retrieval.CellCount * i);
+  }
+  HostSession.Call("Vel_GotoFrame", std::int16_t{0});
+}
+
+/// The painter needs nothing from that folder, so it may well be missing.
+void EnterHostFolder() {
+  app::Guarded([] {
+    platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir"));
+  });
+}
+
+void ProposeLength() {
+  const std::int32_t frames = sheet::WholeFrames(sheet::FrameRate(), sheet::CalcTime().value_or(0));
+  if (frames > 0) fp_options->Text1.SetText(std::to_string(frames));
+}
+
+}  // namespace
+
+void RetrieveFrames() {
+  Retrieval& retrieval = TheRetrieval();
+  ReadNumbers(retrieval);
+  const platform::BusyPointer busy;
+  OpenStatus();
+  if (retrieval.CellCount < 2) {
+    platform::MsgBox("No animation");
+  } else if (RenewStore(retrieval)) {
+    CopyFrames(retrieval);
+  }
+  HostSession.Call("vel_StatusClose");
+}
+
+void LaunchFramePainter() {
+  EnterHostFolder();
+  // As when the program starts: the noise is touched once with the host's folder current.
+  const float origin[3] = {0, 0, 0};
+  noise3(origin);
+  RetrieveFrames();
+  // With nothing ever retrieved there is nothing to paint with.
+  if (TheRetrieval().cells.count == 0) return;
+  ProposeLength();
+  HostSession.Call("Vel_SendFormObject", &FPOptionsForm(), std::int16_t{0});
+}
+
+}  // namespace painter

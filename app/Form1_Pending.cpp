@@ -37,6 +37,3 @@ void Form1::Picture4_MouseMove(std::int16_t, std::int16_t, float, float) {}
 void Form1::PaintMouth() {}
 void Form1::MySketch_Click() {}
 void Form1::MYCartoon_Click() {}
-
-// painter/Form1_FramePainter.cpp
-void Form1::FramePainterM_Click() {}

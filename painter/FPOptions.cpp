@@ -21,7 +21,8 @@ FPOptions::FPOptions()
               .border = Border::FixedDialog,
               .start = Start::CenterOwner,
               .client_width = platform::PixelsFromTwips(5175),
-              .client_height = platform::PixelsFromTwips(2040)}),
+              .client_height = platform::PixelsFromTwips(2040),
+              .icons = {}}),
       Label1(*this, "Label1", "Number of frames of new anim"),
       Text1(*this, "Text1", "30"),
       Command1(*this, "Command1", "Ok") {

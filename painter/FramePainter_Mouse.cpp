@@ -3,8 +3,7 @@
 
 namespace painter {
 
-void FramePainter::Picture1_MouseDown(std::int16_t button, std::int16_t /*shift*/, float x,
-                                            float /*y*/) {
+void FramePainter::Picture1_MouseDown(std::int16_t button, std::int16_t /*shift*/, float x, float /*y*/) {
   const auto view = CellsView();
   if (button == 0 || !view) return;
   const std::int32_t cell = ThumbnailAt(view->thumb, x, view->offset);
@@ -18,8 +17,7 @@ void FramePainter::Picture2_MouseDown(std::int16_t button, std::int16_t shift, f
   Picture2_MouseMove(button, shift, x, y);
 }
 
-void FramePainter::Picture2_MouseMove(std::int16_t button, std::int16_t /*shift*/, float x,
-                                            float /*y*/) {
+void FramePainter::Picture2_MouseMove(std::int16_t button, std::int16_t /*shift*/, float x, float /*y*/) {
   const auto view = RollView();
   if (button == 0 || !view) return;
   SetRollFrame(ThumbnailAt(view->thumb, x, view->offset),

@@ -81,9 +81,8 @@ void CopyFrames(Retrieval& retrieval) {
 
 /// The painter needs nothing from that folder, so it may well be missing.
 void EnterHostFolder() {
-  app::Guarded([] {
-    platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir"));
-  });
+  app::Guarded(
+      [] { platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir")); });
 }
 
 void ProposeLength() {

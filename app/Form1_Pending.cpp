@@ -1,16 +1,6 @@
 // Routines whose subjects are still on their way; each leaves this file when its own file comes.
 #include "app/Form1.h"
 
-// sheet/Form1_SheetFile.cpp
-void Form1::MenuOpen_Click() {}
-void Form1::MenuSave_Click() {}
-
-// audio/Form1_WaveFile.cpp
-bool Form1::OpenWaveFile(const std::string& /*path*/) { return false; }
-void Form1::OpenWave_Click() {}
-void Form1::Sampleinfo_Click() {}
-void Form1::RecordAudio_Click() {}
-
 // timeline/Form1_Layout.cpp
 void Form1::Form_Resize() {}
 void Form1::CalcPictureWidths() {}

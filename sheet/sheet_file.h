@@ -13,11 +13,11 @@
 #include <vector>
 
 #include "sheet/field_reader.h"
+#include "sheet/sheet_cells.h"
 
 namespace sheet {
 
 inline constexpr std::string_view kSheetMagic = "ExposureSheet02";
-inline constexpr std::int32_t kSheetColumns = 3;
 inline constexpr int kTrackChannels = 4;
 
 /// A sheet as it is written. Texts are UTF-8.

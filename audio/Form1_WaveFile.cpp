@@ -1,0 +1,58 @@
+// The wave file's menu items: opening one, showing its format, starting the recorder.
+#include <optional>
+
+#include "app/Form1.h"
+#include "audio/Form2.h"
+#include "audio/sample_store.h"
+#include "audio/wave_reader.h"
+#include "platform/Application.h"
+#include "sheet/SheetDocument.h"
+#include "sheet/timing.h"
+
+namespace {
+
+constexpr const char* kRecorderProgram = "Wavecatcher_pm.exe";
+
+void ReduceBehindBusyPointer(audio::SampleStore& sound) {
+  if (sound.WaveFormat.nChannels != 2) return;
+  const platform::BusyPointer busy;
+  audio::ReduceToFirstChannel(sound);
+}
+
+/// Why no sheet can be made for the sound at the rate in force; empty if one can. Asked before the sound is
+/// taken over, so that a refusal finds the old sheet with its sound.
+std::string RefusalOfSheet(const audio::SampleStore& sound) {
+  const auto seconds = sheet::SecondsOfSound(sound);
+  return seconds ? sheet::GridRows(sheet::FrameRate(), *seconds).reason : std::string();
+}
+
+}  // namespace
+
+bool Form1::OpenWaveFile(const std::string& path) {
+  audio::WaveResult read = audio::ReadWaveFile(path, audio::LoadedSound());
+  if (read.sound) {
+    ReduceBehindBusyPointer(*read.sound);
+    read.reason = RefusalOfSheet(*read.sound);
+  }
+  if (!read.reason.empty()) {
+    platform::MsgBox(read.reason);
+    return false;
+  }
+  audio::LoadedSound() = *std::move(read.sound);
+  PaintWav();
+  InitVelocity();
+  Grid1.Clear();
+  SetupGrid();
+  return true;
+}
+
+void Form1::OpenWave_Click() {
+  if (!CommonDialog1.ShowOpen() || !OpenWaveFile(CommonDialog1.FileName)) return;
+  // Also for three channels and more, which were not reduced.
+  if (audio::LoadedSound().WaveFormat.nChannels > 1) platform::MsgBox("Stereo sample converted to mono.");
+}
+
+void Form1::Sampleinfo_Click() { form2->ShowOwnedBy(*this); }
+
+/// A recorder that can't be started is passed over.
+void Form1::RecordAudio_Click() { platform::StartProgram(kRecorderProgram); }

@@ -1,0 +1,146 @@
+// Saving the sheet to a file and opening it again.
+#include <algorithm>
+
+#include "app/Form1.h"
+#include "platform/Application.h"
+#include "sheet/Form3.h"
+#include "sheet/SheetDocument.h"
+#include "sheet/safe_write.h"
+#include "sheet/sheet_file.h"
+#include "sheet/text_encoding.h"
+#include "sheet/whole_file.h"
+#include "timeline/velocity_values.h"
+
+namespace {
+
+std::array<look::vl_button*, sheet::kTrackChannels> VisibilityButtons(Form1& form) {
+  return {&form.vl_button13, &form.vl_button14, &form.vl_button15, &form.vl_button16};
+}
+
+/// Moves through the whole sheet as a user would, which fills SheetCells, repaints and leads the host along.
+std::vector<std::array<std::string, sheet::kSheetColumns>> CellsByMovingThrough(platform::Grid& grid) {
+  std::vector<std::array<std::string, sheet::kSheetColumns>> rows(static_cast<std::size_t>(grid.Rows()) - 1);
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    for (std::size_t column = 0; column < rows[row].size(); ++column) {
+      grid.SetRow(static_cast<int>(row) + 1);
+      grid.SetCol(static_cast<int>(column));
+      rows[row][column] = grid.Text();
+    }
+  }
+  return rows;
+}
+
+/// As many frames as the rate and the sound give at this moment, but none beyond the tracks that there are.
+std::vector<std::array<std::uint8_t, sheet::kTrackChannels>> TrackValues() {
+  const timeline::VelocityTable& tracks = timeline::Tracks().VelocityValues;
+  const std::int32_t frames = std::min(sheet::TrackFramesNow(), tracks.Frames());
+  std::vector<std::array<std::uint8_t, sheet::kTrackChannels>> values(static_cast<std::size_t>(frames));
+  for (std::int32_t frame = 0; frame < frames; ++frame) {
+    for (int channel = 0; channel < sheet::kTrackChannels; ++channel) {
+      values[static_cast<std::size_t>(frame)][static_cast<std::size_t>(channel)] = tracks.At(frame, channel);
+    }
+  }
+  return values;
+}
+
+sheet::SheetFileContent ContentOf(Form1& form) {
+  sheet::SheetFileContent content;
+  content.frame_rate_text = form3->Text7.Text();
+  content.wave_file_name = form.CommonDialog1.FileName;
+  content.rows = CellsByMovingThrough(form.Grid1);
+  content.lock = form.vl_button18.value();
+  std::ranges::transform(VisibilityButtons(form), content.track_visible.begin(), &look::vl_button::value);
+  content.track_values = TrackValues();
+  return content;
+}
+
+/// The live sheet, to which a file's fields are applied as they are read.
+class LiveSheet : public sheet::SheetTarget {
+ public:
+  LiveSheet(Form1& form, std::string sheet_path) : form_(form), sheet_path_(std::move(sheet_path)) {}
+
+  void SetFrameRateText(std::string_view text) override { form3->Text7.SetText(std::string(text)); }
+
+  bool OpenSound(std::string_view wave_file_name) override {
+    form_.CommonDialog1.FileName = wave_file_name;
+    if (wave_file_name.empty()) return true;
+    const auto path = sheet::FindWaveFile(form_.CommonDialog1.FileName, sheet_path_);
+    if (!path) {
+      platform::MsgBox("Can't find the wave file " + form_.CommonDialog1.FileName +
+                       ", nor one of that name beside the sheet.\n"
+                       "The sheet opens without it. The velocity tracks can't be restored without the sound: "
+                       "saving over this sheet now would lose them.");
+      return false;
+    }
+    form_.CommonDialog1.FileName = *path;
+    form_.OpenWaveFile(*path);
+    return true;
+  }
+
+  std::int32_t RowCount() override { return form_.Grid1.Rows(); }
+  void SetRowCount(std::int32_t rows) override { form_.Grid1.SetRows(rows); }
+  void SetColumnCount(std::int32_t columns) override { form_.Grid1.SetCols(columns); }
+
+  void WriteCell(std::int32_t row, std::int32_t column, std::string_view text) override {
+    form_.Grid1.SetRow(row);
+    form_.Grid1.SetCol(column);
+    form_.Grid1.SetText(std::string(text));
+  }
+
+  void SetLock(bool on) override { form_.vl_button18.SetValue(on); }
+
+  void SetTrackVisible(int channel, bool visible) override {
+    VisibilityButtons(form_)[static_cast<std::size_t>(channel)]->SetValue(visible);
+  }
+
+  std::int32_t ResetTracks() override {
+    form_.InitVelocity();
+    // Without frames the table stays as it was, and so does what stands in it.
+    return std::min(sheet::TrackFramesNow(), timeline::Tracks().VelocityValues.Frames());
+  }
+
+  void SetTrackValue(std::int32_t frame, int channel, std::uint8_t value) override {
+    timeline::Tracks().VelocityValues.Set(frame, channel, value);
+  }
+
+  void PaintTracks() override { form_.PaintVelocity(); }
+
+ private:
+  Form1& form_;
+  std::string sheet_path_;
+};
+
+}  // namespace
+
+void Form1::MenuSave_Click() {
+  if (!CommonDialog2.ShowSave()) return;
+  sheet::SafeWriter writer(CommonDialog2.FileName);
+  if (!writer.CreateFailure().empty()) {
+    platform::MsgBox("Can't open file");
+    return;
+  }
+  std::string failure;
+  {
+    const platform::RefreshPause whole_sheet_moves;
+    failure = writer.Finish(sheet::SheetFileText(ContentOf(*this)));
+  }
+  if (failure.empty()) return;
+  platform::MsgBox("The sheet could not be saved to " + CommonDialog2.FileName + ": " + failure +
+                   ".\nThe file is as it was before.");
+}
+
+void Form1::MenuOpen_Click() {
+  if (!CommonDialog2.ShowOpen()) return;
+  sheet::WholeFile file = sheet::ReadWholeFile(CommonDialog2.FileName);
+  if (!file.bytes) {
+    platform::MsgBox("Can't read file");
+    return;
+  }
+  std::string report;
+  {
+    const platform::RefreshPause whole_sheet_moves;
+    LiveSheet live_sheet(*this, CommonDialog2.FileName);
+    report = sheet::ApplySheet(sheet::DecodedText(*std::move(file.bytes)), live_sheet);
+  }
+  if (!report.empty()) platform::MsgBox("The sheet could be read only in part.\n" + report);
+}

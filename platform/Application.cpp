@@ -29,7 +29,7 @@ int busy_count = 0;
 int refresh_pause_count = 0;
 
 void QuitWhenNothingIsLeft() {
-  if (LoadedWindowCount() == 0 && keep_alive_count == 0) QCoreApplication::quit();
+  if (LoadedWindowCount() == 0 && keep_alive_count == 0) Quit();
 }
 
 }  // namespace
@@ -90,7 +90,8 @@ void EndWithReport(const std::string& text) {
   std::_Exit(EXIT_FAILURE);
 }
 
-void Quit() { QCoreApplication::quit(); }
+// Not the toolkit's quit(), which a window that won't close, such as the host's, can refuse.
+void Quit() { QCoreApplication::exit(EXIT_SUCCESS); }
 
 KeepAlive::KeepAlive() { ++keep_alive_count; }
 KeepAlive::~KeepAlive() {

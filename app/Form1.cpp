@@ -43,8 +43,8 @@ Form1::Form1()
       Sampleinfo(File, "Sampleinfo", "Show sample &info..."),
       RecordAudio(File, "RecordAudio", "&Record audio..."),
       QuitMouth((File.AddSeparator("Bar2"), File), "QuitMouth", "&Quit"),
-      wave_canvas_(std::make_unique<timeline::WaveCanvas>()),
-      velocity_canvas_(std::make_unique<timeline::VelocityCanvas>()) {
+      wave_canvas_(std::make_unique<timeline::WaveCanvas>(Picture2)),
+      velocity_canvas_(std::make_unique<timeline::VelocityCanvas>(Picture4)) {
   PlaceControls();
   DressButtons();
   BindSheet();
@@ -144,6 +144,8 @@ void Form1::BindTransport() {
 void Form1::BindTimeline() {
   vl_button3.Click = [this] { vl_button3_Click(); };
   vl_button4.Click = [this] { vl_button4_Click(); };
+  // A canvas that fills its viewport doesn't scroll.
+  HScroll1.SetMax(0);
   HScroll1.Change = [this] { HScroll1_Change(); };
   HScroll1.Scroll = [this] { HScroll1_Scroll(); };
   look::vl_button* choosers[] = {&vl_button6, &vl_button7, &vl_button8, &vl_button9};

@@ -180,6 +180,9 @@ class Form1 : public platform::Window {
   /// Selects a frame, shows it and plays it, if it isn't the one that was scrubbed last.
   void ScrubTo(std::int32_t frame);
 
+  void ChangeZoom(float factor);
+  void ChooseMouthSet(platform::MenuItem& chosen, platform::MenuItem& other);
+
   /// Clock reading in seconds since midnight when "Play waveform" was pressed.
   float PlayStartTime = 0;
   /// The frame of the last press or drag on the waveform; outlives a load.

@@ -1,13 +1,15 @@
-// The store of a mouth set's pictures; never shown.
+// Holds the mouth drawings of the set Cartoon; never shown.
 #pragma once
 
 #include "platform/Window.h"
+#include "timeline/ShapeSet.h"
 
 class Form4 : public platform::Window {
  public:
-  Form4()
-      : Window(
-            {.name = "Form4", .caption = "Form4", .client_width = 300, .client_height = 200, .icons = {}}) {}
+  Form4();
+  void Form_Load() override;
+
+  timeline::ShapeSet Mouths{*this};
 };
 
 extern platform::WindowInstance<Form4> form4;

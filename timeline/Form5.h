@@ -1,13 +1,15 @@
-// The store of a mouth set's pictures; never shown.
+// Holds the mouth drawings of the set Sketch; never shown.
 #pragma once
 
 #include "platform/Window.h"
+#include "timeline/ShapeSet.h"
 
 class Form5 : public platform::Window {
  public:
-  Form5()
-      : Window(
-            {.name = "Form5", .caption = "Form5", .client_width = 300, .client_height = 200, .icons = {}}) {}
+  Form5();
+  void Form_Load() override;
+
+  timeline::ShapeSet Mouths{*this};
 };
 
 extern platform::WindowInstance<Form5> form5;

@@ -1,8 +1,24 @@
 // What the velocity canvas shows and is to show next.
 #pragma once
 
+#include "platform/PictureBox.h"
+#include "sheet/sheet_cells.h"
+#include "timeline/velocity_drawing.h"
+
 namespace timeline {
 
-class VelocityCanvas {};
+/// Puts the drawing of a scene off until the canvas is next shown, refreshed or read.
+class VelocityCanvas {
+ public:
+  /// The box must outlive this.
+  explicit VelocityCanvas(platform::PictureBox& box);
+  /// Takes over the shapes that have changed in the sheet since the last time.
+  void TakeShapes(sheet::CellTable& cells);
+  void Show(VelocityScene scene);
+
+ private:
+  platform::PictureBox& box_;
+  VelocityPicture picture_;
+};
 
 }  // namespace timeline

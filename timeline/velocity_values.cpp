@@ -96,6 +96,11 @@ std::int32_t StrokeFrame(float x_pixel, int canvas_pixels, std::int32_t frames) 
   return std::clamp(platform::RoundToLong(frame), 0, frames - 1);
 }
 
+void StrokeAt(VelocityTracks& tracks, std::int32_t frame, std::uint8_t value) {
+  VelocityTable& values = tracks.VelocityValues;
+  if (values.Frames() > 0) values.Set(std::min(frame, values.Frames() - 1), tracks.ActiveChannel, value);
+}
+
 std::uint8_t StrokeValue(float y_pixel) {
   return static_cast<std::uint8_t>(
       platform::RoundToLong(std::clamp(static_cast<double>(y_pixel), 0.0, 255.0)));

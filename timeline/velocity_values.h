@@ -69,6 +69,8 @@ bool UndoStroke(VelocityTracks& tracks);
 
 /// The frame under the pointer on the velocity canvas, limited to the frames that there are. frames above 0.
 std::int32_t StrokeFrame(float x_pixel, int canvas_pixels, std::int32_t frames);
+/// Writes a value of the active channel; a frame past the table's last writes the last one.
+void StrokeAt(VelocityTracks& tracks, std::int32_t frame, std::uint8_t value);
 /// The value under the pointer, 0 to 255.
 std::uint8_t StrokeValue(float y_pixel);
 

@@ -1,0 +1,43 @@
+// The waveform, and with it the road to the host.
+#include <algorithm>
+
+#include "app/Form1.h"
+#include "app/HostSession.h"
+#include "audio/sample_store.h"
+#include "sheet/SheetDocument.h"
+#include "timeline/WaveCanvas.h"
+
+using app::HostSession;
+
+namespace {
+
+/// Past the host's last frame it stays there; there is no lower limit, so that the header row sends it to -1.
+void FollowInHost(const Form1& form) {
+  const std::int32_t last = host::AsLong(HostSession.Call("vel_GetTotalFrames"), "vel_GetTotalFrames") - 1;
+  const std::int32_t frame = std::min(form.GetCurrentTick(), last);
+  if (form.vl_button18.value()) HostSession.Call("Vel_GotoFrame", frame);
+}
+
+}  // namespace
+
+/// Takes down what is to be drawn; the host is moved at every call, also where the drawing is put off.
+void Form1::PaintWav() {
+  PaintGradient();
+  timeline::WaveScene scene;
+  scene.width = Picture2.ScaleWidth();
+  scene.height = Picture2.ScaleHeight();
+  scene.ground = Picture2.BackColor();
+  scene.wave = Picture2.ForeColor();
+  scene.sound = audio::LoadedSound();
+  scene.frames = sheet::TrackFramesNow();
+  scene.current_frame = GetCurrentTick();
+  wave_canvas_->Show(std::move(scene));
+  FollowInHost(*this);
+}
+
+/// The ground itself is laid with the drawing.
+void Form1::PaintGradient() {
+  if (Picture2.BackColor() == List1.BackColor()) return;
+  Picture2.SetBackColor(List1.BackColor());
+  wave_canvas_->Lose();
+}

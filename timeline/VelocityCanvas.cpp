@@ -1,0 +1,33 @@
+#include "timeline/VelocityCanvas.h"
+
+#include <utility>
+
+namespace timeline {
+
+VelocityCanvas::VelocityCanvas(platform::PictureBox& box)
+    : box_(box),
+      picture_([&box](const std::string& text) { return platform::MaskOf(box.TextFont(), text); }) {
+  box_.Resize = [this] { picture_.Lose(); };
+  box_.Draw = [this] {
+    for (const platform::PixelBox& changed : picture_.DrawOn(box_.Pixels())) box_.Changed(changed);
+  };
+}
+
+void VelocityCanvas::TakeShapes(sheet::CellTable& cells) {
+  const auto take = [&](std::int32_t frame) {
+    picture_.CaptureShape(frame, cells.Text(frame, sheet::kShapeColumn));
+  };
+  const sheet::CellTable::Changes changes = cells.TakeChanges();
+  if (changes.everything) {
+    picture_.ClearShapes(cells.LastFrame() + 1);
+    for (std::int32_t frame = 0; frame <= cells.LastFrame(); ++frame) take(frame);
+  }
+  for (const std::int32_t frame : changes.frames) take(frame);
+}
+
+void VelocityCanvas::Show(VelocityScene scene) {
+  picture_.Capture(std::move(scene));
+  box_.DrawLater();
+}
+
+}  // namespace timeline

@@ -1,0 +1,19 @@
+#include "timeline/WaveCanvas.h"
+
+#include <utility>
+
+namespace timeline {
+
+WaveCanvas::WaveCanvas(platform::PictureBox& box) : box_(box) {
+  box_.Resize = [this] { Lose(); };
+  box_.Draw = [this] {
+    for (const platform::PixelBox& changed : picture_.DrawOn(box_.Pixels())) box_.Changed(changed);
+  };
+}
+
+void WaveCanvas::Show(WaveScene scene) {
+  picture_.Capture(std::move(scene));
+  box_.DrawLater();
+}
+
+}  // namespace timeline

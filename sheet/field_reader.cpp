@@ -51,7 +51,7 @@ std::optional<std::string_view> FieldReader::Next() {
   const std::string_view rest = text_.substr(position_);
   const auto end = std::find_if(rest.begin(), rest.end(), [this](char c) { return EndsField(c); });
   const auto length = static_cast<std::size_t>(end - rest.begin());
-  if (end != rest.end() && *end == '\n') ++next_line_;
+  if (end_ == FieldsEndAt::kLines || (end != rest.end() && *end == '\n')) ++next_line_;
   position_ += std::min(length + 1, rest.size());
   field_ = Trimmed(rest.substr(0, length));
   return field_;
@@ -105,7 +105,7 @@ void FieldReader::NoteUnexpected(const std::string& expected) {
 void FieldReader::NoteEnd(FieldName name) {
   if (end_noted_) return;
   end_noted_ = true;
-  Note("The file ends before line " + std::to_string(next_line_) + ": expected " + TextOf(name) + ".");
+  Note("Line " + std::to_string(next_line_) + ": expected " + TextOf(name) + ", but the file ends.");
 }
 
 void FieldReader::Note(std::string fault) {

@@ -226,7 +226,7 @@ TEST(ApplySheet, ACutFileGivesWhatItHasAndNamesTheLine) {
     const std::string report =
         ApplySheet(Joined({lines.begin(), lines.begin() + static_cast<long>(kept)}), sheet);
     const std::string end =
-        "The file ends before line " + std::to_string(kept + 1) + ": expected " + expected[kept] + ".";
+        "Line " + std::to_string(kept + 1) + ": expected " + expected[kept] + ", but the file ends.";
     // A count that the file doesn't bear out is told first.
     EXPECT_THAT(report, testing::AnyOf(end, testing::HasSubstr("a row count of at most"))) << kept;
     if (kept >= 12) {

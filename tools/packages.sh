@@ -1,0 +1,40 @@
+# The Debian packages that this project needs, by purpose, and how the missing ones are fetched.
+# Sourced by ./run, ./run-tests and .ci/run; plain sh, for a machine that has nothing else yet.
+
+# shellcheck disable=SC2034  # used by the scripts that source this file
+BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools libgl-dev
+  libsdl2-dev libsndfile1-dev libgtest-dev libgmock-dev"
+
+# What the program itself wants at run time beyond the libraries that it is linked to.
+RUN_PACKAGES="fonts-liberation fonts-dejavu-core x11-utils"
+
+# What drives the program from outside, in the tour and in the tests.
+TOUR_PACKAGES="xvfb openbox xdotool python3 python3-pil dbus"
+TEST_PACKAGES="python3-dbus python3-gi"
+
+CHECK_PACKAGES="clang-format clang-tidy"
+
+# install_missing PACKAGE...: asks dpkg first, so that a machine that has all of them is left alone.
+install_missing() {
+  missing=""
+  for package in "$@"; do
+    case "$(dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2>/dev/null)" in
+      ii*) ;;
+      *) missing="$missing $package" ;;
+    esac
+  done
+  [ -z "$missing" ] && return 0
+
+  as_root=""
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null 2>&1; then
+      echo "These packages are missing, and only root can install them:$missing" >&2
+      return 1
+    fi
+    as_root="sudo"
+  fi
+  echo "Installing:$missing"
+  # shellcheck disable=SC2086  # both are lists of words
+  $as_root apt-get -q update && $as_root env DEBIAN_FRONTEND=noninteractive \
+    apt-get -qy -o Dpkg::Use-Pty=0 install --no-install-recommends $missing
+}

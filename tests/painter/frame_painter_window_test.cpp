@@ -1,0 +1,358 @@
+// The frame painter's window: what the strips show, what mouse and scrolling do, what reaches the host.
+#include "painter/FramePainter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QWidget>
+
+#include "painter/Retrieve.h"
+#include "painter/random.h"
+#include "painter/strip_state.h"
+#include "painter/wiggle.h"
+#include "platform/Application.h"
+#include "support/UserInput.h"
+#include "support/desk.h"
+
+namespace painter {
+namespace {
+
+using platform::Answer;
+using platform::Rgb;
+using support::DragTo;
+using support::Press;
+using support::Release;
+using Calls = std::vector<std::string>;
+
+/// Frames of 30 by 20, so thumbnails of 114 by 76: frame i has red 10 i, green 10 i + 1, blue 10 i + 2.
+class Painter : public testing::Test {
+ protected:
+  void Open(int cells, int roll_length) {
+    desk.host->width = 30;
+    desk.host->height = 20;
+    desk.host->frames = cells;
+    RetrieveFrames();
+    StartRoll(TheRoll(), roll_length);
+    frame_painter.Hold().Show();
+    support::HandleEvents();
+    desk.host->Take();
+  }
+  FramePainter& Window() { return *frame_painter.IfLoaded(); }
+  platform::Color CellsAt(int x, int y = 40) { return Window().Picture1.Point(x, y); }
+  platform::Color RollAt(int x, int y = 40) { return Window().Picture2.Point(x, y); }
+  void PressCell(double x) {
+    Press(Window().Picture1.Widget(), {x, 40});
+    Release(Window().Picture1.Widget(), {x, 40});
+  }
+  void PressRoll(double x, Qt::MouseButton button = Qt::LeftButton) {
+    Press(Window().Picture2.Widget(), {x, 40}, button);
+    Release(Window().Picture2.Widget(), {x, 40}, button);
+  }
+  static platform::Color Cell(int i) { return Rgb(10 * i, 10 * i + 1, 10 * i + 2); }
+  static platform::Color Negative(int i) { return Rgb(255 - 10 * i, 254 - 10 * i, 253 - 10 * i); }
+
+  support::Desk desk;
+};
+
+constexpr platform::Color kWhite = Rgb(255, 255, 255);
+constexpr platform::Color kBlack = 0;
+
+TEST_F(Painter, OpensWithTheFirstCellChosenAndABlankRoll) {
+  Open(3, 5);
+  EXPECT_EQ(CellsAt(0, 0), Negative(0));
+  EXPECT_EQ(CellsAt(113, 75), Negative(0));
+  EXPECT_EQ(CellsAt(114), Cell(1));
+  EXPECT_EQ(CellsAt(341), Cell(2));
+  EXPECT_EQ(CellsAt(342), kBlack);
+  EXPECT_EQ(RollAt(0, 0), kWhite);
+  EXPECT_EQ(RollAt(569, 75), kWhite);
+  EXPECT_EQ(RollAt(570), kBlack);
+  PressRoll(300);
+  EXPECT_EQ(TheRoll().entries, (std::vector<std::int16_t>{-1, -1, 0, -1, -1}));
+  EXPECT_EQ(RollAt(228), Cell(0));
+  EXPECT_EQ(RollAt(227), kWhite);
+}
+
+TEST_F(Painter, StandsAsDesigned) {
+  Open(3, 5);
+  FramePainter& window = Window();
+  EXPECT_EQ(window.Caption(), "Frame painter");
+  EXPECT_EQ(window.ScaleWidth(), 886);
+  EXPECT_EQ(window.ScaleHeight(), 424);
+  EXPECT_EQ(window.Picture3.Width(), 854);  // 32 less than the window
+  EXPECT_EQ(window.Picture1.Width(), 850);  // 4 less than the panel
+  EXPECT_EQ(window.HGlide2.Width(), 850);
+  EXPECT_EQ(window.Picture2.ScaleHeight(), 76);
+  EXPECT_EQ(window.VL_DropDial1.value(), 16);
+  EXPECT_EQ(window.VL_DropDial1.Max(), 32);
+  EXPECT_EQ(window.VL_DropDial2.value(), 4);
+  EXPECT_EQ(window.VL_DropDial2.Min(), 1);
+  EXPECT_EQ(window.VL_DropDial2.Max(), 20);
+  EXPECT_EQ(window.Check1.Value(), 0);
+}
+
+/// Whether a ruler has a number at the left edge of a thumbnail.
+bool HasInk(platform::PictureBox& ruler, int left) {
+  for (int x = left; x < left + 12; ++x)
+    for (int y = 2; y < 16; ++y)
+      if (ruler.Point(x, y) != Rgb(255, 224, 192)) return true;
+  return false;
+}
+
+TEST_F(Painter, NumbersTheFramesOnTheRulers) {
+  Open(3, 5);
+  for (int i = 0; i < 7; ++i) {
+    EXPECT_EQ(HasInk(Window().Picture7, i * 114), i < 3) << i;
+    EXPECT_EQ(HasInk(Window().Picture4, i * 114), i < 5) << i;
+    EXPECT_FALSE(HasInk(Window().Picture4, i * 114 + 60)) << i;
+  }
+}
+
+TEST_F(Painter, ChoosesACellWithAnyButtonAndNothingBesideTheCells) {
+  Open(3, 5);
+  PressCell(230);
+  EXPECT_EQ(TheStrips().SelectedCell, 2);
+  EXPECT_EQ(CellsAt(0), Cell(0));
+  EXPECT_EQ(CellsAt(230), Negative(2));
+  PressCell(342);
+  EXPECT_EQ(TheStrips().SelectedCell, 2);
+  Press(Window().Picture1.Widget(), {120, 3}, Qt::RightButton);
+  EXPECT_EQ(TheStrips().SelectedCell, 1);
+  Window().Picture1_MouseDown(0, 0, 5, 5);
+  EXPECT_EQ(TheStrips().SelectedCell, 1);
+}
+
+TEST_F(Painter, StampsEveryFrameThatADragCrosses) {
+  Open(3, 5);
+  PressCell(230);
+  QWidget* strip = Window().Picture2.Widget();
+  const auto drag = [strip](QPointF to, Qt::MouseButton button) {
+    DragTo(strip, to, button);
+    support::HandleEvents();  // moves in a row become one
+  };
+  Press(strip, {120, 40});
+  drag({240, 40}, Qt::LeftButton);
+  Release(strip, {240, 40});
+  EXPECT_EQ(TheRoll().entries, (std::vector<std::int16_t>{-1, 2, 2, -1, -1}));
+  Press(strip, {400, 40}, Qt::RightButton);
+  drag({-113, 40}, Qt::RightButton);  // less than a thumbnail to the left: still frame 0
+  drag({571, 40}, Qt::RightButton);
+  EXPECT_EQ(TheRoll().entries, (std::vector<std::int16_t>{2, 2, 2, 2, -1}));
+  PressCell(120);
+  drag({-114, 40}, Qt::LeftButton);
+  EXPECT_EQ(TheRoll().entries[0], 2);
+  Window().Picture2_MouseMove(0, 0, 5, 5);
+  EXPECT_EQ(TheRoll().entries[0], 2);
+  EXPECT_EQ(RollAt(0), Cell(2));
+  EXPECT_EQ(RollAt(455), Cell(2));
+  EXPECT_EQ(RollAt(456), kWhite);
+  EXPECT_EQ(RollAt(570), kBlack);
+  EXPECT_EQ(TheStrips().PaintOnlyFrame, -1);
+}
+
+TEST_F(Painter, ScrollsByThumbnails) {
+  Open(20, 30);
+  Window().HGlide1.SetPosition(12);
+  Window().HGlide1.Scroll();
+  EXPECT_EQ(TheStrips().CellScrollOffset, -1368);
+  EXPECT_EQ(CellsAt(0), Cell(12));
+  EXPECT_EQ(CellsAt(114), Cell(13));
+  PressCell(1);
+  EXPECT_EQ(TheStrips().SelectedCell, 12);
+  Window().HGlide2.SetPosition(28);
+  Window().HGlide2.Scroll();
+  EXPECT_EQ(TheStrips().RollScrollOffset, -3192);
+  PressRoll(115);
+  EXPECT_EQ(TheRoll().entries[29], 12);
+  EXPECT_EQ(RollAt(0), kWhite);
+  EXPECT_EQ(RollAt(114), Cell(12));
+  EXPECT_EQ(RollAt(228), kBlack);
+}
+
+TEST_F(Painter, KeepsItsHeightAndShowsMoreWhenWidened) {
+  Open(20, 30);
+  Window().HGlide1.SetPosition(5);
+  Window().HGlide1.Scroll();
+  Window().TopWidget()->resize(1286, 700);
+  support::HandleEvents();
+  EXPECT_EQ(Window().ScaleHeight(), 424);
+  EXPECT_EQ(Window().Picture1.Width(), 1250);
+  EXPECT_EQ(TheStrips().RollStripWidth, 1250);
+  EXPECT_EQ(CellsAt(0), Cell(5));
+  EXPECT_EQ(CellsAt(1249), Cell(15));  // 1249 div 114 is 10
+  EXPECT_EQ(RollAt(1249), kWhite);
+  EXPECT_TRUE(HasInk(Window().Picture4, 1140));
+  Window().TopWidget()->resize(20, 424);
+  support::HandleEvents();
+  EXPECT_GE(Window().Picture3.Width(), 0);
+}
+
+TEST_F(Painter, RetrievesAgainOnlyAfterTheWarning) {
+  Open(3, 5);
+  PressCell(230);
+  PressRoll(10);
+  desk.host->frames = 2;
+  desk.host->planes[{0, 0}].assign(31 * 21, 200);
+  desk.messages.answers = {Answer::Cancel};
+  Window().vl_button1_Click();
+  EXPECT_TRUE(desk.host->calls.empty());
+  EXPECT_EQ(CellsAt(0), Cell(0));
+  ASSERT_EQ(desk.messages.shown.size(), 1u);
+  const platform::Message& warning = desk.messages.shown[0];
+  EXPECT_EQ(warning.text,
+            "Warning, retrieving can change your frame list if the order of the original has changed.\n"
+            "Add frames to the end of the original, for best results");
+  EXPECT_EQ(warning.buttons, platform::Buttons::OkCancel);
+  EXPECT_EQ(warning.icon, platform::Icon::Information);
+
+  Window().vl_button1_Click();
+  EXPECT_EQ(CellsAt(0), Rgb(200, 1, 2));
+  EXPECT_EQ(CellsAt(228), kBlack);
+  EXPECT_EQ(Window().HGlide1.Range(), 2);
+  EXPECT_EQ(TheRoll().entries[0], 2);
+  EXPECT_EQ(RollAt(0, 0), kBlack);  // no cell behind it now: a cross on white
+  EXPECT_EQ(RollAt(57, 10), kWhite);
+}
+
+TEST_F(Painter, ShowsAKeptStoreThatNoLongerFitsAsMissing) {
+  Open(3, 5);
+  PressRoll(10);
+  desk.host->frames = 1;
+  desk.host->width = 3000;
+  desk.host->height = 2000;
+  Window().vl_button1_Click();
+  EXPECT_EQ(desk.messages.Texts().back(), "No animation");
+  EXPECT_EQ(CellsAt(57, 10), kWhite);
+  EXPECT_EQ(RollAt(0, 0), kBlack);
+}
+
+TEST_F(Painter, ShootsTheRollFrameByFrame) {
+  Open(3, 3);
+  // Every sample of cell 1 is told from its neighbours, the last column and row too.
+  std::vector<std::uint8_t> red(31 * 21);
+  for (std::size_t i = 0; i < red.size(); ++i) red[i] = static_cast<std::uint8_t>(i * 7);
+  desk.host->planes[{1, 0}] = red;
+  RetrieveFrames();
+  TheRoll().entries = {1, kBlankFrame, 5};  // cell 5 doesn't exist
+  desk.host->planes.clear();
+  desk.host->Take();
+  bool busy = false;
+  desk.host->before = [&](std::string_view member) {
+    if (member == "vel_SetRbuffer") busy = platform::BusyPointerIsOn();
+    if (member == "Vel_GotoFrame") {
+      EXPECT_FALSE(platform::BusyPointerIsOn());
+    }
+  };
+  Window().vl_button2_Click();
+  Calls expected{"vel_StatusOpen(\"Saving...\")", "vel_CreateAnimAdv(3, 2s)",
+                 "vel_StatusOpen(\"Developing...\")"};
+  const char* percents[] = {"0d", "33.33333333333333d", "66.66666666666666d"};
+  for (int f = 0; f < 3; ++f)
+    for (const std::string& call :
+         {"Vel_GotoFrameAdv(" + std::to_string(f) + ", 3s)", std::string("vel_SetRbuffer([651 bytes])"),
+          std::string("vel_SetGBuffer([651 bytes])"), std::string("vel_SetBBuffer([651 bytes])"),
+          "vel_Status(" + std::string(percents[f]) + ")"})
+      expected.push_back(call);
+  expected.insert(expected.end(), {"Vel_GotoFrame(0s)", "vel_StatusClose()"});
+  EXPECT_EQ(desk.host->calls, expected);
+  EXPECT_TRUE(busy);
+  EXPECT_EQ((desk.host->planes[{0, 0}]), red);
+  EXPECT_EQ((desk.host->planes[{0, 1}]), std::vector<std::uint8_t>(651, 11));
+  EXPECT_EQ((desk.host->planes[{0, 2}]), std::vector<std::uint8_t>(651, 12));
+  for (int channel = 0; channel < 3; ++channel)
+    for (int f = 1; f < 3; ++f)
+      EXPECT_EQ((desk.host->planes[{f, channel}]), std::vector<std::uint8_t>(651, 255));
+  EXPECT_EQ(TheRoll().entries[0], 1);
+}
+
+TEST_F(Painter, WigglesEachFrameWithDrawsOfItsOwn) {
+  Open(2, 2);
+  std::vector<std::uint8_t> red(31 * 21);
+  for (std::size_t i = 0; i < red.size(); ++i) red[i] = static_cast<std::uint8_t>(i * 7);
+  desk.host->planes[{0, 0}] = desk.host->planes[{0, 1}] = desk.host->planes[{0, 2}] = red;
+  RetrieveFrames();
+  TheRoll().entries = {0, 0};
+  Window().Check1.SetValue(1);
+  Window().VL_DropDial1.SetValue(32);
+  Window().VL_DropDial2.SetValue(1);
+  UniformSequence draws;
+  Calls seen;
+  for (int shooting = 0; shooting < 2; ++shooting) {
+    Window().vl_button2_Click();
+    for (int f = 0; f < 2; ++f) {
+      Slices slices;
+      slices.x = draws.Next();
+      slices.y = draws.Next();
+      auto r = red, g = red, b = red;
+      WiggleFrameAt(32, 1, slices, {{30, 20}, red.data(), red.data(), red.data()},
+                    {{30, 20}, r.data(), g.data(), b.data()});
+      EXPECT_EQ((desk.host->planes[{f, 0}]), r);
+      EXPECT_EQ((desk.host->planes[{f, 2}]), b);
+      seen.emplace_back(r.begin(), r.end());
+    }
+  }
+  std::sort(seen.begin(), seen.end());
+  EXPECT_EQ(std::unique(seen.begin(), seen.end()), seen.end());
+}
+
+TEST_F(Painter, AnUnstampedRollIsWhiteWithTheWiggleToo) {
+  Open(2, 1);
+  Window().Check1.SetValue(1);
+  Window().vl_button2_Click();
+  EXPECT_EQ((desk.host->planes[{0, 1}]), std::vector<std::uint8_t>(651, 255));
+  EXPECT_EQ(std::count(desk.host->calls.begin(), desk.host->calls.end(), "vel_Status(0d)"), 1);
+}
+
+TEST_F(Painter, NoFailureOfAShootingIsPassedOver) {
+  Open(2, 2);
+  for (const char* member :
+       {"vel_StatusOpen", "vel_CreateAnimAdv", "Vel_GotoFrameAdv", "vel_SetRbuffer", "vel_SetGBuffer",
+        "vel_SetBBuffer", "vel_Status", "Vel_GotoFrame", "vel_StatusClose"}) {
+    desk.host->FailAt(member, 1);
+    EXPECT_THROW(Window().vl_button2_Click(), host::HostError) << member;
+    EXPECT_FALSE(platform::BusyPointerIsOn()) << member;
+  }
+}
+
+TEST_F(Painter, ClosesOnlyOnYesAndKeepsItsState) {
+  Open(3, 5);
+  PressCell(230);
+  PressRoll(10);
+  desk.messages.answers = {Answer::No, Answer::No, Answer::Yes};
+  Window().vl_button3_Click();
+  ASSERT_TRUE(frame_painter.IfLoaded());
+  Window().TopWidget()->close();
+  ASSERT_TRUE(frame_painter.IfLoaded());
+  EXPECT_EQ(RollAt(0), Cell(2));
+  Window().vl_button3_Click();
+  EXPECT_EQ(frame_painter.IfLoaded(), nullptr);
+  for (const auto& message : desk.messages.shown) {
+    EXPECT_EQ(message.text, "Exit Frame Painter");
+    EXPECT_EQ(message.buttons, platform::Buttons::YesNo);
+    EXPECT_EQ(message.icon, platform::Icon::Information);
+  }
+  support::HandleEvents();
+  frame_painter.Hold().Show();
+  support::HandleEvents();
+  EXPECT_EQ(TheStrips().SelectedCell, 2);
+  EXPECT_EQ(CellsAt(230), Negative(2));
+  EXPECT_EQ(RollAt(0), Cell(2));
+}
+
+TEST_F(Painter, AFrameTooTallForAThumbnailIsHarmless) {
+  desk.host->frames = 2;
+  desk.host->width = 1;
+  desk.host->height = 1000;
+  RetrieveFrames();
+  StartRoll(TheRoll(), 4);
+  frame_painter.Hold().Show();
+  support::HandleEvents();
+  PressCell(10);
+  PressRoll(10);
+  Window().HGlide1.Scroll();
+  EXPECT_EQ(CellsAt(0), kBlack);
+  EXPECT_EQ(TheRoll().entries, std::vector<std::int16_t>(4, -1));
+}
+
+}  // namespace
+}  // namespace painter

@@ -1,0 +1,225 @@
+// The way into the frame painter: what the host is asked, what is copied, what a failure leaves.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "app/Form1.h"
+#include "audio/sample_store.h"
+#include "painter/FPOptions.h"
+#include "painter/FramePainter.h"
+#include "painter/Retrieve.h"
+#include "painter/cell_store.h"
+#include "platform/Application.h"
+#include "sheet/Form3.h"
+#include "support/desk.h"
+
+namespace painter {
+namespace {
+
+using Calls = std::vector<std::string>;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr const char* kNotEnough =
+    "Not enough frames exist.  Create an animaiton of at least several frames first.";
+
+TEST(Launch, StopsAtTheMenuWhereThereAreNoFrames) {
+  support::Desk desk;
+  desk.host->frames = 0;
+  const auto folder = std::filesystem::current_path();
+  form1.Hold().FramePainterM_Click();
+  EXPECT_EQ(desk.host->calls, Calls{"vel_GetTotalFrames()"});
+  EXPECT_EQ(desk.messages.Texts(), Calls{kNotEnough});
+  EXPECT_EQ(std::filesystem::current_path(), folder);
+}
+
+TEST(Launch, StopsAfterNoAnimationWhereNothingWasEverRetrieved) {
+  support::Desk desk;
+  desk.host->frames = 1;
+  form1.Hold().FramePainterM_Click();
+  EXPECT_EQ(desk.host->calls,
+            (Calls{"vel_GetTotalFrames()", "Vel_GetAppDir()", "vel_BufferWidth()", "vel_BufferHeight()",
+                   "vel_GetTotalFrames()", "vel_StatusOpen(\"Retrieving frames...\")", "vel_Status(0)",
+                   "vel_StatusClose()"}));
+  EXPECT_EQ(desk.messages.Texts(), Calls{"No animation"});
+  EXPECT_FALSE(platform::BusyPointerIsOn());
+  EXPECT_EQ(fp_options.IfLoaded(), nullptr);
+}
+
+TEST(Launch, CopiesBothFramesOfTwoAndAsksForALength) {
+  support::Desk desk;
+  desk.Main();
+  desk.host->Take();
+  desk.host->frames = 2;
+  bool busy = false;
+  desk.host->before = [&](std::string_view member) {
+    if (member == "vel_GetRbuffer") busy = platform::BusyPointerIsOn();
+  };
+  LaunchFramePainter();
+  EXPECT_EQ(desk.host->calls,
+            (Calls{"Vel_GetAppDir()", "vel_BufferWidth()", "vel_BufferHeight()", "vel_GetTotalFrames()",
+                   "vel_StatusOpen(\"Retrieving frames...\")", "vel_Status(0)",  //
+                   "Vel_GotoFrameAdv(0, 3s)", "vel_GetRbuffer()", "vel_GetGbuffer()", "Vel_GetBbuffer()",
+                   "vel_Status(0d)",  //
+                   "Vel_GotoFrameAdv(1, 3s)", "vel_GetRbuffer()", "vel_GetGbuffer()", "Vel_GetBbuffer()",
+                   "vel_Status(50d)",  //
+                   "Vel_GotoFrame(0s)", "vel_StatusClose()", "Vel_SendFormObject(FPOptions, 0s)"}));
+  EXPECT_TRUE(busy);
+  EXPECT_FALSE(platform::BusyPointerIsOn());
+  EXPECT_EQ(std::filesystem::current_path(), std::filesystem::canonical(desk.host->app_dir));
+  const Retrieval& retrieval = TheRetrieval();
+  ASSERT_EQ(retrieval.cells.count, 2);
+  EXPECT_EQ(retrieval.cells.shape, (PlaneShape{4, 3}));
+  // The double's planes hold frame * 10 + channel.
+  EXPECT_EQ(CellPlanes(retrieval.cells, 0).red[0], 0);
+  EXPECT_EQ(CellPlanes(retrieval.cells, 1).green[19], 11);
+  EXPECT_EQ(CellPlanes(retrieval.cells, 1).blue[0], 12);
+  EXPECT_TRUE(fp_options.Hold().Visible());
+  EXPECT_EQ(fp_options->Text1.Text(), "30");
+}
+
+TEST(Launch, ProposesTheSoundsLengthCutToWholeFrames) {
+  support::Desk desk;
+  desk.host->frames = 2;
+  form3->Text7.SetText("12 fps");
+  auto& sound = audio::LoadedSound();
+  sound.WaveFormat.nSamplesPerSec = 1000;
+  sound.WaveFormat.wBitsPerSample = 8;
+  for (const auto& [bytes, text] : {std::pair{5300, "63"}, std::pair{2550, "30"}, std::pair{50, "30"}}) {
+    sound.WaveDataLength = bytes;  // 63.6, 30.6 and 0.6 frames
+    LaunchFramePainter();
+    EXPECT_EQ(fp_options->Text1.Text(), text) << bytes;
+    fp_options->Command1_Click();
+    EXPECT_EQ(fp_options.IfLoaded(), nullptr);
+  }
+}
+
+/// Which member fails at which call, and whether the copy goes on regardless.
+struct Failure {
+  const char* member;
+  int nth;
+  bool goes_on;
+};
+void PrintTo(const Failure& failure, std::ostream* out) { *out << failure.member << " " << failure.nth; }
+
+class LaunchFailure : public testing::TestWithParam<Failure> {};
+
+TEST_P(LaunchFailure, IsPassedOverOrReachesTheCaller) {
+  const Failure& failure = GetParam();
+  support::Desk desk;
+  desk.Main();
+  desk.host->frames = 3;
+  desk.host->FailAt(failure.member, failure.nth);
+  if (failure.goes_on) {
+    LaunchFramePainter();
+    EXPECT_EQ(TheRetrieval().cells.count, 3);
+    EXPECT_EQ(desk.host->calls.back(), "Vel_SendFormObject(FPOptions, 0s)");
+  } else {
+    EXPECT_THROW(LaunchFramePainter(), host::HostError);
+  }
+  EXPECT_FALSE(platform::BusyPointerIsOn());
+  EXPECT_TRUE(desk.messages.shown.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    EachCall, LaunchFailure,
+    testing::Values(Failure{"Vel_GetAppDir", 1, true}, Failure{"vel_StatusOpen", 1, true},
+                    Failure{"vel_Status", 1, true}, Failure{"vel_Status", 3, true},
+                    Failure{"vel_BufferWidth", 1, false}, Failure{"vel_BufferHeight", 1, false},
+                    Failure{"vel_GetTotalFrames", 1, false}, Failure{"Vel_GotoFrameAdv", 2, false},
+                    Failure{"vel_GetRbuffer", 3, false}, Failure{"vel_GetGbuffer", 1, false},
+                    Failure{"Vel_GetBbuffer", 1, false}, Failure{"Vel_GotoFrame", 1, false},
+                    Failure{"vel_StatusClose", 1, false}, Failure{"Vel_SendFormObject", 1, false}),
+    [](const auto& test) { return std::string(test.param.member) + std::to_string(test.param.nth); });
+
+TEST(Retrieve, AFailingStatusOpenSkipsTheFirstPercentOnly) {
+  support::Desk desk;
+  desk.host->frames = 2;
+  desk.host->FailAt("vel_StatusOpen", 1);
+  RetrieveFrames();
+  EXPECT_EQ(std::count(desk.host->calls.begin(), desk.host->calls.end(), "vel_Status(0)"), 0);
+  EXPECT_EQ(std::count(desk.host->calls.begin(), desk.host->calls.end(), "vel_Status(50d)"), 1);
+}
+
+TEST(Retrieve, RefusesPlanesOfAnotherSize) {
+  support::Desk desk;
+  desk.host->frames = 2;
+  desk.host->planes[{1, 1}] = {1, 2, 3};
+  EXPECT_THROW(RetrieveFrames(), host::HostError);
+  EXPECT_EQ(TheRetrieval().cells.count, 1);
+}
+
+TEST(Retrieve, KeepsTheOldStoreWhereThereIsNoNewOne) {
+  support::Desk desk;
+  desk.host->frames = 3;
+  RetrieveFrames();
+  desk.host->frames = 1;
+  desk.host->width = 9;
+  RetrieveFrames();
+  EXPECT_EQ(TheRetrieval().FrameWidth, 9);
+  EXPECT_EQ(TheRetrieval().CellCount, 1);
+  EXPECT_EQ(TheRetrieval().cells.count, 3);
+  desk.host->frames = 2000000000;
+  desk.host->width = desk.host->height = 99999;
+  desk.host->Take();
+  RetrieveFrames();
+  EXPECT_EQ(TheRetrieval().cells.count, 3);
+  EXPECT_EQ(CellPlanes(TheRetrieval().cells, 2).blue[19], 22);
+  EXPECT_EQ(desk.host->calls.back(), "vel_StatusClose()");
+  ASSERT_EQ(desk.messages.shown.size(), 2u);
+  EXPECT_THAT(desk.messages.shown[1].text, HasSubstr("60000000000 GB"));
+}
+
+TEST(Retrieve, BringsMoreFramesAsAWhole) {
+  support::Desk desk;
+  desk.host->frames = 2;
+  RetrieveFrames();
+  desk.host->frames = 5;
+  desk.host->planes[{0, 0}].assign(20, 77);
+  RetrieveFrames();
+  EXPECT_EQ(TheRetrieval().cells.count, 5);
+  EXPECT_EQ(CellPlanes(TheRetrieval().cells, 0).red[7], 77);
+  EXPECT_EQ(CellPlanes(TheRetrieval().cells, 4).red[7], 40);
+}
+
+TEST(Options, StayWithAMessageWhereTheTextIsNoLength) {
+  support::Desk desk;
+  desk.host->frames = 2;
+  LaunchFramePainter();
+  for (const char* text : {"", "many", "0", "-3", "0.5"}) {
+    fp_options->Text1.SetText(text);
+    fp_options->Command1_Click();
+    ASSERT_TRUE(fp_options.IfLoaded());
+    EXPECT_TRUE(TheRoll().entries.empty());
+  }
+  EXPECT_EQ(desk.messages.shown.size(), 5u);
+  EXPECT_EQ(frame_painter.IfLoaded(), nullptr);
+}
+
+TEST(Options, MakeABlankRollAndBringUpThePainter) {
+  support::Desk desk;
+  desk.host->frames = 2;
+  LaunchFramePainter();
+  fp_options->Text1.SetText("24.5");
+  desk.host->Take();
+  fp_options->Command1_Click();
+  EXPECT_THAT(desk.host->Take(),
+              ElementsAre("Vel_SendFormObject(FramePainter, 0s)", "Vel_WallpaperFilename()"));
+  EXPECT_EQ(TheRoll().entries, std::vector<std::int16_t>(24, -1));
+  EXPECT_EQ(fp_options.IfLoaded(), nullptr);
+  ASSERT_TRUE(frame_painter.IfLoaded());
+  EXPECT_EQ(frame_painter->HGlide1.Range(), 2);
+  EXPECT_EQ(frame_painter->HGlide2.Range(), 24);
+
+  // Once more, with the painter open: a new retrieval, a new roll, the initial text.
+  desk.host->frames = 4;
+  LaunchFramePainter();
+  EXPECT_EQ(fp_options->Text1.Text(), "30");
+  fp_options->Command1_Click();
+  EXPECT_EQ(frame_painter->HGlide1.Range(), 4);
+  EXPECT_EQ(frame_painter->HGlide2.Range(), 30);
+}
+
+}  // namespace
+}  // namespace painter

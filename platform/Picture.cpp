@@ -10,6 +10,7 @@ Picture::Picture(QImage image) : image_(std::make_unique<QImage>(std::move(image
 Picture::~Picture() = default;
 
 std::shared_ptr<const Picture> Picture::Load(const std::string& path) {
+  if (path.empty()) throw std::runtime_error("There is no picture: its file name is empty");
   QImageReader reader(QString::fromStdString(path));
   QImage image = reader.read();
   if (image.isNull())

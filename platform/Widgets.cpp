@@ -82,11 +82,10 @@ class ListWidget : public QListWidget {
     if (event->button() == Qt::LeftButton && itemAt(event->pos()) != nullptr) Raise(click);
   }
   void keyPressEvent(QKeyEvent* event) override {
-    const int before = currentRow();
     QListWidget::keyPressEvent(event);
     const bool confirmed =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
-    if (currentRow() != before || (confirmed && before >= 0)) Raise(click);
+    if (confirmed && currentRow() >= 0) Raise(click);
   }
 };
 

@@ -64,8 +64,8 @@ class ListBox : public Control {
   Color ForeColor() const override;
   void SetForeColor(Color color) override;
 
-  /// An item was chosen by the mouse, or by a key that moves the choice, also if it was the chosen one
-  /// already.
+  /// An item was chosen: by a press and release of the mouse, or by Enter or the space bar, also if it was
+  /// the chosen one already. Arrow keys only walk the list, or it could not be walked at all.
   std::function<void()> Click;
 };
 

@@ -51,7 +51,11 @@ void Form1::RecordCell() {
   sheet::SheetCells.Record(GetCurrentTick(), Grid1.Col(), Grid1.Text());
 }
 
-void Form1::Grid1_LeaveCell() { RecordCell(); }
+void Form1::Grid1_LeaveCell() {
+  // The editor writes into the current cell: it must not stay open over a cell that is no longer current.
+  if (Text2.Visible()) Text2.SetVisible(false);
+  RecordCell();
+}
 
 void Form1::Grid1_KeyUp(int key_code, int /*shift*/) {
   if (key_code == platform::Grid::kDeleteKey && Grid1.Col() == sheet::kShapeColumn) Grid1.SetText("");

@@ -24,4 +24,8 @@ void Form1::ChooseRate(const std::string& rate) {
   SetupGrid();
 }
 
-void Form1::SetFPS_Click() { form3->ShowOwnedBy(*this); }
+void Form1::SetFPS_Click() {
+  form3->ShowOwnedBy(*this);
+  form3->Text7.SetFocus();
+  form3->Text7.SelectAll();
+}

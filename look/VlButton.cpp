@@ -150,7 +150,7 @@ class ButtonWidget : public QPushButton {
     const int width_pixels = fine.Pixels(picture.width()), height_pixels = fine.Pixels(picture.height());
     const bool dense = width_pixels > picture.width() && !dense_picture.isNull();
     const QImage shown = PictureFor(dense ? dense_picture : picture, ground, width_pixels, height_pixels);
-    const int shift = IsDown() ? fine.Pixels(1) : 0;
+    const int shift = isDown() ? fine.Pixels(1) : 0;
     const QPoint corner(fine.Box().left() + (fine.Box().width() - width_pixels) / 2 + shift,
                         fine.Box().top() + (fine.Box().height() - height_pixels) / 2 + shift);
     fine.Painter().setOpacity(isEnabled() ? 1 : 0.4);
@@ -164,12 +164,13 @@ class ButtonWidget : public QPushButton {
     fine.Caption(*this, text(), ink, IsDown() ? 1 : 0);
   }
 
-  /// A bar along the lower edge tells a button that is on from one that is held down, in any colours.
+  /// A bright bar along the lower edge tells a button that is on from one that is held down, in any colours.
   void PaintMark(FinePainter& fine, Color ground) {
+    const Color white = platform::Rgb(255, 255, 255);
     const QRect& box = fine.Box();
-    const int side = fine.Pixels(5), thick = fine.Pixels(2), above = fine.Pixels(2);
-    fine.Fill({box.left() + side, box.bottom() + 1 - above - thick, box.width() - 2 * side, thick},
-              ReadableOn(ground));
+    const int side = fine.Pixels(4), thick = fine.Pixels(2), above = fine.Hairline();
+    const QRect bar(box.left() + side, box.bottom() + 1 - above - thick, box.width() - 2 * side, thick);
+    fine.Fill(bar, Contrast(white, ground) >= 2 ? white : 0);
   }
 
   void PaintSmall(FinePainter& fine) {

@@ -49,7 +49,7 @@ class LabelWidget : public QWidget {
     const double needed = QFontMetricsF(fitting).horizontalAdvance(caption);
     const double tall = QFontMetricsF(fitting).height();
     const double shrink =
-        std::min({1.0, width() / std::max(needed, 1.0), height() / std::max(tall - 3, 1.0)});
+        std::min({1.0, (width() - 2) / std::max(needed, 1.0), height() / std::max(tall - 3, 1.0)});
     if (shrink < 1) fitting.setPointSizeF(std::max(5.0, fitting.pointSizeF() * shrink));
     return fitting;
   }

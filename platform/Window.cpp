@@ -30,7 +30,9 @@ std::vector<std::unique_ptr<Window>>& UnloadedWindows() {
 int loaded_count = 0;
 
 Qt::WindowFlags FlagsFor(Window::Border border) {
-  constexpr Qt::WindowFlags bare = Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint;
+  // Without the first of them desktops add the buttons that the others leave out.
+  constexpr Qt::WindowFlags bare =
+      Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint;
   switch (border) {
     case Window::Border::Sizable:
       return Qt::Window;

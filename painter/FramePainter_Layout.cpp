@@ -47,7 +47,7 @@ FramePainter::FramePainter()
               .start = Start::CenterScreen,
               .client_width = PixelsFromTwips(13290),
               .client_height = PixelsFromTwips(6360),
-              .icons = {":/assets/icons/frame-painter-29.png"}}),
+              .icons = {":/assets/icons/painter-29.png", ":/assets/icons/painter-29@2x.png"}}),
       Label1(*this, "Label1", "Your cells"),
       vl_button1(*this, "vl_button1"),
       Picture3(*this, "Picture3"),

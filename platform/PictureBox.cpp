@@ -16,7 +16,8 @@ namespace platform {
 namespace {
 
 QFont ToolkitFont(const Font& font) {
-  QFont wanted(QString::fromStdString(font.family));
+  QFont wanted = QGuiApplication::font();
+  if (!font.family.empty()) wanted.setFamily(QString::fromStdString(font.family));
   // A point is 1/72 inch of a screen of 96 pixels to the inch, whatever the real one has: canvases count in
   // pixels.
   wanted.setPixelSize(std::max(1, static_cast<int>(std::lround(font.points * 96 / 72))));
@@ -102,7 +103,11 @@ class PictureWidget : public QWidget {
     box->DrawNow();
     if (box->Paint) RunEvent(box->Paint);
     QPainter painter(this);
-    painter.drawImage(event->rect(), box->surface_->image, event->rect());
+    // Whole scales keep pixels square; between them only smoothing keeps lines alike in width.
+    const double scale = devicePixelRatioF();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, scale != std::floor(scale));
+    painter.setClipRegion(event->region());
+    painter.drawImage(0, 0, box->surface_->image);
   }
 
   void resizeEvent(QResizeEvent*) override { box->FitSurface(); }

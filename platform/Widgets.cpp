@@ -43,16 +43,26 @@ class LabelWidget : public QWidget {
   }
 
  private:
-  /// The design gives labels a fixed room; at a larger text size the letters give way, not the words.
+  /// The design gives labels a fixed room, made for small letters; where the words are too wide for it, the
+  /// letters give way: first they stand closer, then they get smaller.
   QFont FittingFont() const {
     QFont fitting = font();
-    const double needed = QFontMetricsF(fitting).horizontalAdvance(caption);
+    fitting.setPointSizeF(fitting.pointSizeF() * kLabelShare);
     const double tall = QFontMetricsF(fitting).height();
-    const double shrink =
-        std::min({1.0, (width() - 2) / std::max(needed, 1.0), height() / std::max(tall - 3, 1.0)});
-    if (shrink < 1) fitting.setPointSizeF(std::max(5.0, fitting.pointSizeF() * shrink));
+    Shrink(fitting, (height() + 3) / std::max(tall, 1.0));
+    const double fits =
+        (width() - kLabelMargin) / std::max(QFontMetricsF(fitting).horizontalAdvance(caption), 1.0);
+    if (fits >= 1) return fitting;
+    fitting.setStretch(std::max(kClosestPercent, static_cast<int>(100 * fits)));
+    Shrink(fitting, 100 * fits / kClosestPercent);
     return fitting;
   }
+  static void Shrink(QFont& font, double factor) {
+    if (factor < 1) font.setPointSizeF(std::max(kLeastPoints, font.pointSizeF() * factor));
+  }
+
+  static constexpr double kLabelShare = 0.92, kLeastPoints = 5.0;
+  static constexpr int kLabelMargin = 4, kClosestPercent = 84;
 };
 
 class EditWidget : public QLineEdit {

@@ -20,7 +20,9 @@ class EmbeddedHost final : public HostObject {
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, window_, [window = window_] { delete window; });
     window_->show();
   }
-  ~EmbeddedHost() override { delete window_; }
+  ~EmbeddedHost() override {
+    if (QCoreApplication::instance() != nullptr) delete window_;
+  }
 
   Variant Invoke(std::string_view member, std::span<const Variant> arguments) override {
     return stand_in_->Invoke(member, arguments);

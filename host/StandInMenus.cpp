@@ -1,5 +1,6 @@
-// The stand-in's menus: animations in and out, rate, themes and wallpapers.
+// The stand-in's menus, and its rate, themes, wallpapers and tools.
 #include <QActionGroup>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -8,9 +9,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QProcess>
 
 #include "host/HostSettings.h"
-#include "host/NewAnimationDialog.h"
 #include "host/PictureFiles.h"
 #include "host/StandInWindow.h"
 #include "host/demo_animation.h"
@@ -44,6 +45,7 @@ void StandInWindow::MakeMenus() {
   MakeAnimationMenu();
   MakePlayMenu();
   MakeLookMenu();
+  if (place_ == Place::Apart) MakeToolsMenu();
 }
 
 void StandInWindow::MakeAnimationMenu() {
@@ -55,8 +57,9 @@ void StandInWindow::MakeAnimationMenu() {
       animation_menu_, "OpenPictures", tr("&Open pictures..."), [this] { AskPictures(); },
       QKeySequence::Open);
   AddItem(animation_menu_, "OpenFolder", tr("Open &folder..."), [this] { AskFolder(); });
-  AddItem(animation_menu_, "Demonstration", tr("&Demonstration"),
-          [this] { stand_in_->TakeAnimation(DrawDemoAnimation()); });
+  AddItem(animation_menu_, "Demonstration", tr("&Demonstration"), [this] {
+    if (MayDropFrames()) stand_in_->TakeAnimation(DrawDemoAnimation());
+  });
   animation_menu_->addSeparator();
   AddItem(
       animation_menu_, "Save", tr("&Save as numbered pictures..."), [this] { AskSave(); },
@@ -103,6 +106,18 @@ void StandInWindow::AddWallpapers(QMenu* menu) {
   AddChoice(menu, wallpapers, tr("Own wallpaper..."), own, [this] { AskWallpaper(); });
 }
 
+void StandInWindow::MakeToolsMenu() {
+  QMenu* menu = menuBar()->addMenu(tr("&Tools"));
+  menu->setObjectName("ToolsMenu");
+  AddItem(menu, "ExposureSheet", tr("&Exposure sheet..."), [this] { StartTool(); });
+}
+
+void StandInWindow::StartTool() {
+  const QString program = QCoreApplication::applicationDirPath() + "/exposure-sheet";
+  if (!QProcess::startDetached(program, {}, QDir::currentPath()))
+    ShowFailure(tr("The program \"%1\" can't be started.").arg(program));
+}
+
 void StandInWindow::ChooseTheme(Theme theme) {
   if (!StoreTheme(theme)) return ShowFailure(tr("The settings can't be written."));
   // The tools that stand open take the colours on at once.
@@ -120,74 +135,6 @@ void StandInWindow::AskWallpaper() {
   const QString file = QFileDialog::getOpenFileName(this, tr("Choose a wallpaper"), picture_folder_,
                                                     tr("Pictures (%1)").arg(PicturePatterns()));
   if (!file.isEmpty()) ChooseWallpaper(file);
-}
-
-void StandInWindow::AskNewAnimation() {
-  const FrameSize size = stand_in_->CurrentAnimation().Size();
-  if (auto animation = AskForNewAnimation(this, size)) stand_in_->TakeAnimation(std::move(*animation));
-}
-
-void StandInWindow::AskPictures() {
-  const QStringList files =
-      QFileDialog::getOpenFileNames(this, tr("Open numbered pictures or an animation"), picture_folder_,
-                                    tr("Pictures (%1)").arg(PicturePatterns()));
-  if (files.isEmpty()) return;
-  picture_folder_ = QFileInfo(files.first()).absolutePath();
-  OpenPictures(SortedByNumber(files));
-}
-
-void StandInWindow::AskFolder() {
-  const QString folder =
-      QFileDialog::getExistingDirectory(this, tr("Open a folder of pictures"), picture_folder_);
-  if (folder.isEmpty()) return;
-  picture_folder_ = folder;
-  const QStringList files = PicturesIn(folder);
-  if (files.isEmpty()) return ShowFailure(tr("There is no picture in the folder \"%1\".").arg(folder));
-  OpenPictures(files);
-}
-
-void StandInWindow::OpenPictures(const QStringList& files) {
-  stand_in_->StatusOpen(tr("Opening pictures...").toStdString());
-  auto result = ReadPictures(files, [this](double percent) { stand_in_->StatusPercent(percent); });
-  stand_in_->StatusClose();
-  if (const auto* reason = std::get_if<std::string>(&result))
-    return ShowFailure(QString::fromStdString(*reason));
-  stand_in_->TakeAnimation(std::move(std::get<Animation>(result)));
-}
-
-void StandInWindow::AskSave() {
-  if (stand_in_->CurrentAnimation().FrameCount() == 0) return;
-  const QString chosen =
-      QFileDialog::getSaveFileName(this, tr("Save as numbered pictures"), picture_folder_ + "/frame",
-                                   tr("PNG pictures (*.png)"), nullptr, QFileDialog::DontConfirmOverwrite);
-  if (chosen.isEmpty()) return;
-  picture_folder_ = QFileInfo(chosen).absolutePath();
-  const QString base = chosen.endsWith(".png", Qt::CaseInsensitive) ? chosen.chopped(4) : chosen;
-  if (MayReplace(base)) SaveFrames(base);
-}
-
-bool StandInWindow::MayReplace(const QString& base) {
-  QStringList standing;
-  for (const QString& name : NumberedNames(base, stand_in_->CurrentAnimation().FrameCount()))
-    if (QFileInfo::exists(name)) standing << QFileInfo(name).fileName();
-  if (standing.isEmpty()) return true;
-  const QString text = standing.size() == 1
-                           ? tr("The picture %1 is already there. Replace it?").arg(standing.first())
-                           : tr("%1 of the pictures are already there, %2 to %3. Replace them?")
-                                 .arg(standing.size())
-                                 .arg(standing.first(), standing.last());
-  return QMessageBox::question(this, windowTitle(), text, QMessageBox::Yes | QMessageBox::No,
-                               QMessageBox::No) == QMessageBox::Yes;
-}
-
-void StandInWindow::SaveFrames(const QString& base) {
-  stand_in_->StatusOpen(tr("Saving pictures...").toStdString());
-  const auto failure = SavePictures(stand_in_->CurrentAnimation(), base,
-                                    [this](double percent) { stand_in_->StatusPercent(percent); });
-  stand_in_->StatusClose();
-  if (failure) return ShowFailure(QString::fromStdString(*failure));
-  ShowNote(
-      tr("%1 pictures saved in %2").arg(stand_in_->CurrentAnimation().FrameCount()).arg(picture_folder_));
 }
 
 void StandInWindow::AskRate() {

@@ -207,7 +207,7 @@ void StandInWindow::ShowStatusAtOnce() {
 }
 
 void StandInWindow::closeEvent(QCloseEvent* event) {
-  if (place_ == Place::Apart) return QMainWindow::closeEvent(event);
+  if (place_ == Place::Apart) return event->setAccepted(MayQuit());
   // Without this window a user couldn't reach the host any more, and the sheet's process must not end with
   // its host's window: so it only steps aside.
   event->ignore();

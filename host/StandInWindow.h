@@ -27,6 +27,9 @@ class StandInWindow : public QMainWindow, public StandInView {
   StandInWindow(std::shared_ptr<StandIn> stand_in, Place place);
   ~StandInWindow() override;
 
+  /// A line for the user in the status row, as long as no display is open there.
+  void ShowNote(const QString& text);
+
   void FrameMoved() override;
   void FramePainted() override;
   void AnimationChanged() override;
@@ -52,6 +55,7 @@ class StandInWindow : public QMainWindow, public StandInView {
   void MakeAnimationMenu();
   void MakePlayMenu();
   void MakeLookMenu();
+  void MakeToolsMenu();
   void AddWallpapers(QMenu* menu);
   void ChooseTheme(Theme theme);
   void ChooseWallpaper(const QString& name_or_path);
@@ -64,8 +68,10 @@ class StandInWindow : public QMainWindow, public StandInView {
   bool MayReplace(const QString& base);
   void SaveFrames(const QString& base);
   void AskRate();
+  bool MayDropFrames();
+  bool MayQuit();
+  void StartTool();
   void ShowFailure(const QString& text);
-  void ShowNote(const QString& text);
 
   // What they show.
   void RefreshSoon();

@@ -62,11 +62,11 @@ constexpr auto kMembers = std::to_array<Member>({
      ResultKind::Integer,
      [](StandIn& host, Arguments) { return Variant(std::int32_t{host.CurrentAnimation().FrameCount()}); }},
     {"Vel_GotoFrame",
-     {ArgumentKind::Number},
+     {ArgumentKind::Frame},
      ResultKind::None,
      [](StandIn& host, Arguments given) { return Done([&] { host.GotoFrame(Integer(given[0])); }); }},
     {"Vel_GotoFrameAdv",
-     {ArgumentKind::Number, ArgumentKind::Integer},
+     {ArgumentKind::Integer, ArgumentKind::Integer},
      ResultKind::None,
      [](StandIn& host, Arguments given) { return Done([&] { host.GotoFrameAdv(Integer(given[0])); }); }},
     {"vel_GetRbuffer",
@@ -129,6 +129,7 @@ bool Fits(const Variant& value, ArgumentKind kind) {
       return std::holds_alternative<FormObject*>(value) && std::get<FormObject*>(value) != nullptr;
     case ArgumentKind::Integer:
       return whole;
+    case ArgumentKind::Frame:
     case ArgumentKind::Number:
       return whole || std::holds_alternative<float>(value) || std::holds_alternative<double>(value);
     case ArgumentKind::Text:

@@ -12,8 +12,9 @@ namespace host {
 
 class StandIn;
 
-/// What an argument may be: Integer a long or short, Number any numeric type.
-enum class ArgumentKind { None, Window, Integer, Number, Text, Table };
+/// What an argument may be: Integer a long or short, Frame and Number any numeric type. Between processes a
+/// Frame keeps being whole or not, a Number always travels as a double.
+enum class ArgumentKind { None, Window, Integer, Frame, Number, Text, Table };
 enum class ResultKind { None, Integer, Text, Table };
 
 struct Member {

@@ -17,7 +17,7 @@ Variant StandIn::Invoke(std::string_view member, std::span<const Variant> argume
 void StandIn::TakeAnimation(Animation animation) {
   animation_ = std::move(animation);
   current_frame_ = buffer_frame_ = 0;
-  size_open_ = false;
+  size_open_ = unsaved_ = false;
   Tell(&StandInView::AnimationChanged);
 }
 
@@ -93,6 +93,7 @@ void StandIn::SetBuffer(Channel channel, const ByteTable& table, std::string_vie
   if (animation_.FrameCount() == 0) throw HostError(member, "there are no frames");
   FitSize(table.bytes.size(), member);
   animation_.SetPlane(buffer_frame_, channel, table);
+  unsaved_ = true;
   if (buffer_frame_ == current_frame_) Tell(&StandInView::FramePainted);
 }
 

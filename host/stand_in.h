@@ -44,6 +44,9 @@ class StandIn final : public HostObject {
   int CurrentFrame() const { return current_frame_; }
   const std::string& RateText() const { return rate_; }
   const std::optional<StatusDisplay>& Status() const { return status_; }
+  /// Whether a tool has written frames that are nowhere else yet.
+  bool Unsaved() const { return unsaved_; }
+  void NoteSaved() { unsaved_ = false; }
   /// The windows that were handed over, in that order, each once.
   const std::vector<FormObject*>& Forms() const { return forms_; }
 
@@ -87,6 +90,7 @@ class StandIn final : public HostObject {
   int current_frame_ = 0;
   /// The frame that the buffer members reach: a user who steps through the frames meanwhile doesn't move it.
   int buffer_frame_ = 0;
+  bool unsaved_ = false;
   /// Set from the creation of an animation by a tool until its first plane, which decides its size.
   bool size_open_ = false;
   /// The sizes that tools have read, the last one first.

@@ -8,7 +8,8 @@ namespace host {
 
 HostError::HostError(std::string_view member, std::string_view reason)
     : std::runtime_error("The host's member " + std::string(member) + " failed: " + std::string(reason)),
-      member_(member) {}
+      member_(member),
+      reason_(reason) {}
 
 std::string_view TypeName(const Variant& value) {
   static constexpr std::array<std::string_view, std::variant_size_v<Variant>> names = {

@@ -39,9 +39,11 @@ class HostError : public std::runtime_error {
  public:
   HostError(std::string_view member, std::string_view reason);
   const std::string& Member() const { return member_; }
+  /// The host's own words alone.
+  const std::string& Reason() const { return reason_; }
 
  private:
-  std::string member_;
+  std::string member_, reason_;
 };
 
 /// The value as a whole number, whatever numeric type carries it; a HostError naming the member otherwise.

@@ -2,16 +2,24 @@
 
 #include <SDL.h>
 
+#include <algorithm>
+#include <bit>
 #include <mutex>
 #include <string_view>
 
 namespace platform {
 namespace {
 
-// Short buffers, since a slice ends on a whole one. Rounded up to a sample: drivers without a clock of their
-// own wait for a buffer's length in whole milliseconds, rounded down.
-constexpr int kBufferMilliseconds = 5;
+// Short buffers, since a slice ends on a whole one.
+constexpr int kMostBufferMilliseconds = 6;
 constexpr int kMostFramesPerSecond = 1'000'000;
+
+// A power of two: the library turns any other size into one behind the caller's back, at the cost of a
+// further buffer.
+int BufferFrames(int frames_per_second) {
+  const auto most = static_cast<unsigned>(frames_per_second * kMostBufferMilliseconds / 1000);
+  return static_cast<int>(std::max(std::bit_floor(most), 1U));
+}
 
 // The library's list of devices is not guarded by itself.
 std::mutex& LibraryMutex() {
@@ -49,7 +57,7 @@ class SdlDevice : public AudioDevice {
     wanted.freq = format.frames_per_second;
     wanted.channels = static_cast<Uint8>(format.channels);
     wanted.format = format.form == SampleForm::Signed16 ? AUDIO_S16SYS : AUDIO_U8;
-    wanted.samples = static_cast<Uint16>((format.frames_per_second * kBufferMilliseconds + 999) / 1000);
+    wanted.samples = static_cast<Uint16>(BufferFrames(format.frames_per_second));
     wanted.callback = &SdlDevice::Callback;
     wanted.userdata = this;
     id_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/numbers.h"
+
 namespace platform {
 namespace {
 
@@ -24,9 +26,6 @@ class SoundFile {
     // Opening a pipe would wait for its other end.
     if (!std::filesystem::is_regular_file(path, error)) return;
     file_ = sf_open(path.c_str(), SFM_READ, &info_);
-    if (!file_) return;
-    sf_command(file_, SFC_SET_SCALE_FLOAT_INT_READ, nullptr, SF_TRUE);
-    sf_command(file_, SFC_SET_CLIPPING, nullptr, SF_TRUE);
   }
   SoundFile(const SoundFile&) = delete;
   SoundFile& operator=(const SoundFile&) = delete;
@@ -43,26 +42,22 @@ class SoundFile {
   std::span<const std::uint8_t> NextBlock() {
     const auto channels = static_cast<std::size_t>(info_.channels);
     const auto frames = static_cast<std::size_t>(info_.samplerate / kBlocksPerSecond + 1);
-    samples_.resize(frames * channels);
-    const sf_count_t read = sf_readf_short(file_, samples_.data(), static_cast<sf_count_t>(frames));
-    const std::size_t count = DropFurtherChannels(static_cast<std::size_t>(std::max<sf_count_t>(read, 0)));
-    return {reinterpret_cast<const std::uint8_t*>(samples_.data()), count * sizeof(short)};
+    // As floats, whose scale is the same for every form of file; the library's own way from floats to
+    // integers looks through the whole file first.
+    read_.resize(frames * channels);
+    const sf_count_t count = sf_readf_float(file_, read_.data(), static_cast<sf_count_t>(frames));
+    samples_.clear();
+    for (std::size_t frame = 0; std::cmp_less(frame, count); ++frame)
+      for (std::size_t channel = 0; channel < std::min<std::size_t>(channels, kMostChannels); ++channel)
+        samples_.push_back(RoundToShort(read_[frame * channels + channel] * 32768.0));
+    return {reinterpret_cast<const std::uint8_t*>(samples_.data()), samples_.size() * sizeof(std::int16_t)};
   }
 
  private:
-  // How many samples remain.
-  std::size_t DropFurtherChannels(std::size_t frames) {
-    const auto channels = static_cast<std::size_t>(info_.channels);
-    if (channels <= kMostChannels) return frames * channels;
-    for (std::size_t frame = 0; frame < frames; ++frame)
-      for (std::size_t channel = 0; channel < kMostChannels; ++channel)
-        samples_[frame * kMostChannels + channel] = samples_[frame * channels + channel];
-    return frames * kMostChannels;
-  }
-
   SF_INFO info_{};
   SNDFILE* file_ = nullptr;
-  std::vector<short> samples_;
+  std::vector<float> read_;
+  std::vector<std::int16_t> samples_;
 };
 
 }  // namespace

@@ -5,13 +5,12 @@
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <mutex>
 #include <thread>
 
 #include "platform/SliceOutput.h"
 #include "platform/SoundPlayer.h"
+#include "support/desk.h"
 
 namespace platform {
 namespace {
@@ -188,25 +187,16 @@ TEST(SliceOutput, RefusesWhatItCannotPlay) {
   EXPECT_EQ(output.Write(handle, nowhere), kWaveUnprepared);
 }
 
-std::filesystem::path Scratch(const std::string& name) {
-  return std::filesystem::temp_directory_path() / (std::to_string(getpid()) + name);
-}
-
-Bytes ReadAll(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 // The file that the disk driver left, without the silent buffers before the sound.
-Bytes LeftBehind(const std::filesystem::path& path, std::size_t buffer_bytes, std::uint8_t silence) {
-  Bytes bytes = ReadAll(path);
-  std::filesystem::remove(path);
+Bytes LeftBehind(const std::string& path, std::size_t buffer_bytes, std::uint8_t silence) {
+  const std::string all = support::ReadWhole(path);
+  Bytes bytes(all.begin(), all.end());
   while (bytes.size() >= buffer_bytes && bytes.front() == silence)
     bytes.erase(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(buffer_bytes));
   return bytes;
 }
 
-void UseDiskDriver(const std::filesystem::path& path) {
+void UseDiskDriver(const std::string& path) {
   setenv("SDL_AUDIODRIVER", "disk", 1);
   setenv("SDL_DISKAUDIOFILE", path.c_str(), 1);
 }
@@ -225,12 +215,12 @@ TEST(WaveOut, JustTheBytesOfTheSliceLeave) {
     std::size_t offset, length, buffer_bytes;
     std::uint8_t silence;
   } const cases[] = {
-      {8000, 8, 333, 333, 40, 128},   {8000, 8, 0, 40, 40, 128},     {11025, 16, 332, 333, 112, 0},
-      {44100, 16, 666, 2939, 442, 0}, {22050, 8, 7, 1837, 111, 128}, {8000, 16, 10, 1, 80, 0},
+      {8000, 8, 333, 333, 32, 128},   {8000, 8, 0, 64, 32, 128},     {11025, 16, 332, 333, 128, 0},
+      {44100, 16, 666, 2939, 512, 0}, {22050, 8, 7, 1837, 128, 128}, {8000, 16, 10, 1, 64, 0},
   };
   const Bytes sound = Noise(4000);
   for (const Case& c : cases) {
-    const auto path = Scratch("slice.raw");
+    const auto path = support::ScratchFolder() + "/slice.raw";
     UseDiskDriver(path);
     done_count = 0;
     auto output = MakeWaveOutput();
@@ -251,34 +241,9 @@ TEST(WaveOut, JustTheBytesOfTheSliceLeave) {
   }
 }
 
-template <typename Number>
-void Put(Bytes& bytes, Number number) {
-  for (std::size_t i = 0; i < sizeof number; ++i)
-    bytes.push_back(static_cast<std::uint8_t>(static_cast<std::uint64_t>(number) >> 8 * i));
-}
-
-void PutText(Bytes& bytes, std::string_view text) { bytes.insert(bytes.end(), text.begin(), text.end()); }
-
-// A 16-bit wave file of 8000 frames per second (RIFF/WAVE).
-std::filesystem::path WaveFile(const std::string& name, std::uint16_t channels, const Bytes& data) {
-  Bytes file;
-  PutText(file, "RIFF");
-  Put(file, static_cast<std::uint32_t>(36 + data.size()));
-  PutText(file, "WAVEfmt ");
-  Put(file, 16u);
-  Put(file, std::uint16_t{1});
-  Put(file, channels);
-  Put(file, 8000u);
-  Put(file, 16000u * channels);
-  Put(file, static_cast<std::uint16_t>(2 * channels));
-  Put(file, std::uint16_t{16});
-  PutText(file, "data");
-  Put(file, static_cast<std::uint32_t>(data.size()));
-  file.insert(file.end(), data.begin(), data.end());
-  const auto path = Scratch(name);
-  std::ofstream(path, std::ios::binary)
-      .write(reinterpret_cast<const char*>(file.data()), static_cast<std::streamsize>(file.size()));
-  return path;
+std::string WaveFile(const std::string& name, int channels, const Bytes& data) {
+  return support::WriteScratch(name,
+                               support::WaveBytes(16, 8000, std::string(data.begin(), data.end()), channels));
 }
 
 // Asks until something sounds, and then for as much as was wanted.
@@ -305,7 +270,6 @@ TEST(SoundPlayer, AFileComesThroughWholeInItsChannels) {
   EXPECT_EQ(AskForSound(machine, data.size()), data);
   EXPECT_EQ(machine.format, (AudioFormat{8000, 2, SampleForm::Signed16}));
   EXPECT_EQ(machine.Ask(4), (Bytes{0, 0, 0, 0}));
-  std::filesystem::remove(path);
 }
 
 TEST(SoundPlayer, ANewSoundReplacesTheOldAndStopEndsIt) {
@@ -323,38 +287,32 @@ TEST(SoundPlayer, ANewSoundReplacesTheOldAndStopEndsIt) {
   EXPECT_EQ(machine.Ask(2), (Bytes{0, 0}));
   std::this_thread::sleep_for(milliseconds(50));
   EXPECT_EQ(machine.Ask(2), (Bytes{0, 0}));
-  std::filesystem::remove(low);
-  std::filesystem::remove(high);
 }
 
 TEST(SoundPlayer, WhatIsNoSoundIsSilence) {
   FakeMachine machine;
-  const auto text = Scratch("text.wav");
-  std::ofstream(text) << "no sound at all";
+  const std::string text = support::WriteScratch("text.wav", "no sound at all");
   const auto good = WaveFile("good.wav", 1, Bytes(4000, 1));
   SoundPlayer player(machine.Opener());
-  for (const std::string& path : {std::string("/nowhere/gone.wav"), std::string("/"), text.string()}) {
+  for (const std::string& path : {std::string("/nowhere/gone.wav"), std::string("/"), text}) {
     player.Play(path);
     std::this_thread::sleep_for(milliseconds(20));
     EXPECT_EQ(machine.open_count, 0) << path;
   }
   player.Play(good);
   EXPECT_EQ(AskForSound(machine, 4000), Bytes(4000, 1));
-  std::filesystem::remove(text);
-  std::filesystem::remove(good);
 }
 
 TEST(WaveOut, AFileLeavesThroughTheDevice) {
   const Bytes data = Noise(6000);
   const auto sound = WaveFile("whole.wav", 1, data);
-  const auto path = Scratch("whole.raw");
+  const auto path = support::ScratchFolder() + "/whole.raw";
   UseDiskDriver(path);
   auto output = MakeWaveOutput();
   output->PlaySoundFile(sound);
   std::this_thread::sleep_for(milliseconds(1000));  // 375 ms of sound
   output.reset();
-  ExpectSoundThenSilence(LeftBehind(path, 80, 0), data, 0);
-  std::filesystem::remove(sound);
+  ExpectSoundThenSilence(LeftBehind(path, 64, 0), data, 0);
 }
 
 }  // namespace

@@ -15,6 +15,8 @@
 #include <exception>
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "platform/Dialogs.h"
 #include "platform/Lifetime.h"
@@ -27,6 +29,7 @@ bool reporting = false;
 int keep_alive_count = 0;
 int busy_count = 0;
 int refresh_pause_count = 0;
+std::vector<std::function<void()>> last_routines;
 
 void QuitWhenNothingIsLeft() {
   if (LoadedWindowCount() == 0 && keep_alive_count == 0) Quit();
@@ -56,6 +59,8 @@ int RunApplication(const std::function<void()>& main_routine) {
   RunEvent(main_routine);
   const int status = LoadedWindowCount() == 0 && keep_alive_count == 0 ? 0 : QApplication::exec();
   DestroyAllWindows();
+  for (const auto& routine : last_routines) routine();
+  last_routines.clear();
   return status;
 }
 
@@ -92,6 +97,8 @@ void EndWithReport(const std::string& text) {
 
 // Not the toolkit's quit(), which a window that won't close, such as the host's, can refuse.
 void Quit() { QCoreApplication::exit(EXIT_SUCCESS); }
+
+void BeforeEnd(std::function<void()> routine) { last_routines.push_back(std::move(routine)); }
 
 KeepAlive::KeepAlive() { ++keep_alive_count; }
 KeepAlive::~KeepAlive() {

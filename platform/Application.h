@@ -22,6 +22,10 @@ void RunEvent(const std::function<void()>& routine);
 /// Ends the event loop; the process then ends with status 0.
 void Quit();
 
+/// Runs a routine when the event loop has ended and all windows are gone, while the toolkit still stands: for
+/// what holds widgets and would outlive it.
+void BeforeEnd(std::function<void()> routine);
+
 /// Keeps the process alive while no window of its own is loaded: for a program that waits for another.
 class KeepAlive {
  public:

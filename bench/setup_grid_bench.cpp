@@ -37,6 +37,7 @@ BENCHMARK(Rebuild)->Arg(3000)->Arg(30000)->Arg(300000)->Unit(benchmark::kMillise
 void OneMove(benchmark::State& state) {
   PutSound(300000);
   form1->SetupGrid();
+  form1->Grid1.Refresh();
   int row = 1;
   for (auto _ : state) {
     form1->Grid1.SetRow(row = row % 300000 + 1);

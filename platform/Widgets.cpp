@@ -244,7 +244,10 @@ Timer::Timer(Window& window, std::string name, int interval_milliseconds)
   clockwork_->timer.setObjectName(Utf16(name));
   clockwork_->timer.setTimerType(Qt::PreciseTimer);
   clockwork_->timer.setInterval(interval_milliseconds);
-  QObject::connect(&clockwork_->timer, &QTimer::timeout, window.ContainerWidget(), [this] { Raise(Tick); });
+  // A window that was unloaded while its timer ran must not be brought back by a tick on the way.
+  QObject::connect(&clockwork_->timer, &QTimer::timeout, window.ContainerWidget(), [this, &window] {
+    if (window.Loaded()) Raise(Tick);
+  });
 }
 Timer::~Timer() = default;
 bool Timer::Enabled() const { return clockwork_->timer.isActive(); }

@@ -171,18 +171,6 @@ TEST(Retrieve, KeepsTheOldStoreWhereThereIsNoNewOne) {
   EXPECT_THAT(desk.messages.shown[1].text, HasSubstr("60000000000 GB"));
 }
 
-TEST(Retrieve, BringsMoreFramesAsAWhole) {
-  support::Desk desk;
-  desk.host->frames = 2;
-  RetrieveFrames();
-  desk.host->frames = 5;
-  desk.host->planes[{0, 0}].assign(20, 77);
-  RetrieveFrames();
-  EXPECT_EQ(TheRetrieval().cells.count, 5);
-  EXPECT_EQ(CellPlanes(TheRetrieval().cells, 0).red[7], 77);
-  EXPECT_EQ(CellPlanes(TheRetrieval().cells, 4).red[7], 40);
-}
-
 TEST(Options, StayWithAMessageWhereTheTextIsNoLength) {
   support::Desk desk;
   desk.host->frames = 2;

@@ -24,8 +24,8 @@ class FormObject {
 
 /// One colour channel of a frame: unsigned bytes, x from 0 to the top x index fastest, then y from 0 to the
 /// top y index, both inclusive. The table doesn't carry its shape: who reads it checks the byte count
-/// against the shape that it expects. `owner` keeps the bytes alive; it is empty for a table that is only
-/// lent for the time of a call.
+/// against the shape that it expects. `owner` keeps the bytes alive and unchanged; it is empty for a table
+/// that is only lent for the time of a call.
 struct ByteTable {
   std::span<const std::uint8_t> bytes;
   std::shared_ptr<const void> owner;

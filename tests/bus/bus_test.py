@@ -1,0 +1,184 @@
+"""The tool beside a host in another process and another language.
+
+Run under dbus-run-session: bus_test.py <session driver>. The driver is the tool with a user made of words.
+"""
+
+import os
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+import wave
+
+import dbus
+from dbus.mainloop.glib import DBusGMainLoop
+from gi.repository import GLib
+
+from logging_host import LoggingHost
+
+DRIVER = sys.argv.pop(1)
+START = [("Vel_SendFormObject", "/Form1", 0), ("Vel_GetAppDir",), ("Vel_WallpaperFilename",),
+         ("Vel_GetFrameRate",)]
+
+
+def follow(calls):
+    """The frames that the tool has sent the host to, as they were written on the wire."""
+    return [call[1] for call in calls if call[0] == "Vel_GotoFrame"]
+
+
+class Session(unittest.TestCase):
+    def setUp(self):
+        self.bus = dbus.SessionBus(private=True, mainloop=DBusGMainLoop())
+        self.bus.set_exit_on_disconnect(False)
+        self.host = LoggingHost(self.bus)
+        self.folder = tempfile.TemporaryDirectory()
+        self.sound = os.path.join(self.folder.name, "half a second.wav")
+        with wave.open(self.sound, "wb") as sound:  # 6 frames at 12 fps
+            sound.setnchannels(1)
+            sound.setsampwidth(1)
+            sound.setframerate(8000)
+            sound.writeframes(bytes(4000))
+
+    def tearDown(self):
+        self.bus.close()
+        self.folder.cleanup()
+
+    def run_tool(self, *steps):
+        """Plays the steps with the tool; gives its status, what its user saw and what it reported."""
+        environment = dict(os.environ, HOME=self.folder.name, QT_QPA_PLATFORM="offscreen", SDL_AUDIODRIVER="dummy")
+        tool = subprocess.Popen([DRIVER, *steps], env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                text=True)
+        context = GLib.MainContext.default()
+        end = time.monotonic() + 30
+        while tool.poll() is None and time.monotonic() < end:
+            if not context.iteration(False):
+                time.sleep(0.0005)
+        if tool.poll() is None:
+            tool.kill()
+            self.fail(f"the tool hangs after {self.host.calls[-3:]}")
+        seen, reported = tool.communicate()
+        return tool.returncode, seen.splitlines(), reported
+
+    def test_starts_shows_and_ends(self):
+        status, seen, _ = self.run_tool("shown", "quit")
+        self.assertEqual((status, seen), (0, []))
+        self.assertEqual(self.host.calls[:4], START)
+        # The empty sheet's header row is frame -1; there is no lower cap.
+        self.assertEqual(set(self.host.calls[4:]), {("vel_GetTotalFrames",), ("Vel_GotoFrame", -1)})
+
+    def test_plays_a_whole_session(self):
+        status, seen, reported = self.run_tool(
+            "shown", f"wave={self.sound}", "row=3", "rate=24", "play", "played", "frame-painter", "length=4", "stamp=2",
+            "shoot", "done", "quit")
+        self.assertEqual((status, reported.count("failed")), (0, 0), reported)
+        self.assertEqual(seen, ["message Use the frame rate in the main program as well?",
+                                "message Exit Frame Painter"])
+        calls = self.host.calls
+        names = self.host.names()
+        # Row 3 is frame 2, the last of the host's three.
+        before_rate = calls[:names.index("vel_SetFrameRate")]
+        self.assertEqual(before_rate[-2:], [("vel_GetTotalFrames",), ("Vel_GotoFrame", 2)])
+        self.assertEqual(calls[len(before_rate)], ("vel_SetFrameRate", 24.0))
+
+        retrieval = names.index("vel_BufferWidth")
+        expected = [("vel_BufferWidth",), ("vel_BufferHeight",), ("vel_GetTotalFrames",),
+                    ("vel_StatusOpen", "Retrieving frames..."), ("vel_Status", 0.0)]
+        for frame in range(3):
+            expected += [("Vel_GotoFrameAdv", frame, 3), ("vel_GetRbuffer",), ("vel_GetGbuffer",),
+                         ("Vel_GetBbuffer",), ("vel_Status", 100 / 3 * frame)]
+        expected += [("Vel_GotoFrame", 0), ("vel_StatusClose",), ("Vel_SendFormObject", "/FPOptions", 0),
+                     ("Vel_SendFormObject", "/FramePainter", 0), ("Vel_WallpaperFilename",)]
+        self.assertEqual(calls[retrieval:retrieval + len(expected)], expected)
+
+        white, cell = [b"\xff" * 12] * 3, [bytes([10 + c]) * 12 for c in range(3)]
+        roll = [white, white, cell, white]
+        expected = [("vel_StatusOpen", "Saving..."), ("vel_CreateAnimAdv", 4, 2), ("vel_StatusOpen", "Developing...")]
+        for frame, (red, green, blue) in enumerate(roll):
+            expected += [("Vel_GotoFrameAdv", frame, 3), ("vel_SetRbuffer", red), ("vel_SetGBuffer", green),
+                         ("vel_SetBBuffer", blue), ("vel_Status", 25.0 * frame)]
+        expected += [("Vel_GotoFrame", 0), ("vel_StatusClose",)]
+        shooting = calls.index(expected[0])
+        self.assertEqual(calls[shooting:shooting + len(expected)], expected)
+        self.assertEqual(self.host.frames, roll)
+
+    def test_playback_sends_the_host_through_the_frames(self):
+        self.run_tool("shown", f"wave={self.sound}", "play", "played", "quit")
+        frames = follow(self.host.calls)
+        self.assertIn(2, frames[-3:])
+        self.assertLessEqual(max(frames), 2)
+
+    def test_a_window_may_come_up_late(self):
+        self.host.shows_late = True
+        status, _, _ = self.run_tool("shown", "quit")
+        self.assertEqual(status, 0)
+        self.assertEqual(self.host.calls[:4], START)
+
+    def test_calls_back_during_a_call_and_nothing_else_runs(self):
+        order = []
+
+        def call_back_first(answer):
+            def called_back(error):
+                order.append(error)
+                GLib.timeout_add(100, answer)
+            if "/Form1" in self.host.forms and "Vel_GotoFrame" in self.host.names():
+                self.host.call_form("/Form1", "PrefsCallback", called_back)
+            else:
+                answer()
+
+        self.host.answer_later["vel_GetTotalFrames"] = call_back_first
+        status, seen, _ = self.run_tool("shown", f"wave={self.sound}", "row-amid-events=2", "quit")
+        self.assertEqual(status, 0)
+        self.assertGreaterEqual(len(order), 1)
+        self.assertEqual(set(order), {None})
+        self.assertEqual(seen, ["moved", "event"])
+
+    def test_a_failed_call_is_reported_by_member_and_the_hosts_words(self):
+        short, long_ = dbus.ByteArray(bytes(11)), dbus.ByteArray(bytes(13))
+        words = "the host says no"
+        painter = ["frame-painter", "length=2", "shoot", "done"]
+        cases = [  # member, nth call, what happens, steps, words of the report
+            ("Vel_SendFormObject", 1, "error", [], words),
+            ("Vel_GetAppDir", 1, "error", [], words),
+            ("Vel_GetFrameRate", 1, dbus.Int32(12), [], "an integer where a text"),
+            ("Vel_GetFrameRate", 1, "leave", [], ""),
+            ("vel_GetTotalFrames", 1, "12", [], "a text where an integer"),
+            ("vel_GetTotalFrames", 1, dbus.Double(3), [], "a double where an integer"),
+            ("Vel_GotoFrame", 2, "error", [f"wave={self.sound}"], words),
+            ("vel_SetFrameRate", 1, "error", ["rate=24"], words),
+            ("vel_BufferHeight", 1, "leave", painter, ""),
+            ("vel_GetRbuffer", 2, short, painter, "11 bytes where 12"),
+            ("Vel_GetBbuffer", 3, long_, painter, "13 bytes where 12"),
+            ("vel_GetGbuffer", 1, dbus.String("x"), painter, "a text where a byte table"),
+            ("Vel_GotoFrameAdv", 2, "leave", painter, ""),
+            ("vel_CreateAnimAdv", 1, "error", painter, words),
+            ("vel_SetBBuffer", 2, "leave", painter, ""),
+            ("vel_Status", 5, "error", painter, words),  # four while retrieving, where they are guarded
+            ("vel_StatusClose", 2, "error", painter, words),
+        ]
+        for member, nth, how, steps, report in cases:
+            with self.subTest(member=member, nth=nth, how=how):
+                self.tearDown()
+                self.setUp()
+                self.host.fail(member, nth, how)
+                status, seen, reported = self.run_tool("shown", *steps, "quit")
+                self.assertEqual(status, 1, reported)
+                self.assertIn(f"The host's member {member} failed", reported)
+                self.assertIn(report, reported)
+
+    def test_guarded_places_go_on(self):
+        painter = ["frame-painter", "length=2", "done"]
+        for member, nth, how in [("Vel_WallpaperFilename", 1, "error"), ("Vel_WallpaperFilename", 1, dbus.Int32(1)),
+                                 ("Vel_GetAppDir", 2, "error"), ("vel_StatusOpen", 1, "error"),
+                                 ("vel_Status", 1, "error"), ("vel_Status", 2, "error")]:
+            with self.subTest(member=member, nth=nth, how=how):
+                self.tearDown()
+                self.setUp()
+                self.host.fail(member, nth, how)
+                status, _, reported = self.run_tool("shown", *painter, "quit")
+                self.assertEqual(status, 0, reported)
+                self.assertEqual(self.host.names().count("Vel_GetBbuffer"), 3)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,121 @@
+"""A host in another language: it writes down each call with its arguments and can be told to fail.
+
+Members, types and effects are those that the tool expects of its host; the frames are small.
+"""
+
+import dbus
+import dbus.bus
+from dbus.lowlevel import (HANDLER_RESULT_HANDLED, HANDLER_RESULT_NOT_YET_HANDLED, ErrorMessage,
+                           MethodCallMessage, MethodReturnMessage)
+from gi.repository import GLib
+
+NAME = "Vellumark.Vellumark_Class"
+PATH = "/Vellumark/Vellumark_Class"
+FORM = "Vellumark.Form"
+
+# What each member may be called with.
+SIGNATURES = {
+    "Vel_SendFormObject": ["oi"], "Vel_GetAppDir": [""], "Vel_WallpaperFilename": [""],
+    "Vel_GetFrameRate": [""], "vel_SetFrameRate": ["d"], "vel_BufferWidth": [""], "vel_BufferHeight": [""],
+    "vel_GetTotalFrames": [""], "Vel_GotoFrame": ["i", "d"], "Vel_GotoFrameAdv": ["ii"],
+    "vel_GetRbuffer": [""], "vel_GetGbuffer": [""], "Vel_GetBbuffer": [""], "vel_SetRbuffer": ["ay"],
+    "vel_SetGBuffer": ["ay"], "vel_SetBBuffer": ["ay"], "vel_CreateAnimAdv": ["ii"], "vel_StatusOpen": ["s"],
+    "vel_Status": ["d"], "vel_StatusClose": [""],
+}
+GETTERS = {"vel_GetRbuffer": 0, "vel_GetGbuffer": 1, "Vel_GetBbuffer": 2}
+SETTERS = {"vel_SetRbuffer": 0, "vel_SetGBuffer": 1, "vel_SetBBuffer": 2}
+
+
+class LoggingHost:
+    """Frames of 3 by 2, so planes of 12 bytes; frame f, channel c is filled with 10 f + c."""
+
+    def __init__(self, bus, frames=3):
+        self.bus = bus
+        self.frames = [[bytes([10 * f + c]) * 12 for c in range(3)] for f in range(frames)]
+        self.buffer_frame = 0
+        self.calls = []   # (member, argument, ...)
+        self.faults = {}  # (member, n): what happens instead of an answer
+        self.answer_later = {}  # member: routine that is given a routine that answers
+        self.forms = {}   # path: sender
+        self.shows_late = False
+        bus.add_message_filter(self._filter)
+        bus.request_name(NAME, dbus.bus.NAME_FLAG_DO_NOT_QUEUE)
+
+    def fail(self, member, nth, how):
+        """At the nth call of the member: "error", "leave" the bus, or another value as the answer."""
+        self.faults[member, nth] = how
+
+    def names(self):
+        return [call[0] for call in self.calls]
+
+    def call_form(self, path, routine, then):
+        """Calls a routine of a window; `then` gets the error's text or None."""
+        self.bus.call_async(self.forms[path], path, FORM, routine, "", (), lambda *_: then(None),
+                            lambda error: then(error.get_dbus_message()), timeout=60)
+
+    def _filter(self, connection, message):
+        if not isinstance(message, MethodCallMessage) or message.get_path() != PATH:
+            return HANDLER_RESULT_NOT_YET_HANDLED
+        member = message.get_member()
+        arguments = message.get_args_list(byte_arrays=True)
+        if message.get_signature() not in SIGNATURES[member]:
+            member = f"{member} called with {message.get_signature()}"
+        self.calls.append((member, *map(plain, arguments)))
+        fault = self.faults.get((member, self.names().count(member)))
+        if fault == "leave":
+            connection.close()
+        elif fault == "error":
+            self._refuse(message, "the host says no")
+        elif fault is not None:
+            self._reply(message, fault)
+        elif member == "Vel_SendFormObject":
+            self._send_form_object(message, str(arguments[0]))
+        else:
+            self._answer(message, member, arguments)
+        return HANDLER_RESULT_HANDLED
+
+    def _send_form_object(self, message, path):
+        self.forms[path] = message.get_sender()
+        if self.shows_late:
+            self._reply(message)
+            GLib.timeout_add(300, lambda: self.call_form(path, "Show", lambda error: None))
+            return
+        self.call_form(path, "Show",
+                       lambda error: self._refuse(message, error) if error else self._reply(message))
+
+    def _answer(self, message, member, arguments):
+        def answer():
+            self._reply(message, *self._run(member, arguments))
+        self.answer_later.get(member, lambda later: later())(answer)
+
+    def _run(self, member, arguments):
+        """Does what the member does and gives its results."""
+        if member in GETTERS:
+            return [dbus.ByteArray(self.frames[self.buffer_frame][GETTERS[member]])]
+        if member in SETTERS:
+            self.frames[self.buffer_frame][SETTERS[member]] = bytes(arguments[0])
+        if member == "Vel_GotoFrameAdv":
+            self.buffer_frame = int(arguments[0])
+        if member == "vel_CreateAnimAdv":
+            self.frames = [[b"", b"", b""] for _ in range(int(arguments[0]))]
+        results = {"Vel_GetAppDir": "/", "Vel_WallpaperFilename": "", "Vel_GetFrameRate": "12",
+                   "vel_BufferWidth": dbus.Int32(3), "vel_BufferHeight": dbus.Int32(2),
+                   "vel_GetTotalFrames": dbus.Int32(len(self.frames))}
+        return [results[member]] if member in results else []
+
+    def _reply(self, message, *results):
+        reply = MethodReturnMessage(message)
+        reply.append(*results)
+        self.bus.send_message(reply)
+
+    def _refuse(self, message, text):
+        self.bus.send_message(ErrorMessage(message, "Vellumark.Error.Failed", text))
+
+
+def plain(value):
+    """An argument as a Python value: a double as float, so that 2.0 and 2 stay apart in how they print."""
+    if isinstance(value, dbus.Double):
+        return float(value)
+    if isinstance(value, dbus.ByteArray):
+        return bytes(value)
+    return str(value) if isinstance(value, str) else int(value)

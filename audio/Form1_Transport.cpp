@@ -116,7 +116,7 @@ void Form1::Picture2_MouseDown(std::int16_t button, std::int16_t /*shift*/, floa
   Grid1.SetFocus();
 }
 
-/// Shows the frame before it sounds.
+/// Shows the frame before it sounds, its row in the grid too: nothing is painted while the slice plays.
 void Form1::ScrubTo(std::int32_t frame) {
   Grid1.SetRow(frame + 1);
   PaintMouth();
@@ -124,6 +124,7 @@ void Form1::ScrubTo(std::int32_t frame) {
   PaintWav();
   PaintVelocity();
   Picture2.Refresh();
+  Grid1.Refresh();
   if (frame != LastScrubFrame) Playtick();
   LastScrubFrame = frame;
 }

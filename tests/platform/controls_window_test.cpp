@@ -165,6 +165,32 @@ TEST(Grids, TakeAClickAfterTheMoveThatItMakes) {
   EXPECT_THAT(log.Take(), ElementsAre("click 2,1")) << "below the last row nothing is left or reached";
 }
 
+TEST(Canvases, RaiseOnlyTheLastOfQueuedMovesAndThatBeforeARelease) {
+  PictureBox& canvas = sample->canvas;
+  std::vector<std::string> log;
+  const auto note = [&log](const char* what) {
+    return [&log, what](std::int16_t button, std::int16_t, float x, float) {
+      log.push_back(what + std::to_string(button) + " at " + std::to_string(static_cast<int>(x)));
+    };
+  };
+  canvas.MouseMove = note("move ");
+  canvas.MouseUp = note("up ");
+  const auto send = [&canvas](QEvent::Type type, int x) {
+    const bool move = type == QEvent::MouseMove;
+    QMouseEvent event(type, QPointF(x, 5), canvas.Widget()->mapToGlobal(QPointF(x, 5)),
+                      move ? Qt::NoButton : Qt::LeftButton, move ? Qt::LeftButton : Qt::NoButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(canvas.Widget(), &event);
+  };
+  for (const int x : {10, 20, 30}) send(QEvent::MouseMove, x);
+  support::HandleEvents();
+  EXPECT_THAT(std::exchange(log, {}), ElementsAre("move 1 at 30"));
+  for (const int x : {20, 15}) send(QEvent::MouseMove, x);
+  send(QEvent::MouseButtonRelease, 12);
+  support::HandleEvents();
+  EXPECT_THAT(log, ElementsAre("move 1 at 15", "up 1 at 12"));
+}
+
 TEST(Canvases, DrawWhatWasPutOffOnceAndBeforeItIsRead) {
   PictureBox& canvas = sample->canvas;
   int drawings = 0;

@@ -52,6 +52,8 @@ Form1::Form1()
   BindTransport();
   BindTimeline();
   BindMenus();
+  // Keys go to the sheet from the start, not to the first button.
+  Grid1.SetFocus();
 }
 
 Form1::~Form1() = default;

@@ -168,7 +168,7 @@ class ButtonWidget : public QPushButton {
   void PaintMark(FinePainter& fine, Color ground) {
     const Color white = platform::Rgb(255, 255, 255);
     const QRect& box = fine.Box();
-    const int side = fine.Pixels(4), thick = fine.Pixels(2), above = fine.Hairline();
+    const int side = fine.Pixels(4), thick = fine.Pixels(2), above = (hasFocus() ? 3 : 1) * fine.Hairline();
     const QRect bar(box.left() + side, box.bottom() + 1 - above - thick, box.width() - 2 * side, thick);
     fine.Fill(bar, Contrast(white, ground) >= 2 ? white : 0);
   }

@@ -1,5 +1,6 @@
 #include "painter/FPOptions.h"
 
+#include "app/Form1.h"
 #include "app/HandedWindow.h"
 #include "app/HostSession.h"
 #include "painter/FramePainter.h"
@@ -43,6 +44,11 @@ void FPOptions::Command1_Click() {
   // A window that was open already doesn't load again: it must be told of the new cells and the new roll.
   if (auto* window = frame_painter.IfLoaded(); window != nullptr && was_open) window->ShowNewFrames();
   fp_options.Unload();
+}
+
+/// Never themed, but on the same ground as the window that it is called from. Painting loads nothing.
+void FPOptions::Form_Paint() {
+  if (Form1* main_window = form1.IfLoaded()) main_window->Draw_Pattern(*this);
 }
 
 void FPOptions::Refuse(const std::string& reason) {

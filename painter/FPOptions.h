@@ -16,6 +16,7 @@ class FPOptions : public platform::Window {
   platform::CommandButton Command1;  // "Ok"
 
   void Command1_Click();
+  void Form_Paint() override;
 
  private:
   /// Says why there is no such roll; the dialog stays with its text ready to be typed over.

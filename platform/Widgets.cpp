@@ -1,5 +1,6 @@
 #include "platform/Widgets.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QFocusEvent>
 #include <QFontMetricsF>
@@ -28,6 +29,30 @@ void Raise(const std::function<void()>& event) {
   if (event) RunEvent(event);
 }
 
+constexpr double kSmallLetters = 0.92, kLeastPoints = 5.0;
+constexpr int kClosestPercent = 84;
+
+void Shrink(QFont& font, double factor) {
+  if (factor < 1) font.setPointSizeF(std::max(kLeastPoints, font.pointSizeF() * factor));
+}
+
+/// The design gives texts a fixed room, made for small letters; where a text is too big for it at the
+/// desktop's text size, the letters give way: they get lower to fit in height, then stand closer to fit in
+/// width, then get smaller.
+QFont FontThatFits(QFont font, const QString& text, double width, double height) {
+  Shrink(font, height / std::max(QFontMetricsF(font).height(), 1.0));
+  const double fits = width / std::max(QFontMetricsF(font).horizontalAdvance(text), 1.0);
+  if (fits >= 1) return font;
+  font.setStretch(std::max(kClosestPercent, static_cast<int>(100 * fits)));
+  Shrink(font, 100 * fits / kClosestPercent);
+  return font;
+}
+
+QFont WithSmallLetters(QFont font) {
+  font.setPointSizeF(font.pointSizeF() * kSmallLetters);
+  return font;
+}
+
 class LabelWidget : public QWidget {
  public:
   QString caption;
@@ -37,39 +62,39 @@ class LabelWidget : public QWidget {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    painter.setFont(FittingFont());
+    painter.setFont(FontThatFits(WithSmallLetters(font()), caption, width() - kMargin, height() + kOverhang));
     painter.setPen(color);
     painter.drawText(rect(), static_cast<int>(align | Qt::AlignVCenter) | Qt::TextSingleLine, caption);
   }
 
  private:
-  /// The design gives labels a fixed room, made for small letters; where the words are too wide for it, the
-  /// letters give way: first they stand closer, then they get smaller.
-  QFont FittingFont() const {
-    QFont fitting = font();
-    fitting.setPointSizeF(fitting.pointSizeF() * kLabelShare);
-    const double tall = QFontMetricsF(fitting).height();
-    Shrink(fitting, (height() + 3) / std::max(tall, 1.0));
-    const double fits =
-        (width() - kLabelMargin) / std::max(QFontMetricsF(fitting).horizontalAdvance(caption), 1.0);
-    if (fits >= 1) return fitting;
-    fitting.setStretch(std::max(kClosestPercent, static_cast<int>(100 * fits)));
-    Shrink(fitting, 100 * fits / kClosestPercent);
-    return fitting;
-  }
-  static void Shrink(QFont& font, double factor) {
-    if (factor < 1) font.setPointSizeF(std::max(kLeastPoints, font.pointSizeF() * factor));
-  }
-
-  static constexpr double kLabelShare = 0.92, kLeastPoints = 5.0;
-  static constexpr int kLabelMargin = 4, kClosestPercent = 84;
+  /// A line's height has room above and below the letters themselves.
+  static constexpr int kMargin = 4, kOverhang = 1;
 };
 
 class EditWidget : public QLineEdit {
  public:
+  EditWidget() {
+    // The desktop's own frame would eat a third of the design's small fields.
+    setFrame(false);
+    setTextMargins(kFrame, kFrame, kFrame, kFrame);
+    connect(this, &QLineEdit::textChanged, this, &EditWidget::Fit);
+  }
   std::function<void()> lost_focus, escaped;
 
  protected:
+  void paintEvent(QPaintEvent* event) override {
+    QLineEdit::paintEvent(event);
+    QPainter painter(this);
+    const QColor ground = palette().color(QPalette::Base);
+    painter.setPen(hasFocus() ? palette().color(QPalette::Highlight) : ground.darker(170));
+    painter.drawRect(QRectF(0.5, 0.5, width() - 1, height() - 1));
+    if (hasFocus()) painter.drawRect(QRectF(1.5, 1.5, width() - 3, height() - 3));
+  }
+  void resizeEvent(QResizeEvent* event) override {
+    QLineEdit::resizeEvent(event);
+    Fit();
+  }
   void focusOutEvent(QFocusEvent* event) override {
     QLineEdit::focusOutEvent(event);
     // A context menu only borrows the focus.
@@ -80,13 +105,75 @@ class EditWidget : public QLineEdit {
     if (event->key() == Qt::Key_Escape && escaped) return Raise(escaped);
     QLineEdit::keyPressEvent(event);
   }
+
+ private:
+  /// What can't be edited is to be read as a whole; what can scrolls along with the cursor.
+  void Fit() {
+    const double room = isReadOnly() ? width() - 2 * kFrame - kToolkitMargins : 1e6;
+    const QFont fitting = FontThatFits(QApplication::font(), text(), room, height() - 2 * kFrame + 1);
+    if (fitting != font()) setFont(fitting);
+    if (isReadOnly()) setCursorPosition(0);
+  }
+
+  static constexpr int kFrame = 1, kToolkitMargins = 5;
 };
+
+/// A box without words fills its whole widget: the desktop's own is made to stand beside words, and is cut in
+/// the design's small room.
+class CheckWidget : public QCheckBox {
+ public:
+  using QCheckBox::QCheckBox;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    if (!text().isEmpty()) return QCheckBox::paintEvent(event);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF box = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2) : QPen(QColor(48, 48, 48), 1));
+    painter.setBrush(underMouse() ? QColor(235, 243, 250) : QColor(Qt::white));
+    painter.drawRect(hasFocus() ? box.adjusted(0.5, 0.5, -0.5, -0.5) : box);
+    if (isChecked()) PaintTick(painter, box);
+  }
+  bool hitButton(const QPoint& position) const override {
+    return text().isEmpty() ? rect().contains(position) : QCheckBox::hitButton(position);
+  }
+
+ private:
+  static void PaintTick(QPainter& painter, const QRectF& box) {
+    const auto at = [&box](double x, double y) {
+      return QPointF(box.left() + x * box.width(), box.top() + y * box.height());
+    };
+    painter.setPen(QPen(QColor(24, 24, 24), box.width() / 6.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF({at(0.24, 0.52), at(0.43, 0.72), at(0.78, 0.27)}));
+  }
+};
+
+/// Shows the focus of a widget whose style shows none.
+void PaintFocusFrame(QWidget* widget) {
+  QPainter painter(widget);
+  painter.setPen(widget->palette().color(QPalette::Highlight));
+  painter.drawRect(QRectF(0.5, 0.5, widget->width() - 1, widget->height() - 1));
+}
 
 class ListWidget : public QListWidget {
  public:
   std::function<void()> click;
 
  protected:
+  bool event(QEvent* event) override {
+    const bool handled = QListWidget::event(event);
+    if (event->type() == QEvent::Paint && hasFocus()) PaintFocusFrame(this);
+    return handled;
+  }
+  void focusInEvent(QFocusEvent* event) override {
+    QListWidget::focusInEvent(event);
+    update();
+  }
+  void focusOutEvent(QFocusEvent* event) override {
+    QListWidget::focusOutEvent(event);
+    update();
+  }
   void mouseReleaseEvent(QMouseEvent* event) override {
     QListWidget::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton && itemAt(event->pos()) != nullptr) Raise(click);
@@ -96,6 +183,17 @@ class ListWidget : public QListWidget {
     const bool confirmed =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
     if (confirmed && currentRow() >= 0) Raise(click);
+  }
+};
+
+class BarWidget : public QScrollBar {
+ public:
+  BarWidget() : QScrollBar(Qt::Horizontal) { setFocusPolicy(Qt::TabFocus); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QScrollBar::paintEvent(event);
+    if (hasFocus()) PaintFocusFrame(this);
   }
 };
 
@@ -173,7 +271,7 @@ Color ListBox::ForeColor() const { return FromToolkit(Widget()->palette().color(
 void ListBox::SetForeColor(Color color) { SetPaletteColor(Widget(), QPalette::Text, color); }
 
 HScrollBar::HScrollBar(Container& container, std::string name)
-    : Control(container, ControlKind::ScrollBar, std::move(name), new QScrollBar(Qt::Horizontal)) {
+    : Control(container, ControlKind::ScrollBar, std::move(name), new BarWidget) {
   QObject::connect(As<QScrollBar>(*this), &QScrollBar::valueChanged,
                    [this] { Raise(As<QScrollBar>(*this)->isSliderDown() ? Scroll : Change); });
 }
@@ -189,7 +287,7 @@ int HScrollBar::Value() const { return As<QScrollBar>(*this)->value(); }
 void HScrollBar::SetValue(int value) { As<QScrollBar>(*this)->setValue(value); }
 
 CheckBox::CheckBox(Container& container, std::string name, const std::string& caption)
-    : Control(container, ControlKind::CheckBox, std::move(name), new QCheckBox(Utf16(caption))) {
+    : Control(container, ControlKind::CheckBox, std::move(name), new CheckWidget(Utf16(caption))) {
   Widget()->setAutoFillBackground(true);
   QObject::connect(As<QCheckBox>(*this), &QCheckBox::clicked, [this] { Raise(Click); });
 }
@@ -233,6 +331,8 @@ void ImageHolder::SetPicture(std::shared_ptr<const platform::Picture> picture) {
 StatusBar::StatusBar(Container& container, std::string name)
     : Control(container, ControlKind::StatusBar, std::move(name), new QStatusBar) {
   As<QStatusBar>(*this)->setSizeGripEnabled(true);
+  // A wallpaper ends above it.
+  Widget()->setAutoFillBackground(true);
 }
 
 struct Timer::Clockwork {

@@ -237,6 +237,11 @@ void Window::TilePicture(const Picture& picture) {
 
 void Window::Repaint() { widget_->client->update(); }
 
+void Window::TabThrough(const std::vector<const Control*>& order) {
+  for (std::size_t next = 1; next < order.size(); ++next)
+    QWidget::setTabOrder(order[next - 1]->Widget(), order[next]->Widget());
+}
+
 QWidget* Window::ContainerWidget() { return widget_->client; }
 QWidget* Window::TopWidget() { return widget_.get(); }
 

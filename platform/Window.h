@@ -72,6 +72,8 @@ class Window : public Container {
 
   /// In the order in which they were made.
   const std::vector<Control*>& Controls() const { return controls_; }
+  /// The order in which the Tab key visits them; it is the order of making if this isn't called.
+  void TabThrough(const std::vector<const Control*>& order);
 
   QWidget* ContainerWidget() override;
   Window& OwnerWindow() override { return *this; }

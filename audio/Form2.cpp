@@ -45,12 +45,15 @@ Form2::Form2()
 void Form2::Form_Load() {
   form1->PrefsCallback(*this);
   const audio::WaveFormatBlock& format = audio::LoadedSound().WaveFormat;
-  Text1.SetText(std::to_string(format.wFormatTag));
-  Text2.SetText(std::to_string(format.nChannels));
-  Text3.SetText(std::to_string(format.nSamplesPerSec));
-  Text4.SetText(std::to_string(format.nAvgBytesPerSec));
-  Text5.SetText(std::to_string(format.nBlockAlign));
-  Text6.SetText(std::to_string(format.wBitsPerSample));
+  const struct {
+    platform::TextBox& text;
+    std::int32_t number;
+  } fields[] = {{Text1, format.wFormatTag},      {Text2, format.nChannels},   {Text3, format.nSamplesPerSec},
+                {Text4, format.nAvgBytesPerSec}, {Text5, format.nBlockAlign}, {Text6, format.wBitsPerSample}};
+  for (const auto& [text, number] : fields) {
+    text.SetText(std::to_string(number));
+    text.FitText();
+  }
 }
 
 void Form2::Form_Paint() { form1->Draw_Pattern(*this); }

@@ -32,6 +32,8 @@ class TextBox : public Control {
   void SetText(const std::string& text);
   void SelectAll();
   void SetReadOnly(bool read_only);
+  /// Sets a text too wide for the box in smaller letters, as small as can still be read, and shows its start.
+  void FitText();
   Color BackColor() const override;
   void SetBackColor(Color color) override;
   Color ForeColor() const override;

@@ -1,0 +1,412 @@
+// The timeline on the main window: places, zoom, scroll, what the canvases show, strokes, mouths, and the
+// order in which the host hears of it all.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/Form1.h"
+#include "audio/sample_store.h"
+#include "sheet/Form3.h"
+#include "sheet/SheetDocument.h"
+#include "support/desk.h"
+#include "timeline/Form4.h"
+#include "timeline/Form5.h"
+#include "timeline/velocity_values.h"
+#include "timeline/zoom.h"
+
+namespace {
+
+using platform::Color;
+using platform::Rgb;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr Color kWave = Rgb(0, 192, 0), kTick = Rgb(32, 64, 128), kBlue = Rgb(192, 192, 255);
+
+/// The main window with a silent 8-bit sound of 1000 samples a second: 2500 of them are 30 frames at 12 a
+/// second.
+class Timeline : public testing::Test {
+ protected:
+  void PutSound(std::int32_t samples, const char* rate = "12") {
+    auto& sound = audio::LoadedSound();
+    sound.WaveFormat = {1, 1, 1000, 1000, 1, 8};
+    sound.WaveDataLength = samples;
+    sound.Samples8 = audio::SampleArray<std::uint8_t>::Zeroed(samples);
+    std::fill_n(sound.Samples8.Writable(), samples + 1, std::uint8_t{128});
+    form3->Text7.SetText(rate);
+    form.CommonDialog1.FileName = "silence.wav";
+    form.SetupGrid();
+    support::HandleEvents();
+    desk.host->Take();
+  }
+
+  void PutShape(int row, const std::string& shape) {
+    form.Grid1.SetRow(row);
+    form.Grid1.SetCol(1);
+    form.Grid1.SetText(shape);
+  }
+
+  void Drag(float x, float y) { form.Picture4_MouseMove(1, 0, x, y); }
+  int Value(int frame, int channel = 0) { return timeline::Tracks().VelocityValues.At(frame, channel); }
+
+  support::Desk desk;
+  Form1& form = desk.Main();
+};
+
+/// A move of the host to a frame, as each PaintWav makes it.
+void AddMoves(std::vector<std::string>& calls, int frame, int times = 1) {
+  for (int i = 0; i < times; ++i) {
+    calls.push_back("vel_GetTotalFrames()");
+    calls.push_back("Vel_GotoFrame(" + std::to_string(frame) + ")");
+  }
+}
+
+std::vector<std::string> Moves(int frame, int times = 1) {
+  std::vector<std::string> calls;
+  AddMoves(calls, frame, times);
+  return calls;
+}
+
+TEST_F(Timeline, TellsTheHostOnceForEachPaintWav) {
+  PutSound(2500);
+  form.Grid1.SetRow(5);
+  EXPECT_EQ(desk.host->Take(), Moves(4)) << "a row";
+  form.Grid1.SetCol(1);
+  EXPECT_EQ(desk.host->Take(), Moves(4)) << "a column";
+  form.vl_button4_Click();
+  EXPECT_THAT(desk.host->Take(), IsEmpty()) << "no zoom below 100";
+  form.vl_button3_Click();
+  EXPECT_EQ(desk.host->Take(), Moves(4)) << "zoom in";
+  form.vl_button4_Click();
+  EXPECT_EQ(desk.host->Take(), Moves(4)) << "zoom out";
+  form.MYCartoon_Click();
+  EXPECT_EQ(desk.host->Take(), Moves(4)) << "mouth set";
+  form.Form_Resize();
+  EXPECT_EQ(desk.host->Take(), Moves(4, 2)) << "resize: the column goes to 2, then the repaint";
+  form.Form_Resize();
+  EXPECT_EQ(desk.host->Take(), Moves(4)) << "resize with column 2 current";
+  form.HScroll1_Change();
+  form.PaintVelocity();
+  form.PaintMouth();
+  EXPECT_THAT(desk.host->Take(), IsEmpty());
+}
+
+TEST_F(Timeline, APressOnTheWaveformMovesTheHostByTheRowAndByTheRepaint) {
+  PutSound(2500);
+  form.Picture2_MouseDown(1, 0, 0, 30);  // frame 0, the one that a fresh start takes for heard
+  EXPECT_EQ(desk.host->Take(), Moves(0, 2));
+  form.Picture2_MouseDown(1, 0, 5, 30);
+  EXPECT_EQ(desk.host->Take(), Moves(0)) << "the row stays, the repaint comes all the same";
+}
+
+TEST_F(Timeline, ARateChangeWalksTheHostThroughTheRows) {
+  PutSound(2500);
+  desk.messages.answers = {platform::Answer::Yes};
+  form.ChooseRate("24");
+  std::vector<std::string> calls{"vel_SetFrameRate(24d)"};
+  AddMoves(calls, -1);                                                         // column 0, on the header row
+  for (int row = 1; row <= 60; ++row) AddMoves(calls, std::min(row - 1, 47));  // the host has 48 frames
+  AddMoves(calls, 47);                                                         // the repaint
+  AddMoves(calls, -1, 3);  // back to the header row, columns 1 and 2
+  EXPECT_EQ(desk.host->Take(), calls);
+}
+
+TEST_F(Timeline, WithTheLockReleasedTheHostIsAskedButNotMoved) {
+  PutSound(2500);
+  form.vl_button18.SetValue(false);
+  form.Grid1.SetRow(7);
+  form.PaintWav();
+  EXPECT_THAT(desk.host->Take(), ElementsAre("vel_GetTotalFrames()", "vel_GetTotalFrames()"));
+}
+
+TEST_F(Timeline, IsLaidOutByTheWindowsSizeUntilItIsTooSmall) {
+  form.ResizeClient(800, 500);
+  support::HandleEvents();
+  const auto check = [&] {
+    EXPECT_EQ(form.Picture3.Width(), 660);
+    EXPECT_EQ(form.Picture2.Width(), 660);
+    EXPECT_EQ(form.Picture4.Width(), 660);
+    EXPECT_EQ(form.HScroll1.Width(), 660);
+    EXPECT_EQ(form.Grid1.Width(), 660);
+    EXPECT_EQ(form.Grid1.Height(), 318);
+    EXPECT_EQ(form.List1.Height(), 334);
+    EXPECT_EQ(form.Grid1.ColWidth(2), 516 * 15);
+  };
+  check();
+  EXPECT_EQ(form.Picture2.Height(), 64);
+  EXPECT_EQ(form.Picture4.Top(), 65);
+  EXPECT_EQ(form.Picture3.Left(), 136);
+  form.ResizeClient(299, 500);
+  support::HandleEvents();
+  form.ResizeClient(800, 187);
+  support::HandleEvents();
+  check();
+}
+
+TEST_F(Timeline, ZoomSetsWidthsReadoutAndRangeAndPullsTheScrollDown) {
+  form.ResizeClient(652, 395);  // a viewport of 512
+  support::HandleEvents();
+  EXPECT_EQ(form.HScroll1.Max(), 0);
+  for (int i = 0; i < 4; ++i) form.vl_button3_Click();
+  EXPECT_EQ(form.Label2.Caption(), "200");
+  EXPECT_EQ(form.Picture2.Width(), 1024);
+  EXPECT_EQ(form.Picture4.Width(), 1024);
+  EXPECT_EQ(form.HScroll1.Max(), 512);
+  EXPECT_EQ(form.HScroll1.LargeChange(), 1024);
+  form.HScroll1.SetValue(500);
+  EXPECT_EQ(form.Picture2.Left(), -500);
+  EXPECT_EQ(form.Picture4.Left(), -500);
+  EXPECT_EQ(form.vl_button13.Left(), 0);
+  form.vl_button4_Click();
+  EXPECT_EQ(form.Label2.Caption(), "175");
+  EXPECT_EQ(form.HScroll1.Max(), 384);
+  EXPECT_EQ(form.Picture2.Left(), -384);
+  form.ResizeClient(700, 395);
+  support::HandleEvents();
+  EXPECT_EQ(form.Picture2.Width(), 980);
+  EXPECT_EQ(form.HScroll1.Max(), 384) << "the range waits for the next zoom";
+}
+
+TEST_F(Timeline, ZoomStopsAtTheWidestCanvas) {
+  PutSound(2500);
+  timeline::ZoomFactor = 63.0F;
+  for (int i = 0; i < 5; ++i) form.vl_button3_Click();
+  EXPECT_EQ(form.Label2.Caption(), "6375");
+  EXPECT_EQ(form.Picture2.Width(), 32767);
+  EXPECT_EQ(form.HScroll1.Max(), 32767 - 514);
+  desk.host->Take();
+  form.vl_button3_Click();
+  EXPECT_THAT(desk.host->Take(), IsEmpty());
+  timeline::ZoomFactor = 1.5F;
+  for (int i = 0; i < 5; ++i) form.vl_button4_Click();
+  EXPECT_EQ(form.Label2.Caption(), "100");
+  EXPECT_EQ(form.Picture2.Width(), 514);
+}
+
+TEST_F(Timeline, TheWaveformShowsGroundWaveTicksAndTheCurrentFrame) {
+  EXPECT_EQ(form.Picture2.Point(0, 32), kWave) << "the point is there before any sound";
+  EXPECT_NE(form.Picture2.Point(1, 32), kWave);
+  PutSound(2500);
+  form.Grid1.SetRow(4);  // frame 3 of 30: 51.4 to 68.53
+  EXPECT_EQ(form.Picture2.Point(200, 32), kWave);
+  EXPECT_EQ(form.Picture2.Point(171, 3), kTick);
+  EXPECT_EQ(form.Picture2.Point(171, 60), kTick);
+  EXPECT_EQ(form.Picture2.Point(300, 0), Rgb(42, 42, 51));
+  EXPECT_EQ(form.Picture2.Point(300, 31), Rgb(85, 85, 102));
+  EXPECT_EQ(form.Picture2.Point(60, 32), Rgb(255, 63, 255));
+  EXPECT_EQ(form.Picture2.Point(50, 32), kWave);
+  EXPECT_EQ(form.Picture2.Point(69, 32), kWave);
+  form.Grid1.SetRow(5);
+  EXPECT_EQ(form.Picture2.Point(60, 32), kWave);
+  EXPECT_EQ(form.Picture2.Point(75, 32), Rgb(255, 63, 255));
+  form.Grid1.SetRow(0);
+  EXPECT_EQ(form.Picture2.Point(75, 32), kWave);
+  EXPECT_EQ(form.Picture2.Point(0, 32), kWave);
+}
+
+TEST_F(Timeline, TheGroundFollowsTheListsColourAtTheNextRepaint) {
+  PutSound(2500);
+  EXPECT_EQ(form.Picture2.Point(300, 0), Rgb(42, 42, 51));
+  form.List1.SetBackColor(Rgb(200, 100, 50));
+  EXPECT_EQ(form.Picture2.Point(300, 0), Rgb(42, 42, 51));
+  form.PaintWav();
+  form.List1.SetBackColor(Rgb(20, 20, 20));
+  EXPECT_EQ(form.Picture2.Point(300, 0), Rgb(100, 50, 25));
+}
+
+TEST_F(Timeline, ADrawingPutOffShowsWhatStoodAtTheCall) {
+  PutSound(2500);
+  form.Grid1.SetRow(4);
+  form.PaintWav();
+  timeline::Tracks().VelocityValues.Set(29, 3, 60);
+  sheet::SheetCells.Record(20, 1, "W");
+  const Color under = form.Picture4.Point(346, 16);
+  EXPECT_EQ(form.Picture4.Point(514 - 1, 60), form.Picture4.Point(500, 60));
+  form.PaintVelocity();
+  EXPECT_EQ(form.Picture4.Point(513, 59), kBlue);
+  bool lettered = false;
+  for (int x = 346; x < 356; ++x) lettered = lettered || form.Picture4.Point(x, 16) != under;
+  EXPECT_TRUE(lettered) << "frame 20 stands at 342.7, its shape 4 further";
+}
+
+TEST_F(Timeline, AStrokeWritesOneFrameForEachEventOfTheMouse) {
+  PutSound(2500);
+  Drag(257, 50);
+  form.Picture4_MouseDown(1, 0, 257, 50);
+  EXPECT_EQ(Value(15), 32) << "the draw toggle is off";
+  EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty());
+
+  form.vl_button10.SetValue(true);
+  form.ChooseChannel(3);
+  EXPECT_EQ(form.Label3.Caption(), "(Blue)");
+  form.Picture4_MouseDown(2, 0, 257, 50);
+  EXPECT_EQ(Value(15, 3), 32) << "a press only keeps the values";
+  EXPECT_EQ(timeline::Tracks().UndoHistory.size(), 1U);
+  Drag(257, 50);
+  EXPECT_EQ(Value(15, 3), 50);
+  EXPECT_EQ(form.Picture4.Point(266, 50), kBlue) << "drawn at 265.9, right of the pointer";
+  Drag(-40, -7);
+  Drag(4000, 70.5F);
+  EXPECT_EQ(Value(0, 3), 0);
+  EXPECT_EQ(Value(29, 3), 70);
+  Drag(4000, 9000);
+  EXPECT_EQ(Value(29, 3), 255);
+  form.Picture4_MouseMove(0, 0, 100, 5);
+  EXPECT_EQ(Value(6, 3), 32) << "no button is held";
+  EXPECT_EQ(Value(15, 0), 32);
+}
+
+TEST_F(Timeline, UndoGoesStrokeByStrokeAndClearIsNoStroke) {
+  PutSound(2500);
+  form.vl_button10.SetValue(true);
+  for (const int channel : {0, 1}) {
+    form.ChooseChannel(channel);
+    form.Picture4_MouseDown(1, 0, 257, 10);
+    Drag(257, 10);
+  }
+  form.vl_button12_Click();
+  EXPECT_EQ(Value(15, 0), 32);
+  form.vl_button11_Click();
+  EXPECT_EQ(Value(15, 0), 10);
+  EXPECT_EQ(Value(15, 1), 32);
+  EXPECT_EQ(form.Picture4.Point(266, 10), Rgb(255, 255, 192));
+  form.vl_button11_Click();
+  EXPECT_EQ(Value(15, 0), 32);
+  form.vl_button11_Click();
+  form.Picture4_MouseDown(1, 0, 257, 10);
+  PutSound(2500, "24");
+  EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty()) << "a rebuild takes the history with it";
+}
+
+TEST_F(Timeline, AHiddenTrackShowsTheOneBelowIt) {
+  PutSound(2500);
+  EXPECT_EQ(form.Picture4.Point(100, 32), kBlue);
+  form.vl_button16.SetValue(false);
+  EXPECT_EQ(form.Picture4.Point(100, 32), kBlue) << "not before the repaint";
+  form.vl_button16.MouseUp(1, 0, 3, 3);
+  EXPECT_EQ(form.Picture4.Point(100, 32), Rgb(192, 255, 192));
+}
+
+TEST_F(Timeline, OnlyTheCurrentRowShowsItsComment) {
+  PutSound(2500);
+  form.Grid1.SetRow(3);
+  form.Grid1.SetCol(2);
+  form.Grid1.SetText("smile");
+  const Color ground = form.Picture4.Point(34, 40);
+  form.PaintVelocity();
+  EXPECT_EQ(form.Picture4.Point(34, 40), ground) << "the cell hasn't been left yet";
+  form.Grid1.SetRow(9);
+  EXPECT_EQ(form.Picture4.Point(34, 40), ground);
+  form.Grid1.SetRow(3);
+  EXPECT_EQ(form.Picture4.Point(34, 40), Rgb(136, 68, 34)) << "frame 2 stands at 34.27";
+  form.Grid1.SetRow(4);
+  EXPECT_EQ(form.Picture4.Point(34, 40), ground);
+}
+
+TEST_F(Timeline, StandsARateThatIsTypedButNotApplied) {
+  PutSound(2500);
+  form.vl_button10.SetValue(true);
+  for (const char* rate : {"120", "3", "0", "0.3", "0.4", "x"}) {
+    form3->Text7.SetText(rate);
+    form.Grid1.SetRow(2);
+    form.Grid1.SetRow(12);
+    form.Picture4_MouseDown(1, 0, 500, 10);
+    Drag(500, 10);
+    form.vl_button12_Click();
+    form.vl_button11_Click();
+    form.Picture2.Refresh();
+    form.Picture4.Refresh();
+    EXPECT_EQ(timeline::Tracks().VelocityValues.Frames(), 30) << rate;
+  }
+}
+
+TEST_F(Timeline, OneFrameAndLessAreShownWithoutADivisionByZero) {
+  PutSound(100, "10");
+  form.Grid1.SetRow(1);
+  form.vl_button10.SetValue(true);
+  Drag(400, 60);
+  EXPECT_EQ(Value(0), 60);
+  form.vl_button14.SetValue(false);
+  form.vl_button15.SetValue(false);
+  form.vl_button16.SetValue(false);
+  form.PaintVelocity();
+  EXPECT_EQ(form.Picture4.Point(0, 50), Rgb(255, 255, 192)) << "the one frame stands at the left edge";
+  EXPECT_EQ(form.Picture2.Point(513, 32), Rgb(255, 63, 255)) << "and fills the waveform";
+  PutSound(40, "10");
+  form.Picture4_MouseDown(1, 0, 5, 5);
+  Drag(5, 5);
+  form.PaintWav();
+  EXPECT_EQ(form.Picture2.Point(300, 32), kWave) << "0.4 frames: the wave without ticks and box";
+  EXPECT_NE(form.Picture2.Point(0, 3), kTick);
+}
+
+class Mouths : public Timeline {
+ protected:
+  void SetUp() override { PutSound(2500); }
+  /// What the preview shows: "sketch 2", "cartoon 9", "nothing", or a puzzle.
+  std::string Shown() {
+    const auto& shown = form.Picture1.ShownPicture();
+    if (!shown) return "nothing";
+    for (int number = 1; number <= 11; ++number) {
+      if (shown == form5->Mouths.Picture(number)) return "sketch " + std::to_string(number);
+      if (shown == form4->Mouths.Picture(number)) return "cartoon " + std::to_string(number);
+    }
+    return "?";
+  }
+};
+
+TEST_F(Mouths, AreHeldOverRowsWithoutAShape) {
+  EXPECT_EQ(Shown(), "nothing");
+  PutShape(2, "M");
+  PutShape(8, "O ");
+  PutShape(9, "q");
+  PutShape(10, "Q");
+  PutShape(11, "Th ");
+  form.Grid1.SetRow(1);
+  EXPECT_EQ(Shown(), "nothing");
+  const std::pair<int, const char*> walk[] = {{2, "sketch 2"},   {3, "sketch 2"},  {5, "sketch 2"},
+                                              {8, "sketch 9"},   {1, "sketch 9"},  {9, "sketch 9"},
+                                              {10, "sketch 11"}, {11, "sketch 8"}, {0, "sketch 8"}};
+  for (const auto& [row, shown] : walk) {
+    form.Grid1.SetRow(row);
+    EXPECT_EQ(Shown(), shown) << "row " << row;
+  }
+}
+
+TEST_F(Mouths, StayWhenAShapeIsTakenAway) {
+  PutShape(2, "");
+  form.List1.SetListIndex(2);
+  form.List1_Click();
+  EXPECT_EQ(Shown(), "sketch 2");
+  form.List1.SetListIndex(0);
+  form.List1_Click();
+  EXPECT_EQ(Shown(), "sketch 2");
+}
+
+TEST_F(Mouths, ChangeTheirSetAtOnceOrGoBlank) {
+  PutShape(2, "F ");
+  form.Grid1.SetRow(1);
+  form.Grid1.SetRow(2);
+  EXPECT_EQ(Shown(), "sketch 7");
+  form.MYCartoon_Click();
+  EXPECT_EQ(Shown(), "cartoon 7");
+  EXPECT_TRUE(form.MYCartoon.Checked());
+  EXPECT_FALSE(form.MySketch.Checked());
+  form.MYCartoon_Click();
+  EXPECT_TRUE(form.MYCartoon.Checked());
+  form.Grid1.SetRow(3);
+  EXPECT_EQ(Shown(), "cartoon 7");
+  form.MySketch_Click();
+  EXPECT_EQ(Shown(), "nothing") << "the row is empty";
+  EXPECT_EQ(form.Picture1.Point(60, 60), form.Picture1.BackColor());
+}
+
+TEST_F(Mouths, StandUnscaledAtTheLeftTopCorner) {
+  PutShape(2, "A");
+  form.MYCartoon_Click();
+  ASSERT_EQ(Shown(), "cartoon 1");
+  EXPECT_EQ(form.Picture1.Point(0, 0), Rgb(255, 255, 255));
+  EXPECT_EQ(form.Picture1.Point(127, 127), Rgb(255, 255, 255));
+  EXPECT_EQ(form.Picture1.Point(128, 128), form.Picture1.BackColor());
+}
+
+}  // namespace

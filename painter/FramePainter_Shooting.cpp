@@ -1,8 +1,11 @@
 #include <algorithm>
 #include <cstring>
+#include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "app/Guarded.h"
 #include "app/HostSession.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
@@ -32,11 +35,18 @@ void CopySamples(const ConstPlanes& from, const Planes& to) {
   std::memcpy(to.blue, from.blue, samples);
 }
 
+PlaneShape CheckedShape(const Retrieval& retrieval) {
+  const PlaneShape shape = FrameShape(retrieval);
+  if (shape.right < 0 || shape.bottom < 0 || StoreBytes(shape, 1) > kMostStoreBytes) throw std::bad_alloc();
+  return shape;
+}
+
 /// Makes the planes of one roll frame after the other, ready for the host.
 class Developer {
  public:
+  /// Throws std::bad_alloc if a frame of the host's size is more than the machine holds.
   explicit Developer(const Retrieval& retrieval)
-      : retrieval_(retrieval), white_(FrameShape(retrieval)), working_(white_) {
+      : retrieval_(retrieval), white_(CheckedShape(retrieval)), working_(white_) {
     for (auto* plane : {&white_.red, &white_.green, &white_.blue})
       std::fill(plane->begin(), plane->end(), 255);
   }
@@ -71,6 +81,18 @@ void SendPlanes(const ConstPlanes& planes) {
   SendPlane("vel_SetBBuffer", planes.blue, samples);
 }
 
+void DevelopRoll(const FilmRoll& roll, Developer& developer, const platform::CheckBox& wiggle_on,
+                 const Wiggle& wiggle) {
+  const platform::BusyPointer busy;
+  const std::int32_t length = roll.RollLength();
+  for (std::int32_t f = 0; f < length; ++f) {
+    const std::int16_t entry = roll.entries[static_cast<std::size_t>(f)];
+    HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
+    SendPlanes(wiggle_on.Value() == 1 ? developer.Wiggled(entry, wiggle) : developer.Unwiggled(entry));
+    HostSession.Call("vel_Status", 100 * (static_cast<double>(f) / length));
+  }
+}
+
 }  // namespace
 
 void FramePainter::vl_button1_Click() {
@@ -83,21 +105,15 @@ void FramePainter::vl_button1_Click() {
 
 void FramePainter::vl_button2_Click() {
   const Wiggle wiggle{VL_DropDial1.value(), VL_DropDial2.value()};
-  const FilmRoll& roll = TheRoll();
-  const std::int32_t length = roll.RollLength();
-  HostSession.Call("vel_StatusOpen", std::string("Saving..."));
-  HostSession.Call("vel_CreateAnimAdv", length, std::int16_t{2});
-  HostSession.Call("vel_StatusOpen", std::string("Developing..."));
-  {
-    const platform::BusyPointer busy;
-    Developer developer(TheRetrieval());
-    for (std::int32_t f = 0; f < length; ++f) {
-      const std::int16_t entry = roll.entries[static_cast<std::size_t>(f)];
-      HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
-      SendPlanes(Check1.Value() == 1 ? developer.Wiggled(entry, wiggle) : developer.Unwiggled(entry));
-      HostSession.Call("vel_Status", 100 * (static_cast<double>(f) / length));
-    }
+  std::optional<Developer> developer;
+  if (!app::Guarded([&] { developer.emplace(TheRetrieval()); })) {
+    platform::MsgBox("There is not enough memory for a frame of the host's size.");
+    return;
   }
+  HostSession.Call("vel_StatusOpen", std::string("Saving..."));
+  HostSession.Call("vel_CreateAnimAdv", TheRoll().RollLength(), std::int16_t{2});
+  HostSession.Call("vel_StatusOpen", std::string("Developing..."));
+  DevelopRoll(TheRoll(), *developer, Check1, wiggle);
   HostSession.Call("Vel_GotoFrame", std::int16_t{0});
   HostSession.Call("vel_StatusClose");
 }

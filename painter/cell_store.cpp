@@ -8,8 +8,6 @@
 namespace painter {
 namespace {
 
-constexpr double kLargestStore = 1e15;
-
 std::unique_ptr<std::uint8_t[]> Unset(std::size_t bytes) {
   return std::unique_ptr<std::uint8_t[]>(new (std::nothrow) std::uint8_t[bytes]);
 }
@@ -26,7 +24,7 @@ double StoreBytes(const PlaneShape& shape, std::int32_t count) {
 
 std::optional<CellStore> MakeCellStore(const PlaneShape& shape, std::int32_t count) {
   if (shape.right < 0 || shape.bottom < 0 || count < 0) return std::nullopt;
-  if (StoreBytes(shape, count) > kLargestStore) return std::nullopt;
+  if (StoreBytes(shape, count) > kMostStoreBytes) return std::nullopt;
   const std::size_t bytes = shape.Samples() * static_cast<std::size_t>(count);
   CellStore store{shape, count, Unset(bytes), Unset(bytes), Unset(bytes)};
   if (!store.CellR || !store.CellG || !store.CellB) return std::nullopt;

@@ -21,6 +21,9 @@ struct CellStore {
   std::unique_ptr<std::uint8_t[]> CellR, CellG, CellB;
 };
 
+/// More than any desktop machine holds: such sizes are nonsense and are not even tried.
+inline constexpr double kMostStoreBytes = 1e12;
+
 /// Bytes of the three arrays together; as a double, since nonsense sizes must not wrap round.
 double StoreBytes(const PlaneShape& shape, std::int32_t count);
 

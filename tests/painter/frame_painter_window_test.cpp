@@ -215,6 +215,12 @@ TEST_F(Painter, ShowsAKeptStoreThatNoLongerFitsAsMissing) {
   EXPECT_EQ(desk.messages.Texts().back(), "No animation");
   EXPECT_EQ(CellsAt(57, 10), kWhite);
   EXPECT_EQ(RollAt(0, 0), kBlack);
+  desk.host->width = desk.host->height = 2000000000;
+  Window().vl_button1_Click();
+  desk.host->Take();
+  Window().vl_button2_Click();
+  EXPECT_EQ(desk.messages.Texts().back(), "There is not enough memory for a frame of the host's size.");
+  EXPECT_TRUE(desk.host->calls.empty());
 }
 
 TEST_F(Painter, ShootsTheRollFrameByFrame) {

@@ -103,9 +103,10 @@ class PictureWidget : public QWidget {
     box->DrawNow();
     if (box->Paint) RunEvent(box->Paint);
     QPainter painter(this);
-    // Whole scales keep pixels square; between them only smoothing keeps lines alike in width.
+    // Whole scales keep drawn pixels square; between them only smoothing keeps lines alike in width.
     const double scale = devicePixelRatioF();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, scale != std::floor(scale));
+    painter.setRenderHint(QPainter::SmoothPixmapTransform,
+                          box->surface_->picture != nullptr || scale != std::floor(scale));
     painter.setClipRegion(event->region());
     painter.drawImage(0, 0, box->surface_->image);
   }

@@ -127,6 +127,7 @@ Window::Window(const Design& design)
   widget_->client->paint = [this] { RaisePaint(); };
   widget_->client->resized = [this] { RaiseResize(); };
   widget_->close_box = [this] { CloseBox(); };
+  SetPaletteColor(widget_->client, QPalette::Window, back_color_);
   SetCaption(design.caption);
   if (!design.icons.empty()) {
     QIcon icon;

@@ -52,6 +52,10 @@ Form1::Form1()
   BindTransport();
   BindTimeline();
   BindMenus();
+  List1.SetAccessibleName("Mouth shapes");
+  HScroll1.SetAccessibleName("Timeline position");
+  Grid1.SetAccessibleName("Exposure sheet");
+  Text2.SetAccessibleName("Comment");
   TabThrough({&vl_button18, &vl_button5,  &vl_button1,  &vl_button2, &vl_button3, &vl_button4, &vl_button10,
               &vl_button11, &vl_button12, &vl_button6,  &vl_button7, &vl_button8, &vl_button9, &vl_button13,
               &vl_button14, &vl_button15, &vl_button16, &HScroll1,   &List1,      &Grid1});

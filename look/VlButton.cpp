@@ -226,6 +226,8 @@ std::string vl_button::caption() const { return state_->widget->text().toStdStri
 
 void vl_button::SetCaption(const std::string& caption) {
   state_->widget->setText(QString::fromStdString(caption));
+  // A tip set later, or earlier, only explains it.
+  SetAccessibleName(caption);
 }
 
 void vl_button::SetPicture(const std::string& resource) {

@@ -118,6 +118,8 @@ void FramePainter::ColorControls() {
   vl_button1.SetToolTip(kRetrieveTip);
   Picture1.SetToolTip(kStripTip);
   Picture2.SetToolTip(kStripTip);
+  HGlide1.SetAccessibleName("Scroll your cells");
+  HGlide2.SetAccessibleName("Scroll the new roll of film");
   Check1.SetAccessibleName("Wiggle hold");
   VL_DropDial1.SetAccessibleName("Amount of wiggle");
   VL_DropDial2.SetAccessibleName("Size of wiggle");

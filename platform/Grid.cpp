@@ -135,6 +135,12 @@ class Grid::View : public QTableView {
   }
 
  protected:
+  bool event(QEvent* event) override {
+    const bool handled = QTableView::event(event);
+    if (event->type() == QEvent::Paint && hasFocus()) PaintFocusFrame(this);
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
+    return handled;
+  }
   void mousePressEvent(QMouseEvent* event) override {
     const QModelIndex at = indexAt(event->pos());
     if (event->button() == Qt::LeftButton && at.isValid())

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPainter>
 #include <QPalette>
 #include <QWidget>
 
@@ -18,6 +19,13 @@ inline void SetPaletteColor(QWidget* widget, QPalette::ColorRole role, Color col
   QPalette palette = widget->palette();
   palette.setColor(role, ToolkitColor(color));
   widget->setPalette(palette);
+}
+
+/// Shows the focus of a widget whose style shows none; within or right after its paint event.
+inline void PaintFocusFrame(QWidget* widget) {
+  QPainter painter(widget);
+  painter.setPen(widget->palette().color(QPalette::Highlight));
+  painter.drawRect(QRectF(0.5, 0.5, widget->width() - 1, widget->height() - 1));
 }
 
 }  // namespace platform

@@ -149,13 +149,6 @@ class CheckWidget : public QCheckBox {
   }
 };
 
-/// Shows the focus of a widget whose style shows none.
-void PaintFocusFrame(QWidget* widget) {
-  QPainter painter(widget);
-  painter.setPen(widget->palette().color(QPalette::Highlight));
-  painter.drawRect(QRectF(0.5, 0.5, widget->width() - 1, widget->height() - 1));
-}
-
 class ListWidget : public QListWidget {
  public:
   std::function<void()> click;
@@ -164,15 +157,8 @@ class ListWidget : public QListWidget {
   bool event(QEvent* event) override {
     const bool handled = QListWidget::event(event);
     if (event->type() == QEvent::Paint && hasFocus()) PaintFocusFrame(this);
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
     return handled;
-  }
-  void focusInEvent(QFocusEvent* event) override {
-    QListWidget::focusInEvent(event);
-    update();
-  }
-  void focusOutEvent(QFocusEvent* event) override {
-    QListWidget::focusOutEvent(event);
-    update();
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
     QListWidget::mouseReleaseEvent(event);

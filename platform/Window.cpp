@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QPainter>
 #include <QScreen>
@@ -97,6 +98,7 @@ class WindowWidget : public QWidget {
   ClientWidget* client;
   QMenuBar* menu_bar = nullptr;
   std::function<void()> close_box;
+  bool escape_closes = false;
 
   int MenuHeight() const {
     return menu_bar == nullptr ? 0
@@ -110,6 +112,11 @@ class WindowWidget : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent*) override { PlaceClient(); }
+  /// Escape is a dialog's close box.
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape && escape_closes) return RunEvent(close_box);
+    QWidget::keyPressEvent(event);
+  }
   void closeEvent(QCloseEvent* event) override {
     // The window object decides: hiding and deleting are its own.
     event->ignore();
@@ -127,6 +134,7 @@ Window::Window(const Design& design)
   widget_->client->paint = [this] { RaisePaint(); };
   widget_->client->resized = [this] { RaiseResize(); };
   widget_->close_box = [this] { CloseBox(); };
+  widget_->escape_closes = IsFixed(design.border);
   SetPaletteColor(widget_->client, QPalette::Window, back_color_);
   SetCaption(design.caption);
   if (!design.icons.empty()) {

@@ -1,13 +1,16 @@
 // The windows by keyboard alone.
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QWidget>
 #include <string>
 
 #include "app/Form1.h"
+#include "audio/Form2.h"
 #include "painter/FPOptions.h"
 #include "painter/FramePainter.h"
 #include "sheet/Form3.h"
+#include "support/UserInput.h"
 
 namespace {
 
@@ -34,6 +37,33 @@ TEST(TabOrder, FollowsTheWindowFromLeftToRightAndDown) {
   EXPECT_EQ(TabOrder(painter::fp_options.Hold()), "Text1 Command1 ");
   EXPECT_EQ(TabOrder(painter::frame_painter.Hold()),
             "vl_button1 HGlide1 HGlide2 Check1 VL_DropDial1 VL_DropDial2 vl_button2 vl_button3 ");
+}
+
+/// Whoever can't see the window hears a name at every stop.
+TEST(TabOrder, EveryStopHasAName) {
+  for (platform::Window* window : std::initializer_list<platform::Window*>{
+           &form1.Hold(), &form2.Hold(), &form3.Hold(), &painter::fp_options.Hold(),
+           &painter::frame_painter.Hold()}) {
+    for (const platform::Control* control : window->Controls()) {
+      if (!(control->Widget()->focusPolicy() & Qt::TabFocus)) continue;
+      QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control->Widget());
+      EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << window->Name() << "." << control->Name();
+    }
+  }
+}
+
+TEST(Dialogs, EscapeClosesThemAndNoOtherWindow) {
+  QWidget* rate = form3.Hold().TopWidget();
+  rate->show();
+  support::Key(rate, Qt::Key_Escape);
+  EXPECT_FALSE(rate->isVisible());
+  painter::fp_options.Hold().Show();
+  support::Key(painter::fp_options->TopWidget(), Qt::Key_Escape);
+  EXPECT_EQ(painter::fp_options.IfLoaded(), nullptr);
+  QWidget* tool = painter::frame_painter.Hold().TopWidget();
+  tool->show();
+  support::Key(tool, Qt::Key_Escape);
+  EXPECT_TRUE(tool->isVisible());
 }
 
 }  // namespace

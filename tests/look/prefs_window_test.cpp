@@ -11,6 +11,7 @@
 #include "look/HGlide.h"
 #include "look/VlButton.h"
 #include "look/VlDropDial.h"
+#include "painter/FramePainter.h"
 #include "platform/Picture.h"
 #include "platform/Settings.h"
 #include "platform/Widgets.h"
@@ -125,6 +126,20 @@ TEST_F(Prefs, DressesEachKindByTheSettings) {
   EXPECT_EQ(bench.glide.BackColor(), 14);
   EXPECT_EQ(bench.glide.ForeColor(), 15);
   EXPECT_EQ(form1.Hold().Picture1.BackColor(), 18) << "whichever window was passed";
+}
+
+TEST_F(Prefs, PaintersTwinLeavesButtonsAndTheMouthPreviewAlone) {
+  Store("Shine_Color=11\nButton_Fill_Color=13\nScroll_Fill_Color=14\nTextbox_Text_Color=17\n");
+  Bench bench;
+  form1.Hold().Picture1.SetBackColor(kOwn);
+  painter::frame_painter.Hold().PrefsCallback(bench);
+  EXPECT_EQ(bench.BackColor(), Rgb(143, 149, 158));
+  EXPECT_EQ(bench.plain.BackColor(), kOwn);
+  EXPECT_EQ(bench.plain.Highlight(), kOwn);
+  EXPECT_EQ(bench.list.ForeColor(), 17);
+  EXPECT_EQ(bench.glide.BackColor(), 14);
+  EXPECT_EQ(bench.glide.Highlight(), 11);
+  EXPECT_EQ(form1.Hold().Picture1.BackColor(), kOwn);
 }
 
 TEST_F(Prefs, FlagsMakeButtonsAndScrollersFlat) {

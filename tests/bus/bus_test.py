@@ -69,16 +69,17 @@ class Session(unittest.TestCase):
 
     def test_plays_a_whole_session(self):
         status, seen, reported = self.run_tool(
-            "shown", f"wave={self.sound}", "row=3", "rate=24", "play", "played", "frame-painter", "length=4", "stamp=2",
+            "shown", f"wave={self.sound}", "row=5", "row=2", "rate=24", "play", "played", "frame-painter", "length=4", "stamp=2",
             "shoot", "done", "quit")
         self.assertEqual((status, reported.count("failed")), (0, 0), reported)
         self.assertEqual(seen, ["message Use the frame rate in the main program as well?",
                                 "message Exit Frame Painter"])
         calls = self.host.calls
         names = self.host.names()
-        # Row 3 is frame 2, the last of the host's three.
+        # Row 5 is frame 4, past the last of the host's three; row 2 is frame 1.
         before_rate = calls[:names.index("vel_SetFrameRate")]
-        self.assertEqual(before_rate[-2:], [("vel_GetTotalFrames",), ("Vel_GotoFrame", 2)])
+        self.assertEqual(before_rate[-4:], [("vel_GetTotalFrames",), ("Vel_GotoFrame", 2),
+                                            ("vel_GetTotalFrames",), ("Vel_GotoFrame", 1)])
         self.assertEqual(calls[len(before_rate)], ("vel_SetFrameRate", 24.0))
 
         retrieval = names.index("vel_BufferWidth")

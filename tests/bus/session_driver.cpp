@@ -34,7 +34,11 @@ void Until(std::function<bool()> done, std::function<void()> then) {
 
 const std::map<std::string, Step>& Steps() {
   static const std::map<std::string, Step> steps = {
-      {"wave", [](const std::string& path) { form1->OpenWaveFile(path); }},
+      {"wave",
+       [](const std::string& path) {
+         form1->CommonDialog1.FileName = path;
+         form1->OpenWaveFile(path);
+       }},
       {"row", [](const std::string& row) { form1->Grid1.SetRow(std::stoi(row)); }},
       {"rate", [](const std::string& rate) { form1->ChooseRate(rate); }},
       {"play", [](const std::string&) { form1->vl_button1_Click(); }},

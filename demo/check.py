@@ -1,0 +1,1 @@
+def main(folder, chapters): return 0

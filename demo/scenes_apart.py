@@ -1,0 +1,1 @@
+def two_processes(tour): pass

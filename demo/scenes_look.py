@@ -1,0 +1,1 @@
+def gallery(tour): pass

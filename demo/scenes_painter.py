@@ -1,0 +1,1 @@
+def embedded(tour): pass

@@ -1,0 +1,140 @@
+#!/usr/bin/python3
+"""Shows the program at work: starts it on a virtual display, drives it from outside with mouse and keyboard, and
+leaves pictures and saved files in build/tour/.
+
+    demo/tour.py            the tour
+    demo/tour.py --check    the tour, and then a look at whether it left what it should
+    demo/tour.py NAME...    only those chapters
+"""
+
+import json
+import os
+import shutil
+import sys
+import tempfile
+import time
+
+import check
+import scenes_apart
+import scenes_file
+import scenes_look
+import scenes_painter
+import scenes_sheet
+import scenes_sound
+import scenes_timeline
+from desk import Desk, TourError
+from program import BUILD, HOUSE, Sheet, environment
+
+
+class Tour:
+    """What a scene is given: the desk, and somewhere to put what it saw."""
+
+    def __init__(self, desk, folder, homes):
+        self.desk = desk
+        self.folder = folder
+        self.homes = homes
+        self.facts = {}
+        self.pictures = 0
+
+    def picture(self, name, what, image):
+        self.pictures += 1
+        path = os.path.join(self.folder, name + ".png")
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        image.save(path)
+        print(f"{os.path.relpath(path, HOUSE)}: {what}", flush=True)
+
+    def whole(self, name, what):
+        """A picture of the whole desk."""
+        self.picture(name, what, self.desk.settle())
+
+    def portrait(self, name, what, window):
+        """A picture of one window with its frame."""
+        self.desk.settle(window.area())
+        self.picture(name, what, self.desk.see(window.framed_area()))
+
+    def note(self, **facts):
+        self.facts.update(facts)
+
+    def path(self, name):
+        """Where a file of that name is left; an older one is taken away."""
+        path = os.path.join(self.folder, name)
+        if os.path.exists(path):
+            os.remove(path)
+        return path
+
+    def left(self, name, what):
+        print(f"{os.path.relpath(os.path.join(self.folder, name), HOUSE)}: {what}", flush=True)
+
+    def start(self, home="home", scale=1, **variables):
+        """The program for a user with that home."""
+        if scale != 1:
+            variables["QT_SCALE_FACTOR"] = str(scale)
+        return Sheet(self.desk, environment(os.path.join(self.homes, home), **variables), scale=scale)
+
+
+def the_sheet(tour):
+    """One sitting, from the start of the program to its end."""
+    sheet = tour.start()
+    scenes_sheet.start(tour, sheet)
+    scenes_sheet.open_wave(tour, sheet)
+    scenes_sheet.sample_info(tour, sheet)
+    scenes_sheet.change_rate(tour, sheet)
+    scenes_sheet.set_rate(tour, sheet)
+    scenes_sheet.fill_rows(tour, sheet)
+    scenes_timeline.zoom_and_scroll(tour, sheet)
+    scenes_timeline.draw_tracks(tour, sheet)
+    scenes_timeline.change_mouths(tour, sheet)
+    scenes_sound.play_through(tour, sheet)
+    scenes_sound.scrub(tour, sheet)
+    scenes_file.save_and_open(tour, sheet)
+    scenes_file.open_sample(tour, sheet)
+    tour.note(exit_status=sheet.quit())
+
+
+CHAPTERS = {
+    "sheet": the_sheet,
+    "sound": scenes_sound.what_is_heard,
+    "painter": scenes_painter.embedded,
+    "apart": scenes_apart.two_processes,
+    "look": scenes_look.gallery,
+}
+
+
+def give(chapters):
+    folder = os.path.join(BUILD, "tour")
+    os.makedirs(folder, exist_ok=True)
+    homes = tempfile.mkdtemp(prefix="tour-")
+    facts = {}
+    try:
+        with Desk(homes) as desk:
+            for name in chapters:
+                began = time.monotonic()
+                tour = Tour(desk, folder, os.path.join(homes, name))
+                try:
+                    CHAPTERS[name](tour)
+                except Exception:
+                    tour.picture("where-it-stopped", "the desk when the tour stopped", desk.see())
+                    raise
+                facts.update(tour.facts)
+                print(f"-- {name}: {tour.pictures} pictures, {time.monotonic() - began:.0f} s", flush=True)
+    finally:
+        shutil.rmtree(homes, ignore_errors=True)
+        with open(os.path.join(folder, "facts.json"), "w", encoding="utf-8") as file:
+            json.dump(facts, file, indent=1)
+    return folder
+
+
+def main(arguments):
+    wants_check = "--check" in arguments
+    chapters = [name for name in arguments if name != "--check"] or list(CHAPTERS)
+    try:
+        folder = give(chapters)
+    except TourError as error:
+        print(f"The tour stopped: {error}", file=sys.stderr)
+        return 1
+    print(f"The pictures and files are in {os.path.relpath(folder, HOUSE)}/.")
+    return check.main(folder, chapters) if wants_check else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

@@ -194,6 +194,7 @@ class Sheet:
 
     def quit(self):
         """By the menu; returns the exit status."""
+        self.main.front()
         self.choose("Quit")
         return self.ended()
 

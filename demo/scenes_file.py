@@ -35,6 +35,7 @@ def open_sample(tour, sheet):
     sheet.open_sheet(os.path.join(folder, "frogs.exp"))
     tour.note(title_of_sample=sheet.wait_title("24 fps"))
     sheet.choose("Sketch")
+    sheet.click_row(4)
     sheet.desk.keys("Home")
     sheet.desk.settle()
     sheet.desk.keys(*["Down"] * 21)

@@ -50,7 +50,6 @@ def set_rate(tour, sheet):
     sheet.choose("Set FPS...")
     dialog = sheet.desk.window("^Set Frames per second$")
     dialog.front()
-    sheet.desk.keys("Tab", "ctrl+a")
     tour.portrait("08-set-fps", "any other rate", dialog)
     press_in(sheet, dialog, 2730 / 15 * 0.82, 106)
     sheet.desk.gone(dialog)

@@ -40,6 +40,7 @@ class Desk:
         """folder: an existing folder for the screen's memory and for the users' homes."""
         self.folder = folder
         self.processes = []
+        self.screen = None
 
     def __enter__(self):
         read_end, write_end = os.pipe()
@@ -51,6 +52,7 @@ class Desk:
             number = numbers.readline().strip()
         if not number:
             raise TourError("the virtual display didn't come up")
+        self.screen = os.open(os.path.join(self.folder, "Xvfb_screen0"), os.O_RDONLY)
         os.environ["DISPLAY"] = ":" + number
         os.environ.pop("WAYLAND_DISPLAY", None)
         self.start(["openbox", "--sm-disable"], os.environ, stderr=subprocess.DEVNULL)
@@ -62,6 +64,8 @@ class Desk:
     def __exit__(self, *_):
         for process in reversed(self.processes):
             end(process)
+        if self.screen is not None:
+            os.close(self.screen)
 
     def start(self, command, environment, **options):
         """Starts a process that ends with the desk at the latest."""
@@ -74,14 +78,16 @@ class Desk:
 
     def see(self, area=None):
         """The screen's pixels as a picture; area is (left, top, right, bottom)."""
-        with open(os.path.join(self.folder, "Xvfb_screen0"), "rb") as memory:
-            content = memory.read()
+        left, top, right, bottom = area or (0, 0, SCREEN_WIDTH, SCREEN_HEIGHT)
+        left, top = max(left, 0), max(top, 0)
+        right, bottom = min(right, SCREEN_WIDTH), min(bottom, SCREEN_HEIGHT)
         # An X window dump, its header in big-endian words: its size first, the row's bytes in word 12, the
         # number of colour entries, 12 bytes each, in word 19.
-        words = struct.unpack(">25I", content[:100])
-        start = words[0] + 12 * words[19]
-        screen = Image.frombuffer("RGB", (words[4], words[5]), content[start:], "raw", "BGRX", words[12], 1)
-        return screen.crop(area) if area else screen
+        words = struct.unpack(">25I", os.pread(self.screen, 100, 0))
+        row_bytes = words[12]
+        rows = os.pread(self.screen, (bottom - top) * row_bytes, words[0] + 12 * words[19] + top * row_bytes)
+        strip = Image.frombuffer("RGB", (SCREEN_WIDTH, bottom - top), rows, "raw", "BGRX", row_bytes, 1)
+        return strip.crop((left, 0, right, bottom - top))
 
     def settle(self, area=None, seconds=LIMIT_SECONDS):
         """Waits until nothing moves, and returns what is then seen. A caret's slow blinking counts as still."""
@@ -155,6 +161,9 @@ class Window:
     def title(self):
         return output("xdotool", "getwindowname", self.id).rstrip("\n")
 
+    def process_id(self):
+        return output("xdotool", "getwindowpid", self.id).strip()
+
     def geometry(self):
         """(left, top, width, height) on the screen, without the frame."""
         facts = {}
@@ -180,7 +189,14 @@ class Window:
                 min(bottom + edges[3], SCREEN_HEIGHT))
 
     def front(self):
-        xdotool("windowactivate", "--sync", self.id)
+        """Gives it the focus."""
+        def active():
+            if output("xdotool", "getactivewindow").strip() == self.id:
+                return True
+            output("xdotool", "windowactivate", self.id)
+            return False
+
+        wait_for("the window to come to the front", active)
 
     def move(self, left, top):
         """Puts the frame's corner there and waits until it stands there."""

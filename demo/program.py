@@ -2,7 +2,7 @@
 
 import os
 
-from desk import TourError, Window, output, wait_for, xdotool
+from desk import TourError, wait_for
 
 HOUSE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 BUILD = os.path.join(HOUSE, "build")
@@ -56,12 +56,12 @@ def environment(home, **more):
 class Sheet:
     """The running program: its main window and its host's."""
 
-    def __init__(self, desk, env, command=("exposure-sheet",), scale=1):
+    def __init__(self, desk, process, scale=1):
+        """process: what ends when the program has ended."""
         self.desk = desk
+        self.process = process
         self.scale = scale
         self.list_lines = None
-        program, *arguments = command
-        self.process = desk.start([os.path.join(BUILD, program), *arguments], env)
         self.main = desk.window(MAIN_TITLE)
         self.host = Host(desk, scale)
         # The design's client area stands below the menu bar, whose height is the toolkit's choice.
@@ -163,6 +163,12 @@ class Sheet:
     def click_row(self, row, column=0):
         x, y = self.row_place(row)
         self.desk.click(*self.at((x, x + 62, x + 150)[column], y))
+
+    def go_home(self):
+        """To row 1, whatever had the focus and wherever the grid was scrolled to."""
+        self.click_row(2)
+        self.desk.keys("Home")
+        self.desk.settle()
 
     def pick(self, shape):
         """Clicks a shape in the list, which must stand there whole."""

@@ -70,8 +70,7 @@ def fill_rows(tour, sheet):
         if shape:
             sheet.pick(shape)
         sheet.desk.keys("Down")
-    sheet.desk.keys("Home")
-    sheet.desk.settle()
+    sheet.go_home()
     for row, comment in COMMENTS.items():
         sheet.click_row(row, column=2)
         sheet.desk.type(comment)

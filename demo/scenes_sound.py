@@ -4,7 +4,7 @@ import os
 import time
 
 from desk import differs, wait_for
-from program import PREVIEW, WAVE
+from program import CONTROLS, PREVIEW, WAVE
 from scenes_sheet import WAVE_FILE
 
 HOST_FRAMES = 48
@@ -40,8 +40,7 @@ def play_through(tour, sheet):
     frames, mouths = watch_run(tour, sheet, "18-playing")
     tour.note(locked_frames=frames, locked_mouths=mouths, locked_box=sheet.frame_box())
     tour.whole("19-played", "the run has ended: the host has followed")
-    sheet.click_row(4)
-    sheet.desk.keys("Home")
+    sheet.go_home()
     wait_for("the host's first frame", lambda: sheet.host.frame(HOST_FRAMES) == 0)
     sheet.press("lock")
     frames, mouths = watch_run(tour, sheet, "20-playing-unlocked")
@@ -55,6 +54,8 @@ def scrub(tour, sheet):
     left, top, right, _ = sheet.area(WAVE)
     places = [(left + round((frame + 0.5) * (right - left) / 71), top + 40) for frame in range(10, 41)]
     sheet.desk.drag(places, pause=0.02)
+    # The pointer would lie over the box.
+    sheet.desk.point(*sheet.at(*CONTROLS["lock"]))
     wait_for("the last scrubbed frame", lambda: sheet.host.frame(HOST_FRAMES) == 40)
     sheet.desk.settle()
     tour.note(scrubbed_box=sheet.frame_box(), scrubbed_host=sheet.host.frame(HOST_FRAMES))

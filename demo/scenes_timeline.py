@@ -8,6 +8,7 @@ FRAMES = 71
 
 
 def zoom_and_scroll(tour, sheet):
+    sheet.go_home()
     sheet.click_row(8)
     sheet.desk.settle()
     boxes = [sheet.frame_box()]
@@ -83,6 +84,7 @@ def draw_tracks(tour, sheet):
 
 def change_mouths(tour, sheet):
     """The same row in both sets: Sketch stands on mid grey, Cartoon on white."""
+    sheet.go_home()
     sheet.click_row(3)
     sheet.desk.settle()
     tour.note(sketch_ground=mouth_ground(sheet))

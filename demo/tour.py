@@ -69,7 +69,9 @@ class Tour:
         """The program for a user with that home."""
         if scale != 1:
             variables["QT_SCALE_FACTOR"] = str(scale)
-        return Sheet(self.desk, environment(os.path.join(self.homes, home), **variables), scale=scale)
+        variables = environment(os.path.join(self.homes, home), **variables)
+        process = self.desk.start([os.path.join(BUILD, "exposure-sheet")], variables)
+        return Sheet(self.desk, process, scale)
 
 
 def the_sheet(tour):

@@ -9,7 +9,7 @@ BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools
 RUN_PACKAGES="fonts-liberation fonts-dejavu-core x11-utils"
 
 # What drives the program from outside, in the tour and in the tests.
-TOUR_PACKAGES="xvfb x11-xkb-utils openbox xdotool python3 python3-pil dbus"
+TOUR_PACKAGES="xvfb x11-xkb-utils openbox xdotool python3 python3-pil dbus-daemon"
 TEST_PACKAGES="python3-dbus python3-gi"
 
 CHECK_PACKAGES="clang-format clang-tidy"

@@ -99,7 +99,7 @@ std::vector<PixelBox> VelocityPicture::DrawOn(const PixelView& canvas) {
   const PixelView view = canvas.Within(whole);
   if (!drawn_valid_ || scene_.comment != drawn_.comment)
     comment_mask_ = scene_.comment.empty() ? platform::TextMask{} : masks_.MakeMask(scene_.comment);
-  const std::vector<PixelBox> changed = view.clip.Empty() ? std::vector<PixelBox>{} : Damage();
+  std::vector<PixelBox> changed = view.clip.Empty() ? std::vector<PixelBox>{} : Damage();
   for (const PixelBox& box : changed) Restore(view, box);
   drawn_line_ = MarkLine();
   drawn_text_ = MarkText();

@@ -30,12 +30,6 @@ TEST(Layout, FollowsTheClientAreaAndStopsBelowTheLeastOne) {
   }
 }
 
-TEST(Layout, TheDesignSizeGivesTheDesignPlaces) {
-  EXPECT_EQ(FindPlace("Grid1")->height, 213);
-  EXPECT_EQ(FindPlace("Picture4")->top, 65);
-  EXPECT_EQ(FindPlace("Picture5"), nullptr);
-}
-
 TEST(Zoom, WidthsRoundToTheEvenPixelAndStopAt32767) {
   EXPECT_EQ(CanvasWidth(514, 1.0f), 514);
   EXPECT_EQ(CanvasWidth(514, 1.25f), 642);     // 642.5

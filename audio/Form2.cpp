@@ -50,10 +50,7 @@ void Form2::Form_Load() {
     std::int32_t number;
   } fields[] = {{Text1, format.wFormatTag},      {Text2, format.nChannels},   {Text3, format.nSamplesPerSec},
                 {Text4, format.nAvgBytesPerSec}, {Text5, format.nBlockAlign}, {Text6, format.wBitsPerSample}};
-  for (const auto& [text, number] : fields) {
-    text.SetText(std::to_string(number));
-    text.FitText();
-  }
+  for (const auto& [text, number] : fields) text.SetText(std::to_string(number));
 }
 
 void Form2::Form_Paint() { form1->Draw_Pattern(*this); }

@@ -232,16 +232,6 @@ TextBox::TextBox(Container& container, std::string name, const std::string& text
 void TextBox::SetText(const std::string& text) { As<EditWidget>(*this)->setText(Utf16(text)); }
 void TextBox::SelectAll() { As<EditWidget>(*this)->selectAll(); }
 void TextBox::SetReadOnly(bool read_only) { As<EditWidget>(*this)->setReadOnly(read_only); }
-void TextBox::FitText() {
-  constexpr double kRoomAround = 10, kLeastPoints = 6;
-  auto* edit = As<EditWidget>(*this);
-  QFont font = edit->font();
-  const double needed = QFontMetricsF(font).horizontalAdvance(edit->text());
-  const double factor = (edit->width() - kRoomAround) / std::max(needed, 1.0);
-  if (factor < 1) font.setPointSizeF(std::max(kLeastPoints, font.pointSizeF() * factor));
-  edit->setFont(font);
-  edit->setCursorPosition(0);
-}
 Color TextBox::BackColor() const { return FromToolkit(Widget()->palette().color(QPalette::Base)); }
 void TextBox::SetBackColor(Color color) { SetPaletteColor(Widget(), QPalette::Base, color); }
 Color TextBox::ForeColor() const { return FromToolkit(Widget()->palette().color(QPalette::Text)); }

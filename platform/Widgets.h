@@ -24,7 +24,7 @@ class Label : public Control {
   void SetForeColor(Color color) override;
 };
 
-/// A line of text to edit.
+/// A line of text to edit. A text that can't be edited is set so small that all of it is seen.
 class TextBox : public Control {
  public:
   TextBox(Container& container, std::string name, const std::string& text = "");
@@ -32,8 +32,6 @@ class TextBox : public Control {
   void SetText(const std::string& text);
   void SelectAll();
   void SetReadOnly(bool read_only);
-  /// Sets a text too wide for the box in smaller letters, as small as can still be read, and shows its start.
-  void FitText();
   Color BackColor() const override;
   void SetBackColor(Color color) override;
   Color ForeColor() const override;

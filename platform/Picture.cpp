@@ -16,7 +16,9 @@ std::shared_ptr<const Picture> Picture::Load(const std::string& path) {
   if (image.isNull())
     throw std::runtime_error("Can't read the picture \"" + path +
                              "\": " + reader.errorString().toStdString());
-  return std::make_shared<const Picture>(image.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+  // What is opaque is copied rather than blended when it is drawn.
+  const auto format = image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;
+  return std::make_shared<const Picture>(image.convertToFormat(format));
 }
 
 int Picture::Width() const { return image_->width(); }

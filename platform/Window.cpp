@@ -50,6 +50,21 @@ bool IsFixed(Window::Border border) {
   return border == Window::Border::FixedToolWindow || border == Window::Border::FixedDialog;
 }
 
+/// A tile in the screen's own pixels, kept for the next paint: stretching it anew for each paint would cost
+/// more than all the rest of the window. A tile that isn't a whole number of the screen's pixels stays as it
+/// is.
+const QImage& TileAtScale(const QImage& tile, double scale) {
+  static QImage stretched;
+  static qint64 stretched_from = 0;
+  const QSizeF wanted = QSizeF(tile.size()) * scale;
+  if (scale == 1 || wanted != wanted.toSize().toSizeF()) return tile;
+  if (stretched_from != tile.cacheKey() || stretched.size() != wanted.toSize()) {
+    stretched = tile.scaled(wanted.toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    stretched_from = tile.cacheKey();
+  }
+  return stretched;
+}
+
 }  // namespace
 
 int LoadedWindowCount() { return loaded_count; }
@@ -240,8 +255,13 @@ void Window::SetBackColor(Color color) {
 void Window::TilePicture(const Picture& picture) {
   QPainter* painter = widget_->client->painter;
   if (painter == nullptr) return;
-  painter->setRenderHint(QPainter::SmoothPixmapTransform);
-  painter->fillRect(widget_->client->rect(), QBrush(picture.Image()));
+  const double scale = widget_->client->devicePixelRatioF();
+  const QImage& tile = TileAtScale(picture.Image(), scale);
+  QBrush brush(tile);
+  brush.setTransform(QTransform::fromScale(static_cast<double>(picture.Width()) / tile.width(),
+                                           static_cast<double>(picture.Height()) / tile.height()));
+  painter->setRenderHint(QPainter::SmoothPixmapTransform, &tile == &picture.Image() && scale != 1);
+  painter->fillRect(widget_->client->rect(), brush);
 }
 
 void Window::Repaint() { widget_->client->update(); }

@@ -202,6 +202,7 @@ def main(folder, chapters):
     for chapter in chapters:
         {"sheet": check_sheet, "sound": check_sound, "painter": check_painter, "apart": check_apart,
          "look": check_look}[chapter](checks)
+        checks.fact("complaints in " + chapter, [])
     for failure in checks.failures:
         print("NOT AS IT SHOULD BE:", failure)
     print(f"{checks.count - len(checks.failures)} of {checks.count} things are as they should be.")

@@ -46,7 +46,7 @@ class Desk:
         read_end, write_end = os.pipe()
         screen = f"{SCREEN_WIDTH}x{SCREEN_HEIGHT}x24"
         self.start(["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-fbdir", self.folder,
-                    "-nolisten", "tcp", "-noreset"], os.environ, pass_fds=[write_end])
+                    "-nolisten", "tcp", "-noreset"], os.environ, pass_fds=[write_end], stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end) as numbers:
             number = numbers.readline().strip()
@@ -55,7 +55,8 @@ class Desk:
         self.screen = os.open(os.path.join(self.folder, "Xvfb_screen0"), os.O_RDONLY)
         os.environ["DISPLAY"] = ":" + number
         os.environ.pop("WAYLAND_DISPLAY", None)
-        self.start(["openbox", "--sm-disable"], os.environ, stderr=subprocess.DEVNULL)
+        self.start(["openbox", "--sm-disable"], os.environ, stdout=subprocess.DEVNULL,
+                   stderr=subprocess.DEVNULL)
         wait_for("the window manager", lambda: "window id" in output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
         # A keyboard that has letters beyond ASCII on keys of their own.
         subprocess.run(["setxkbmap", "de"], check=True)

@@ -5,7 +5,7 @@ import os
 import shutil
 
 from desk import wait_for
-from program import BUILD, HOST_TITLE, Host, Sheet, environment
+from program import HOST_TITLE, Host, Sheet, environment
 from scenes_painter import ROLL_LENGTH, film
 from scenes_sheet import WAVE_FILE
 from scenes_sound import HOST_FRAMES
@@ -15,7 +15,7 @@ def two_processes(tour):
     desk = tour.desk
     variables = environment(os.path.join(tour.homes, "apart"))
     del variables["DBUS_SESSION_BUS_ADDRESS"]
-    process = desk.start(["dbus-run-session", "--", os.path.join(BUILD, "vellumark-standin")], variables)
+    process = tour.run(["dbus-run-session", "--", "vellumark-standin"], variables)
     host = Host(desk)
     host.window.front()
     desk.changes("the host's menu", lambda: desk.keys("alt+t"))

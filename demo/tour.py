@@ -7,6 +7,7 @@ leaves pictures and saved files in build/tour/.
     demo/tour.py NAME...    only those chapters
 """
 
+import concurrent.futures
 import json
 import os
 import shutil
@@ -33,6 +34,7 @@ class Tour:
         self.desk = desk
         self.folder = folder
         self.homes = homes
+        os.makedirs(homes, exist_ok=True)
         self.facts = {}
         self.pictures = 0
 
@@ -70,8 +72,20 @@ class Tour:
         if scale != 1:
             variables["QT_SCALE_FACTOR"] = str(scale)
         variables = environment(os.path.join(self.homes, home), **variables)
-        process = self.desk.start([os.path.join(BUILD, "exposure-sheet")], variables)
-        return Sheet(self.desk, process, scale)
+        return Sheet(self.desk, self.run(["exposure-sheet"], variables), scale)
+
+    def run(self, command, variables):
+        """Starts a program of ours by name, or one that starts it; keeps its complaints."""
+        with open(os.path.join(self.homes, "complaints"), "a", encoding="utf-8") as complaints:
+            words = [os.path.join(BUILD, word) if os.path.exists(os.path.join(BUILD, word)) else word
+                     for word in command]
+            return self.desk.start(words, variables, stderr=complaints)
+
+    def complaints(self):
+        """What the programs wrote to the standard error, but for what their drivers always say."""
+        with open(os.path.join(self.homes, "complaints"), encoding="utf-8") as file:
+            lines = [line.rstrip() for line in file]
+        return [line for line in lines if line and not line.startswith(("CRITICAL: ", "dbus-daemon["))]
 
 
 def the_sheet(tour):
@@ -100,13 +114,16 @@ CHAPTERS = {
     "apart": scenes_apart.two_processes,
     "look": scenes_look.gallery,
 }
+# A chapter mostly waits for something to be seen, so three desks are worked at side by side.
+DESKS = (("sheet", "sound"), ("painter", "apart"), ("look",))
 
 
-def give(chapters):
-    folder = os.path.join(BUILD, "tour")
-    os.makedirs(folder, exist_ok=True)
-    homes = tempfile.mkdtemp(prefix="tour-")
+def give_at_one_desk(folder, chapters):
+    """Gives the chapters one after another; returns what they noted."""
     facts = {}
+    if not chapters:
+        return facts
+    homes = tempfile.mkdtemp(prefix="tour-")
     try:
         with Desk(homes) as desk:
             for name in chapters:
@@ -115,14 +132,27 @@ def give(chapters):
                 try:
                     CHAPTERS[name](tour)
                 except Exception:
-                    tour.picture("where-it-stopped", "the desk when the tour stopped", desk.see())
+                    tour.picture("stopped-in-" + name, "the desk when the tour stopped", desk.see())
                     raise
                 facts.update(tour.facts)
+                facts["complaints in " + name] = tour.complaints()
                 print(f"-- {name}: {tour.pictures} pictures, {time.monotonic() - began:.0f} s", flush=True)
     finally:
         shutil.rmtree(homes, ignore_errors=True)
-        with open(os.path.join(folder, "facts.json"), "w", encoding="utf-8") as file:
-            json.dump(facts, file, indent=1)
+    return facts
+
+
+def give(chapters):
+    """Gives the chapters; returns the folder in which they left what they saw."""
+    folder = os.path.join(BUILD, "tour")
+    os.makedirs(folder, exist_ok=True)
+    shares = [[name for name in share if name in chapters] for share in DESKS]
+    facts = {}
+    with concurrent.futures.ProcessPoolExecutor(len(DESKS)) as desks:
+        for noted in desks.map(give_at_one_desk, [folder] * len(DESKS), shares):
+            facts.update(noted)
+    with open(os.path.join(folder, "facts.json"), "w", encoding="utf-8") as file:
+        json.dump(facts, file, indent=1)
     return folder
 
 

@@ -188,7 +188,7 @@ class ButtonWidget : public QPushButton {
   }
 
   void PaintSmallMark(FinePainter& fine, Color fill) {
-    const int margin = fine.Pixels((width() - 3) / 2);
+    const int margin = fine.Pixels((width() - 3) / 2.0);
     fine.Fill(fine.Box().adjusted(margin, margin, -margin, -margin), ReadableOn(fill));
   }
 

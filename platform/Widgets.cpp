@@ -325,7 +325,7 @@ struct Timer::Clockwork {
   QTimer timer;
 };
 
-Timer::Timer(Window& window, std::string name, int interval_milliseconds)
+Timer::Timer(Window& window, const std::string& name, int interval_milliseconds)
     : clockwork_(std::make_unique<Clockwork>()) {
   clockwork_->timer.setObjectName(Utf16(name));
   clockwork_->timer.setTimerType(Qt::PreciseTimer);

@@ -141,7 +141,7 @@ class StatusBar : public Control {
 /// The one kind of clockwork: raises Tick every `interval` milliseconds while enabled.
 class Timer {
  public:
-  Timer(Window& window, std::string name, int interval_milliseconds);
+  Timer(Window& window, const std::string& name, int interval_milliseconds);
   ~Timer();
   bool Enabled() const;
   void SetEnabled(bool enabled);

@@ -1,26 +1,3 @@
-// The stand-in for a host in a process of its own.
-#include <QApplication>
-#include <QDBusConnection>
-#include <QStyleFactory>
-#include <cstdio>
+#include "host/StandInProgram.h"
 
-#include "host/BusService.h"
-#include "host/StandInWindow.h"
-#include "host/demo_animation.h"
-
-int main(int argument_count, char** arguments) {
-  QApplication application(argument_count, arguments);
-  QApplication::setApplicationName("vellumark-standin");
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
-
-  const auto stand_in = std::make_shared<host::StandIn>(host::DrawDemoAnimation());
-  stand_in->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
-  host::StandInWindow window(stand_in, host::Place::Apart);
-  host::BusService service(stand_in, QDBusConnection::sessionBus());
-  if (const auto reason = service.Start()) {
-    std::fprintf(stderr, "vellumark-standin: %s\n", qPrintable(*reason));
-    window.ShowNote(*reason);
-  }
-  window.show();
-  return QApplication::exec();
-}
+int main(int argument_count, char** arguments) { return host::RunStandIn(argument_count, arguments); }

@@ -42,9 +42,8 @@ QMessageBox::Icon ToolkitIcon(Icon icon) {
 }
 
 Answer ShowMessage(const Message& message) {
-  QMessageBox box(ToolkitIcon(message.icon), "Exposure Sheet",
-                  QString::fromStdString(message.text), ToolkitButtons(message.buttons),
-                  QApplication::activeWindow());
+  QMessageBox box(ToolkitIcon(message.icon), "Exposure Sheet", QString::fromStdString(message.text),
+                  ToolkitButtons(message.buttons), QApplication::activeWindow());
   box.setObjectName("MsgBox");
   box.setTextFormat(Qt::PlainText);
   switch (box.exec()) {

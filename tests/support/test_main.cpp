@@ -8,7 +8,8 @@
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   // Neither a screen nor a sound device is needed, unless one is asked for.
-  for (const auto& [name, value] : {std::pair{"QT_QPA_PLATFORM", "offscreen"}, std::pair{"SDL_AUDIODRIVER", "dummy"}})
+  for (const auto& [name, value] :
+       {std::pair{"QT_QPA_PLATFORM", "offscreen"}, std::pair{"SDL_AUDIODRIVER", "dummy"}})
     if (qEnvironmentVariableIsEmpty(name)) qputenv(name, value);
   QApplication application(argc, argv);
   platform::PrepareApplication();

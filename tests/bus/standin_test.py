@@ -1,0 +1,154 @@
+"""The stand-in as a host process, with a tool in another language.
+
+Run under dbus-run-session: standin_test.py <vellumark-standin>.
+"""
+
+import os
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+
+import dbus
+from dbus.lowlevel import (HANDLER_RESULT_HANDLED, HANDLER_RESULT_NOT_YET_HANDLED, ErrorMessage,
+                           MethodCallMessage, MethodReturnMessage)
+from dbus.mainloop.glib import DBusGMainLoop
+from gi.repository import GLib
+
+STANDIN = sys.argv.pop(1)
+NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
+PLANE = 321 * 241
+
+
+def turn_until(true_at_last, seconds=15):
+    context = GLib.MainContext.default()
+    end = time.monotonic() + seconds
+    while not true_at_last():
+        if time.monotonic() > end:
+            raise TimeoutError
+        if not context.iteration(False):
+            time.sleep(0.0005)
+
+
+class Tool:
+    """A tool with one window, which asks the host for the rate while it comes up."""
+
+    def __init__(self, show_error=None):
+        self.bus = dbus.SessionBus(private=True, mainloop=DBusGMainLoop())
+        self.bus.set_exit_on_disconnect(False)
+        self.bus.add_message_filter(self._filter)
+        self.show_error = show_error
+        self.asked = []
+        self.rate_while_loading = None
+
+    def start(self, member, signature="", *arguments):
+        """Calls the host; gives a list that takes its answer: the values, or the error."""
+        answer = []
+        self.bus.call_async(NAME, PATH, NAME, member, signature, arguments, lambda *values: answer.append(values),
+                            answer.append, byte_arrays=True, timeout=30)
+        return answer
+
+    def call(self, member, signature="", *arguments):
+        answer = self.start(member, signature, *arguments)
+        turn_until(lambda: answer)
+        if isinstance(answer[0], dbus.DBusException):
+            raise answer[0]
+        return answer[0][0] if answer[0] else None
+
+    def _filter(self, connection, message):
+        if not isinstance(message, MethodCallMessage) or message.get_path() != "/Form1":
+            return HANDLER_RESULT_NOT_YET_HANDLED
+        self.asked.append(f"{message.get_interface()}.{message.get_member()}")
+
+        def answer(rate):
+            self.rate_while_loading = str(rate)
+            reply = (ErrorMessage(message, "Tool.Error", self.show_error) if self.show_error
+                     else MethodReturnMessage(message))
+            connection.send_message(reply)
+        connection.call_async(NAME, PATH, NAME, "Vel_GetFrameRate", "", (), answer, print)
+        return HANDLER_RESULT_HANDLED
+
+
+class StandIn(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.environment = dict(os.environ, HOME=self.folder.name, XDG_CONFIG_HOME=self.folder.name,
+                                XDG_DATA_HOME=self.folder.name, QT_QPA_PLATFORM="offscreen")
+        self.process = subprocess.Popen([STANDIN], env=self.environment, stderr=subprocess.DEVNULL)
+        self.tool = Tool()
+        turn_until(lambda: self.tool.bus.name_has_owner(NAME))
+
+    def tearDown(self):
+        self.tool.bus.close()
+        self.process.terminate()
+        self.process.wait()
+        self.folder.cleanup()
+
+    def test_shows_a_window_that_calls_back_while_it_loads(self):
+        self.assertIsNone(self.tool.call("Vel_SendFormObject", "oi", "/Form1", 0))
+        self.assertEqual(self.tool.asked, ["Vellumark.Form.Show"])
+        self.assertEqual(self.tool.rate_while_loading, "12")
+
+    def test_a_window_that_fails_is_a_failed_call(self):
+        clumsy = Tool(show_error="can't come up")
+        with self.assertRaisesRegex(dbus.DBusException, "can't come up"):
+            clumsy.call("Vel_SendFormObject", "oi", "/Form1", 0)
+        clumsy.bus.close()
+
+    def test_works_on_frames_that_it_really_holds(self):
+        call = self.tool.call
+        self.assertEqual(call("vel_GetTotalFrames"), 48)
+        self.assertEqual((call("vel_BufferWidth"), call("vel_BufferHeight")), (320, 240))
+        call("Vel_GotoFrameAdv", "ii", 7, 3)
+        old_plane = call("vel_GetGbuffer")
+        self.assertEqual(len(old_plane), PLANE)
+        call("vel_CreateAnimAdv", "ii", 5, 2)
+        self.assertEqual(call("vel_GetTotalFrames"), 5)
+        call("Vel_GotoFrameAdv", "ii", 4, 3)
+        for value, setter in enumerate(["vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer"]):
+            call(setter, "ay", dbus.ByteArray(bytes([value]) * PLANE))
+        for value, getter in enumerate(["vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer"]):
+            self.assertEqual(call(getter), bytes([value]) * PLANE)
+        call("Vel_GotoFrameAdv", "ii", 0, 3)
+        self.assertEqual(call("vel_GetRbuffer"), b"\xff" * PLANE)
+        for frame, signature in [(-1, "i"), (2.5, "d"), (1000, "i")]:
+            call("Vel_GotoFrame", signature, frame)
+        call("vel_SetFrameRate", "d", 23.976)
+        self.assertEqual(call("Vel_GetFrameRate"), "23.976")
+        self.assertTrue(os.path.isdir(call("Vel_GetAppDir")))
+        self.assertTrue(os.path.isfile(call("Vel_WallpaperFilename")))
+
+    def test_refuses_in_words(self):
+        for member, signature, arguments, words in [
+                ("vel_GetAppDir", "", (), "letter case counts: Vel_GetAppDir"),
+                ("Vel_Nonsense", "", (), "no member"),
+                ("Vel_GotoFrame", "s", ("1",), "can't be a text"),
+                ("Vel_GotoFrame", "ii", (1, 2), "takes 1 arguments, not 2"),
+                ("vel_SetRbuffer", "ay", (dbus.ByteArray(b"short"),), "5 bytes"),
+                ("vel_SetRbuffer", "ai", (dbus.Array([1], signature="i"),), "can't be nothing"),
+                ("vel_CreateAnimAdv", "ii", (-4, 2), "-4 frames")]:
+            with self.subTest(member=member, signature=signature):
+                with self.assertRaisesRegex(dbus.DBusException, words):
+                    self.tool.call(member, signature, *arguments)
+        self.assertEqual(self.tool.call("vel_GetTotalFrames"), 48)
+
+    def test_survives_a_tool_that_dies_at_work(self):
+        dying = Tool()
+        dying.call("Vel_SendFormObject", "oi", "/Form1", 0)
+        dying.call("vel_StatusOpen", "s", "Developing...")
+        dying.bus.close()
+        self.assertEqual(self.tool.call("vel_GetTotalFrames"), 48)
+        self.assertIsNone(self.process.poll())
+
+    def test_leaves_the_name_to_the_host_that_has_it(self):
+        second = subprocess.Popen([STANDIN], env=self.environment, stderr=subprocess.PIPE, text=True)
+        self.addCleanup(second.communicate)
+        self.addCleanup(second.kill)
+        said = next((line for line in second.stderr if "host" in line), "")
+        self.assertIn("Another host is running", said)
+        self.assertEqual(self.tool.call("vel_GetTotalFrames"), 48)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

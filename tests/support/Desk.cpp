@@ -22,13 +22,17 @@ std::string LittleEndian(Number value, int bytes) {
 }  // namespace
 
 std::string ScratchFolder() {
-  static const std::string folder = [] {
-    std::string pattern = (std::filesystem::temp_directory_path() / "exposure-sheet-XXXXXX").string();
-    const std::string made = mkdtemp(pattern.data());
-    std::atexit([] { std::filesystem::remove_all(ScratchFolder()); });
-    return made;
-  }();
-  return folder;
+  /// Takes the folder away at the end of the process.
+  struct Folder {
+    std::string path = (std::filesystem::temp_directory_path() / "exposure-sheet-XXXXXX").string();
+    Folder() { path = mkdtemp(path.data()); }
+    ~Folder() {
+      std::error_code ignored;
+      std::filesystem::remove_all(path, ignored);
+    }
+  };
+  static const Folder folder;
+  return folder.path;
 }
 
 std::string WriteScratch(const std::string& name, const std::string& bytes) {

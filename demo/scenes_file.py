@@ -36,6 +36,7 @@ def open_sample(tour, sheet):
     tour.note(title_of_sample=sheet.wait_title("24 fps"))
     sheet.choose("Sketch")
     sheet.go_home()
-    sheet.desk.keys(*["Down"] * 21)
+    sheet.desk.keys(*["Down"] * 19)
+    sheet.desk.point(*sheet.at(60, 600))
     tour.whole("24-sample", "the sample's filled sheet")
     tour.portrait("25-sample", "the sample's filled sheet", sheet.main)

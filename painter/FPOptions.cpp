@@ -37,7 +37,8 @@ FPOptions::FPOptions()
 
 void FPOptions::Command1_Click() {
   const auto length = RollLengthFromText(Text1.Text());
-  if (!length) return Refuse("The number of frames must be a number of 1 or more.");
+  if (!length)
+    return Refuse("The number of frames must be a number from 1 to " + std::to_string(kLongestRoll) + ".");
   if (!StartRoll(TheRoll(), *length)) return Refuse("There is not enough memory for so many frames.");
   const bool was_open = frame_painter.IfLoaded() != nullptr;
   app::HostSession.Call("Vel_SendFormObject", &FramePainterForm(), std::int16_t{0});

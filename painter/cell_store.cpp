@@ -69,7 +69,7 @@ bool StartRoll(FilmRoll& roll, std::int32_t length) {
 
 std::optional<std::int32_t> RollLengthFromText(const std::string& text) {
   const std::int32_t length = platform::RoundToLong(platform::NumberAtStart(text));
-  if (length < 1) return std::nullopt;
+  if (length < 1 || length > kLongestRoll) return std::nullopt;
   return length;
 }
 

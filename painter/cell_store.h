@@ -66,8 +66,12 @@ FilmRoll& TheRoll();
 /// A roll of blank frames in place of the old one. False, the old roll kept, if there is no memory for it.
 bool StartRoll(FilmRoll& roll, std::int32_t length);
 
-/// The length that a text asks for, rounded to nearest, ties to even; nothing if it has no number or one
-/// below 1.
+/// Eleven hours at 24 frames per second. A slip of the finger beyond it would only be noticed when a host
+/// fails at it in the middle of a shooting.
+inline constexpr std::int32_t kLongestRoll = 1'000'000;
+
+/// The length that a text asks for, rounded to nearest, ties to even; nothing if it has no number, or one
+/// below 1 or above kLongestRoll.
 std::optional<std::int32_t> RollLengthFromText(const std::string& text);
 
 /// An amount of memory for a message: "1.2 GB".

@@ -51,9 +51,9 @@ TEST(FilmRoll, StartsBlankAndIsReplacedAsAWhole) {
 }
 
 TEST(FilmRoll, TakesItsLengthFromTheText) {
-  const std::pair<const char*, int> cases[] = {{"30", 30}, {"24.5", 24}, {"25.5", 26}, {" 12 fps", 12},
-                                               {"", 0},    {"abc", 0},   {"0.5", 0},   {"0.6", 1},
-                                               {"-5", 0},  {"1", 1}};
+  const std::pair<const char*, int> cases[] = {
+      {"30", 30}, {"24.5", 24}, {"25.5", 26}, {" 12 fps", 12},      {"", 0},       {"abc", 0}, {"0.5", 0},
+      {"0.6", 1}, {"-5", 0},    {"1", 1},     {"1000000", 1000000}, {"1000001", 0}};
   for (const auto& [text, length] : cases) EXPECT_EQ(RollLengthFromText(text).value_or(0), length) << text;
 }
 

@@ -50,6 +50,9 @@ std::int16_t ShiftBits(Qt::KeyboardModifiers modifiers) {
                                    (modifiers.testFlag(Qt::AltModifier) ? 4 : 0));
 }
 
+/// Whole scales keep drawn pixels square; between them only smoothing keeps lines alike in width.
+bool IsSmoothed(double scale) { return scale != std::floor(scale); }
+
 }  // namespace
 
 TextMask MaskOf(const Font& font, const std::string& text) {
@@ -103,10 +106,8 @@ class PictureWidget : public QWidget {
     box->DrawNow();
     if (box->Paint) RunEvent(box->Paint);
     QPainter painter(this);
-    // Whole scales keep drawn pixels square; between them only smoothing keeps lines alike in width.
-    const double scale = devicePixelRatioF();
     painter.setRenderHint(QPainter::SmoothPixmapTransform,
-                          box->surface_->picture != nullptr || scale != std::floor(scale));
+                          box->surface_->picture != nullptr || IsSmoothed(devicePixelRatioF()));
     painter.setClipRegion(event->region());
     painter.drawImage(0, 0, box->surface_->image);
   }
@@ -169,11 +170,8 @@ Color PictureBox::BackColor() const { return surface_->back; }
 void PictureBox::SetBackColor(Color color) {
   if (color == surface_->back && !surface_->image.isNull()) return;
   surface_->back = color;
-  if (surface_->picture) {
-    SetPicture(surface_->picture);
-  } else {
-    Cls();
-  }
+  Cls();
+  ShowPicture();
 }
 Color PictureBox::ForeColor() const { return surface_->fore; }
 void PictureBox::SetForeColor(Color color) { surface_->fore = color; }
@@ -189,7 +187,10 @@ PixelView PictureBox::Pixels() {
 }
 
 void PictureBox::Changed(const PixelBox& box) {
-  Widget()->update(box.left, box.top, box.right - box.left, box.bottom - box.top);
+  // Where smoothing mixes neighbours on the screen, the pixels around the box show something of it too.
+  const int around = IsSmoothed(Widget()->devicePixelRatioF()) ? 1 : 0;
+  Widget()->update(QRect(box.left, box.top, box.right - box.left, box.bottom - box.top)
+                       .adjusted(-around, -around, around, around));
 }
 
 void PictureBox::Cls() {
@@ -243,6 +244,10 @@ void PictureBox::SetPicture(std::shared_ptr<const Picture> picture) {
   if (picture && picture == surface_->picture && !surface_->image.isNull()) return;
   surface_->picture = std::move(picture);
   Cls();
+  ShowPicture();
+}
+
+void PictureBox::ShowPicture() {
   if (surface_->picture) QPainter(&surface_->image).drawImage(0, 0, surface_->picture->Image());
 }
 

@@ -87,6 +87,7 @@ class PictureBox : public Control, public Container {
 
  private:
   void FitSurface();
+  void ShowPicture();
 
   struct Surface;
   friend class PictureWidget;

@@ -406,7 +406,10 @@ TEST_F(Mouths, StandUnscaledAtTheLeftTopCorner) {
   ASSERT_EQ(Shown(), "cartoon 1");
   EXPECT_EQ(form.Picture1.Point(0, 0), Rgb(255, 255, 255));
   EXPECT_EQ(form.Picture1.Point(127, 127), Rgb(255, 255, 255));
-  EXPECT_EQ(form.Picture1.Point(128, 128), form.Picture1.BackColor());
+  form.Picture1.SetBackColor(Rgb(1, 2, 3));
+  EXPECT_EQ(form.Picture1.Point(128, 128), Rgb(1, 2, 3))
+      << "a new theme reaches the edge under a mouth on show";
+  EXPECT_EQ(form.Picture1.Point(127, 127), Rgb(255, 255, 255));
 }
 
 }  // namespace

@@ -45,6 +45,7 @@ void DressStandIn(QWidget& window) {
     QSpinBox::down-arrow, QDoubleSpinBox::down-arrow, QComboBox::down-arrow {
       image: url(:/assets/host/down.png); width: 9px; height: 9px; }
     QComboBox::drop-down { border: none; width: 20px; }
+    QHeaderView { background: #2b2f35; border: none; }
     QHeaderView::section { background: #2b2f35; border: none; border-right: 1px solid #40454d; padding: 3px 6px; }
     QSpinBox:focus, QDoubleSpinBox:focus, QLineEdit:focus { border-color: #ecb25c; }
   )");

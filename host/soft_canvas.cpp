@@ -37,7 +37,7 @@ SoftCanvas::SoftCanvas(FrameSize size) : size_(size) {
 
 void SoftCanvas::FillGradient(platform::Color top, platform::Color bottom) {
   const auto from = Parts(top), to = Parts(bottom);
-  const auto columns = size_.width + 1;
+  const std::ptrdiff_t columns = size_.width + 1;
   for (int y = 0; y <= size_.height; ++y)
     for (std::size_t part = 0; part < 3; ++part)
       std::fill_n(planes_[part].begin() + y * columns, columns,

@@ -8,10 +8,14 @@
 #include <QFile>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QTimer>
 #include <chrono>
 
 #include "host/HostSettings.h"
@@ -62,6 +66,29 @@ bool Becomes(const std::function<bool()>& true_at_last) {
   while (!true_at_last() && clock.elapsed() < 2000)
     QApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
   return true_at_last();
+}
+
+/// Runs a routine on each of the dialogs that an action brings up, in order.
+void OnDialogs(std::vector<std::function<void(QWidget*)>> routines) {
+  if (routines.empty()) return;
+  QTimer::singleShot(20, qApp, [routines = std::move(routines)]() mutable {
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr) return OnDialogs(std::move(routines));
+    const auto routine = routines.front();
+    routines.erase(routines.begin());
+    OnDialogs(std::move(routines));
+    routine(dialog);
+  });
+}
+
+/// Leaves a question with a button, its text in `text`.
+std::function<void(QWidget*)> AnswerQuestion(QMessageBox::StandardButton button, QString* text) {
+  return [button, text](QWidget* dialog) {
+    auto* question = qobject_cast<QMessageBox*>(dialog);
+    ASSERT_NE(question, nullptr);
+    *text = question->text();
+    question->button(button)->click();
+  };
 }
 
 const Progress kSilent = [](double) {};
@@ -207,6 +234,37 @@ TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
   EXPECT_THAT(back.Plane(1, Channel::Green).bytes, testing::ElementsAre(7, 8, 8, 7, 8, 8));
   const auto failure = SavePictures(animation, File("nowhere/walk"), kSilent);
   EXPECT_THAT(failure.value_or(""), testing::HasSubstr("nowhere/walk0000.png"));
+}
+
+TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
+  WritePicture("take0003.png", 1, 1, Qt::red);
+  const auto name_it = [this](QWidget* dialog) {
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(File("take"));
+    QMetaObject::invokeMethod(dialog, "accept");
+  };
+  QString question;
+  OnDialogs({name_it, AnswerQuestion(QMessageBox::No, &question)});
+  Choose("Save");
+  EXPECT_THAT(question.toStdString(), testing::HasSubstr("take0003.png is already there"));
+  EXPECT_EQ(QImage(File("take0003.png")).width(), 1);
+  EXPECT_FALSE(QFile::exists(File("take0000.png")));
+  OnDialogs({name_it, AnswerQuestion(QMessageBox::Yes, &question)});
+  Choose("Save");
+  EXPECT_EQ(QImage(File("take0003.png")).width(), 8);
+  EXPECT_TRUE(QFile::exists(File("take0009.png")));
+}
+
+TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
+  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
+  QString question;
+  OnDialogs({AnswerQuestion(QMessageBox::No, &question)});
+  Choose("Demonstration");
+  EXPECT_THAT(question.toStdString(), testing::HasSubstr("aren't saved"));
+  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 10);
+  OnDialogs({AnswerQuestion(QMessageBox::Yes, &question)});
+  Choose("Demonstration");
+  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 48);
+  Choose("Demonstration");  // nothing to ask about
 }
 
 }  // namespace

@@ -25,8 +25,9 @@ MOUTHS = {
 }
 # A closed lip that is missed is seen at once, however short it is.
 WEIGHTS = {"M": 3, "B": 3, "P": 3, "F": 2, "V": 2, "W": 2}
-# The synthesizer tells the burst of a stop; the lips have closed before it.
+# The synthesizer tells the burst of a stop; lips or teeth have closed before it.
 CLOSURE_SECONDS = 0.035
+CLOSED_BEFORE = {"p", "b", "tS", "dZ"}
 WORD, PHONEME, END = 1, 7, 0
 
 
@@ -57,7 +58,7 @@ def speak():
             event = events[i]
             if event.type == PHONEME:
                 sound = event.id.string.decode()
-                sounds.append((event.sample / rate - (CLOSURE_SECONDS if sound in "pb" else 0), sound))
+                sounds.append((event.sample / rate - (CLOSURE_SECONDS if sound in CLOSED_BEFORE else 0), sound))
             if event.type == WORD:
                 start = event.text_position - 1
                 words.append((event.sample / rate, LINE[start:start + event.length]))
@@ -91,17 +92,33 @@ def mouth_spans(sounds, seconds):
 
 def mouths_of_frames(spans, frames, seconds):
     """A mouth for each frame, empty where the one before holds on."""
-    mouths, last = [], ""
+    frame_seconds = seconds / frames
+    held = []
     for frame in range(frames):
-        begin, end = frame * seconds / frames, (frame + 1) * seconds / frames
         shares = {}
         for start, stop, mouth in spans:
-            share = max(0.0, min(stop, end) - max(start, begin)) * WEIGHTS.get(mouth, 1)
+            share = overlap(start, stop, frame, frame_seconds) * WEIGHTS.get(mouth, 1)
             shares[mouth] = shares.get(mouth, 0.0) + share
-        best = max(shares, key=shares.get)
-        mouths.append("" if best == last else best + " ")
-        last = best
-    return mouths
+        held.append(max(shares, key=shares.get))
+    show_short_sounds(held, spans, frame_seconds)
+    return ["" if mouth == before else mouth + " " for before, mouth in zip([""] + held, held)]
+
+
+def overlap(start, stop, frame, frame_seconds):
+    """Seconds of a sound that fall on a frame."""
+    return max(0.0, min(stop, (frame + 1) * frame_seconds) - max(start, frame * frame_seconds))
+
+
+def show_short_sounds(held, spans, frame_seconds):
+    """A vowel that its neighbours crowded out gets the frame that most of it falls on, if the mouth there is
+    held for another frame."""
+    for start, stop, mouth in spans:
+        touched = range(int(start / frame_seconds), min(int(stop / frame_seconds) + 1, len(held)))
+        if mouth not in {"A", "E", "I", "O", "U"} or any(held[frame] == mouth for frame in touched):
+            continue
+        best = max(touched, key=lambda frame: overlap(start, stop, frame, frame_seconds))
+        if held[best] in held[best + 1:best + 2]:
+            held[best] = mouth
 
 
 def loudness(samples, frames):

@@ -66,10 +66,12 @@ class LiveSheet : public sheet::SheetTarget {
     if (wave_file_name.empty()) return true;
     const auto path = sheet::FindWaveFile(form_.CommonDialog1.FileName, sheet_path_);
     if (!path) {
-      platform::MsgBox("Can't find the wave file " + form_.CommonDialog1.FileName +
-                       ", nor one of that name beside the sheet.\n"
-                       "The sheet opens without it. The velocity tracks can't be restored without the sound: "
-                       "saving over this sheet now would lose them.");
+      platform::MsgBox(
+          "Can't find the wave file " + form_.CommonDialog1.FileName +
+          ", nor one of that name beside the sheet.\n"
+          "The sheet opens without it. The velocity tracks can't be restored without the sound: "
+          "saving over this sheet now would lose them. To have them, put the wave file beside the "
+          "sheet and open the sheet again.");
       return false;
     }
     form_.CommonDialog1.FileName = *path;

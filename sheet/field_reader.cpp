@@ -31,6 +31,11 @@ bool EqualsIgnoringCase(std::string_view text, std::string_view lower_case) {
                     [](char c, char lower) { return (c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c) == lower; });
 }
 
+std::string RangeText(std::int32_t lowest, std::int32_t highest) {
+  if (lowest == highest) return std::to_string(lowest);
+  return "a number from " + std::to_string(lowest) + " to " + std::to_string(highest);
+}
+
 /// Cut between characters, so that the message stays readable whatever the field holds.
 std::string Quoted(std::string_view field) {
   if (field.size() <= kMostBytesQuoted) return '"' + std::string(field) + '"';
@@ -69,8 +74,7 @@ std::optional<std::int32_t> FieldReader::Number(FieldName name, std::int32_t low
   const auto number = WholeAsNumber(*field);
   const std::int64_t rounded = number ? platform::RoundToInt64(*number) : 0;
   if (number && rounded >= lowest && rounded <= highest) return static_cast<std::int32_t>(rounded);
-  NoteUnexpected(TextOf(name) + ", a number from " + std::to_string(lowest) + " to " +
-                 std::to_string(highest));
+  NoteUnexpected(TextOf(name) + ", " + RangeText(lowest, highest));
   return std::nullopt;
 }
 

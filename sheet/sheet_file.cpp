@@ -39,15 +39,19 @@ class LineWriter {
   std::string lines_;
 };
 
-/// Lines looked at for their places alone. At the end of the file everything is in its place: a file cut
-/// short is still read by its lines.
+/// Lines looked at for their places alone. At the end of the file everything is in its place, even part of a
+/// word: a file cut short, within a line or between two, is still read by its lines.
 class LayoutCheck {
  public:
-  explicit LayoutCheck(std::string_view text) : lines_(text, FieldsEndAt::kLines) {}
+  explicit LayoutCheck(std::string_view text)
+      : lines_(text, FieldsEndAt::kLines), ends_within_line_(!text.ends_with('\n')) {}
 
   bool Ended() const { return lines_.Ended(); }
   void Any() { lines_.Text({""}); }
-  bool Is(std::string_view word) { return Ended() || lines_.Text({""}) == word; }
+  bool Is(std::string_view word) {
+    const auto line = lines_.Text({""});
+    return !line || *line == word || (ends_within_line_ && Ended() && word.starts_with(*line));
+  }
   bool AreReserved(int count) {
     for (int i = 0; i < count; ++i) {
       if (!Is(kReserved)) return false;
@@ -66,6 +70,7 @@ class LayoutCheck {
 
  private:
   FieldReader lines_;
+  bool ends_within_line_;
 };
 
 bool HasRowsInPlace(LayoutCheck& lines, std::int32_t row_count) {
@@ -75,6 +80,28 @@ bool HasRowsInPlace(LayoutCheck& lines, std::int32_t row_count) {
     lines.Any();
   }
   return lines.AreReserved(4);
+}
+
+/// The row count, header included, that the frame numbers tell up to the words behind the last row.
+std::optional<std::int32_t> RowsByFrameNumbers(LayoutCheck& lines) {
+  for (std::int32_t row = 1; row <= kMostRows && !lines.Ended(); ++row) {
+    LayoutCheck behind_rows = lines;
+    if (behind_rows.AreReserved(4)) {
+      lines = behind_rows;
+      return row;
+    }
+    if (!lines.Is(std::to_string(row - 1))) return std::nullopt;
+    lines.Any();
+    lines.Any();
+  }
+  return std::nullopt;
+}
+
+std::optional<std::int32_t> RowsInPlace(LayoutCheck& lines, std::optional<std::int32_t> row_count) {
+  LayoutCheck by_count = lines;
+  if (!row_count || *row_count < 1 || !HasRowsInPlace(by_count, *row_count)) return RowsByFrameNumbers(lines);
+  lines = by_count;
+  return row_count;
 }
 
 bool HasTracksInPlace(LayoutCheck& lines) {
@@ -89,7 +116,8 @@ bool HasTracksInPlace(LayoutCheck& lines) {
 class SheetReader {
  public:
   SheetReader(std::string_view text, SheetTarget& target)
-      : fields_(text, HasOneFieldPerLine(text) ? FieldsEndAt::kLines : FieldsEndAt::kCommas),
+      : rows_in_lines_(RowsOfOneFieldPerLine(text)),
+        fields_(text, rows_in_lines_ ? FieldsEndAt::kLines : FieldsEndAt::kCommas),
         target_(target) {}
 
   std::string Apply() {
@@ -116,13 +144,24 @@ class SheetReader {
 
   /// False if nothing behind the counts can be found.
   bool ApplyCounts() {
-    const auto rows = fields_.Number(kRowCountName, 1, std::numeric_limits<std::int32_t>::max());
+    const auto rows = RowCount();
     if (!rows) return false;
     target_.SetRowCount(RowsBorneOut(*rows));
     // Another count is noted and not followed: each row has three fields whatever it says.
     fields_.Number(kColumnCountName, kSheetColumns, kSheetColumns);
     target_.SetColumnCount(kSheetColumns);
     return true;
+  }
+
+  /// The file's row count, or the one that its lines show where that one is spoilt.
+  std::optional<std::int32_t> RowCount() {
+    const auto told = fields_.Number(kRowCountName, 1, std::numeric_limits<std::int32_t>::max());
+    if (!rows_in_lines_) return told;
+    if (told && *told != *rows_in_lines_) {
+      fields_.NoteUnexpected("a row count of " + std::to_string(*rows_in_lines_) +
+                             ", which is what the file holds");
+    }
+    return rows_in_lines_;
   }
 
   /// The count itself, if the file goes on for that long; otherwise no more rows than the file or the sound
@@ -187,6 +226,7 @@ class SheetReader {
     return true;
   }
 
+  std::optional<std::int32_t> rows_in_lines_;
   FieldReader fields_;
   SheetTarget& target_;
   bool tracks_expected_ = true;
@@ -217,16 +257,16 @@ std::string SheetFileText(const SheetFileContent& content) {
   return lines.Take();
 }
 
-bool HasOneFieldPerLine(std::string_view text) {
+std::optional<std::int32_t> RowsOfOneFieldPerLine(std::string_view text) {
   LayoutCheck lines(text);
   const bool current_edition = lines.Is(kSheetMagic);
   lines.Any();
   lines.Any();
-  if (!lines.AreReserved(2)) return false;
-  const auto rows = lines.Count();
-  const auto columns = lines.Count();
-  if (!rows || !columns || !lines.AreReserved(2) || !HasRowsInPlace(lines, *rows)) return false;
-  return !current_edition || HasTracksInPlace(lines);
+  if (!lines.AreReserved(2)) return std::nullopt;
+  const auto row_count = lines.Count();
+  if (!lines.Count() || !lines.AreReserved(2)) return std::nullopt;
+  const auto rows = RowsInPlace(lines, row_count);
+  return !current_edition || HasTracksInPlace(lines) ? rows : std::nullopt;
 }
 
 std::string ApplySheet(std::string_view text, SheetTarget& target) {

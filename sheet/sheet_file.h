@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,10 +37,11 @@ struct SheetFileContent {
 /// later field, is written as a blank.
 std::string SheetFileText(const SheetFileContent& content);
 
-/// Whether the text, as far as it goes, has one field on each line: the counts, the fixed words and the frame
-/// numbers stand in their places and the lines of flags and numbers hold no comma. Only then may a comma be
-/// taken as part of a comment or a name.
-bool HasOneFieldPerLine(std::string_view text);
+/// The row count, header included, of a text that, as far as it goes, has one field on each line: the counts,
+/// the fixed words and the frame numbers stand in their places and the lines of flags and numbers hold no
+/// comma. Only of such a text may a comma be taken as part of a comment or a name. Where the count in the
+/// text doesn't fit its lines but all else does, it is the one that the frame numbers tell.
+std::optional<std::int32_t> RowsOfOneFieldPerLine(std::string_view text);
 
 /// What a sheet being opened is applied to, field by field: there is no staging. Calls come in the order in
 /// which they are declared.

@@ -1,5 +1,6 @@
 #include "sheet/text_encoding.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace sheet {
@@ -42,6 +43,29 @@ std::size_t CharacterLength(std::string_view bytes) {
   return character < lead.lowest_character || surrogate || character > 0x10ffff ? 0 : length;
 }
 
+/// Bytes from the start that are UTF-8.
+std::size_t Utf8Length(std::string_view bytes) {
+  std::size_t length = 0;
+  while (length < bytes.size()) {
+    const std::size_t character = CharacterLength(bytes.substr(length));
+    if (character == 0) break;
+    length += character;
+  }
+  return length;
+}
+
+bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xc0) == 0x80; }
+
+/// Whether the bytes are UTF-8 that ends within a character, as a file cut short may. Whole characters beyond
+/// ASCII before the cut have to bear it out: a lone high byte at the end is an old machine's letter.
+bool IsCutUtf8(std::string_view bytes, std::size_t utf8_length) {
+  const std::string_view rest = bytes.substr(utf8_length);
+  const int continuation_bytes = Lead(static_cast<unsigned char>(rest[0])).continuation_bytes;
+  return static_cast<int>(rest.size()) <= continuation_bytes &&
+         std::all_of(rest.begin() + 1, rest.end(), IsContinuation) &&
+         std::any_of(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(utf8_length), IsContinuation);
+}
+
 /// Of a character below U+10000.
 void AppendUtf8(std::string& text, std::uint32_t character) {
   if (character < 0x80) {
@@ -59,14 +83,7 @@ void AppendUtf8(std::string& text, std::uint32_t character) {
 
 }  // namespace
 
-bool IsUtf8(std::string_view bytes) {
-  while (!bytes.empty()) {
-    const std::size_t length = CharacterLength(bytes);
-    if (length == 0) return false;
-    bytes.remove_prefix(length);
-  }
-  return true;
-}
+bool IsUtf8(std::string_view bytes) { return Utf8Length(bytes) == bytes.size(); }
 
 std::string Utf8FromWindows1252(std::string_view bytes) {
   std::string text;
@@ -79,7 +96,11 @@ std::string Utf8FromWindows1252(std::string_view bytes) {
 }
 
 std::string DecodedText(std::string bytes) {
-  if (!IsUtf8(bytes)) return Utf8FromWindows1252(bytes);
+  const std::size_t utf8_length = Utf8Length(bytes);
+  if (utf8_length < bytes.size()) {
+    if (!IsCutUtf8(bytes, utf8_length)) return Utf8FromWindows1252(bytes);
+    bytes.resize(utf8_length);
+  }
   constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
   if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
   return bytes;

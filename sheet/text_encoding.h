@@ -13,8 +13,8 @@ bool IsUtf8(std::string_view bytes);
 /// number, so that nothing is lost.
 std::string Utf8FromWindows1252(std::string_view bytes);
 
-/// UTF-8 stays, without a byte order mark; anything else is taken for Windows-1252, as older machines wrote
-/// it.
+/// UTF-8 stays, without a byte order mark and without the part of a character that a cut file may end with;
+/// anything else is taken for Windows-1252, as older machines wrote it.
 std::string DecodedText(std::string bytes);
 
 }  // namespace sheet

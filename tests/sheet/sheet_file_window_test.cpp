@@ -238,14 +238,11 @@ TEST_F(SheetFile, HostileFilesAreToldAndTheWindowLivesOn) {
   } cases[] = {
       {"empty", "", "Line 1: expected the file's magic word, but the file ends."},
       {"nonsense", std::string(5000, '\xff'), "Line 1: expected the frame rate, but the file ends."},
-      {"commas only", std::string(100, ','), "expected the row count"},
       {"a million rows", with(6, " 1000000 "), "Line 6: expected a row count of 4"},
-      {"two columns", with(7, " 2 "), "Line 7: expected the column count"},
       {"more track frames than the sound has", with(29, " 100000 "),
        "Line 29: expected tracks of at most 6 frames"},
       {"a negative rate", with(2, "-3"), "must not be negative"},
       {"a rate beyond all memory", with(2, "99999999999"), "gives more than the"},
-      {"cut in the cells", good.substr(0, good.find("three")), "but the file ends"},
       {"a NUL in a comment", with(12, std::string("a\0b", 3)), nullptr},
       {"one line of a megabyte", with(12, std::string(1 << 20, 'x')), nullptr},
   };

@@ -14,7 +14,7 @@ from PIL import Image, ImageChops
 
 SCREEN_WIDTH, SCREEN_HEIGHT = 1600, 1200
 LIMIT_SECONDS = 20
-STILL_SECONDS = 0.08
+STILL_SECONDS, STILL_LOOKS = 0.08, 4
 
 
 class TourError(Exception):
@@ -40,6 +40,8 @@ class Desk:
         """folder: an existing folder for the screen's memory and for the users' homes."""
         self.folder = folder
         self.processes = []
+        # The processes of the display and of the windows that were seen.
+        self.owners = set()
         self.screen = None
 
     def __enter__(self):
@@ -73,6 +75,7 @@ class Desk:
         process = subprocess.Popen(command, env=environment, stdin=subprocess.DEVNULL, start_new_session=True,
                                    **options)
         self.processes.append(process)
+        self.owners.add(process.pid)
         return process
 
     # Eyes.
@@ -91,16 +94,19 @@ class Desk:
         return strip.crop((left, 0, right, bottom - top))
 
     def settle(self, area=None, seconds=LIMIT_SECONDS):
-        """Waits until nothing moves, and returns what is then seen. A caret's slow blinking counts as still."""
-        end_time = time.monotonic() + seconds
+        """Waits until nothing moves and nobody is at work, and returns what is then seen. A caret's slow blinking
+        counts as still."""
+        limit = time.monotonic() + seconds
         last = self.see(area)
-        since = time.monotonic()
-        while time.monotonic() - since < STILL_SECONDS:
+        since, looks = time.monotonic(), 0
+        while time.monotonic() - since < STILL_SECONDS or looks < STILL_LOOKS:
             time.sleep(0.02)
+            looks += 1
             now = self.see(area)
-            if differs(now, last):
-                last, since = now, time.monotonic()
-            if time.monotonic() > end_time:
+            if differs(now, last) or any(at_work(process_id) for process_id in self.owners):
+                last = now
+                since, looks = time.monotonic(), 0
+            if time.monotonic() > limit:
                 break
         return last
 
@@ -158,12 +164,13 @@ class Window:
         self.desk = desk
         self.id = window_id
         wait_for("the window to be drawn", lambda: shown(self.id))
+        desk.owners.add(self.process_id())
 
     def title(self):
         return output("xdotool", "getwindowname", self.id).rstrip("\n")
 
     def process_id(self):
-        return output("xdotool", "getwindowpid", self.id).strip()
+        return int(output("xdotool", "getwindowpid", self.id) or 0)
 
     def geometry(self):
         """(left, top, width, height) on the screen, without the frame."""
@@ -218,6 +225,15 @@ class Window:
 
     def see(self):
         return self.desk.see(self.area())
+
+
+def at_work(process_id):
+    """Whether the process runs, or waits only for its turn on the processor."""
+    try:
+        with open(f"/proc/{process_id}/stat", encoding="ascii", errors="replace") as file:
+            return file.read().rpartition(")")[2].split()[0] in "RD"
+    except OSError:
+        return False
 
 
 def shown(window_id):

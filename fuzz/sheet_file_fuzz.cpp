@@ -26,14 +26,15 @@ class Sheet : public sheet::SheetTarget {
     content.wave_file_name = name;
     return false;
   }
-  std::int32_t RowCount() override { return static_cast<std::int32_t>(content.rows.size()) + 1; }
+  std::int32_t RowsOfSound() override { return 7; }
   void SetRowCount(std::int32_t rows) override {
     Check(rows >= 1 && rows <= 1'000'000);
     content.rows.resize(static_cast<std::size_t>(rows) - 1);
   }
   void SetColumnCount(std::int32_t columns) override { Check(columns == sheet::kSheetColumns); }
   void WriteCell(std::int32_t row, std::int32_t column, std::string_view text) override {
-    Check(row >= 1 && row < RowCount() && column >= 0 && column < sheet::kSheetColumns && Trimmed(text));
+    Check(row >= 1 && row <= static_cast<std::int32_t>(content.rows.size()) && column >= 0 &&
+          column < sheet::kSheetColumns && Trimmed(text));
     content.rows[static_cast<std::size_t>(row) - 1][static_cast<std::size_t>(column)] = text;
   }
   void SetLock(bool on) override { content.lock = on; }

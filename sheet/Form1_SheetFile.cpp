@@ -75,12 +75,17 @@ class LiveSheet : public sheet::SheetTarget {
       return false;
     }
     form_.CommonDialog1.FileName = *path;
-    form_.OpenWaveFile(*path);
+    if (form_.OpenWaveFile(*path)) rows_of_sound_ = form_.Grid1.Rows();
     return true;
   }
 
-  std::int32_t RowCount() override { return form_.Grid1.Rows(); }
-  void SetRowCount(std::int32_t rows) override { form_.Grid1.SetRows(rows); }
+  std::int32_t RowsOfSound() override { return rows_of_sound_; }
+  void SetRowCount(std::int32_t rows) override {
+    // Only a new sound has emptied the sheet: without one, the moves to come would record the old texts.
+    if (rows_of_sound_ == 1) form_.Grid1.SetRows(1);
+    form_.Grid1.SetRows(rows);
+    sheet::SheetCells.Resize(std::max(rows, sheet::SheetCells.LastFrame()));
+  }
   void SetColumnCount(std::int32_t columns) override { form_.Grid1.SetCols(columns); }
 
   void WriteCell(std::int32_t row, std::int32_t column, std::string_view text) override {
@@ -110,6 +115,7 @@ class LiveSheet : public sheet::SheetTarget {
  private:
   Form1& form_;
   std::string sheet_path_;
+  std::int32_t rows_of_sound_ = 1;
 };
 
 }  // namespace

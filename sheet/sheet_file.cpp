@@ -146,7 +146,8 @@ class SheetReader {
   bool ApplyCounts() {
     const auto rows = RowCount();
     if (!rows) return false;
-    target_.SetRowCount(RowsBorneOut(*rows));
+    rows_ = RowsBorneOut(*rows);
+    target_.SetRowCount(rows_);
     // Another count is noted and not followed: each row has three fields whatever it says.
     fields_.Number(kColumnCountName, kSheetColumns, kSheetColumns);
     target_.SetColumnCount(kSheetColumns);
@@ -171,7 +172,7 @@ class SheetReader {
     const std::int64_t fields = std::max<std::int64_t>(fields_.FieldsLeft() - kFieldsBetween, 0);
     const std::int64_t in_file = 1 + (fields + kSheetColumns - 1) / kSheetColumns;
     const std::int64_t most =
-        std::min<std::int64_t>(std::max<std::int64_t>(in_file, target_.RowCount()), kMostRows);
+        std::min<std::int64_t>(std::max<std::int64_t>(in_file, target_.RowsOfSound()), kMostRows);
     if (rows > in_file || rows > most) {
       fields_.NoteUnexpected("a row count of at most " + std::to_string(std::min(in_file, most)) +
                              ", which is what the file holds");
@@ -180,8 +181,7 @@ class SheetReader {
   }
 
   void ApplyCells() {
-    const std::int32_t rows = target_.RowCount();
-    for (std::int32_t row = 1; row < rows; ++row) {
+    for (std::int32_t row = 1; row < rows_; ++row) {
       for (std::int32_t column = 0; column < kSheetColumns; ++column) {
         const auto text = fields_.Text({kCellNames[column], row - 1});
         if (!text) return;
@@ -229,6 +229,7 @@ class SheetReader {
   std::optional<std::int32_t> rows_in_lines_;
   FieldReader fields_;
   SheetTarget& target_;
+  std::int32_t rows_ = 1;
   bool tracks_expected_ = true;
 };
 

@@ -52,8 +52,9 @@ class SheetTarget {
   /// Loads the sound that the file names, or tells the user that it is missing. False only if that message
   /// has told that the tracks can't be restored.
   virtual bool OpenSound(std::string_view wave_file_name) = 0;
-  /// Rows that the sheet has by now, header included.
-  virtual std::int32_t RowCount() = 0;
+  /// Rows that the sound just opened gives, header included; 1 if none was, for then what stands in the sheet
+  /// is the one before.
+  virtual std::int32_t RowsOfSound() = 0;
   virtual void SetRowCount(std::int32_t rows) = 0;
   virtual void SetColumnCount(std::int32_t columns) = 0;
   /// Rows from 1, columns from 0. The cell becomes the current one.

@@ -29,8 +29,8 @@ class Recorder : public SheetTarget {
     Say("sound " + std::string(name));
     return sound_present;
   }
-  std::int32_t RowCount() override { return rows; }
-  void SetRowCount(std::int32_t count) override { Say("rows " + std::to_string(rows = count)); }
+  std::int32_t RowsOfSound() override { return rows_of_sound; }
+  void SetRowCount(std::int32_t count) override { Say("rows " + std::to_string(count)); }
   void SetColumnCount(std::int32_t columns) override { Say("columns " + std::to_string(columns)); }
   void WriteCell(std::int32_t row, std::int32_t column, std::string_view text) override {
     Say("cell " + std::to_string(row) + " " + std::to_string(column) + " " + std::string(text));
@@ -51,7 +51,7 @@ class Recorder : public SheetTarget {
   void Say(std::string call) { calls.push_back(std::move(call)); }
 
   std::vector<std::string> calls;
-  std::int32_t rows = 1;
+  std::int32_t rows_of_sound = 1;
   std::int32_t track_frames = 2;
   bool sound_present = true;
 };
@@ -196,7 +196,7 @@ TEST(ApplySheet, ACutFileGivesWhatItHasAndNamesTheLine) {
   const auto lines = GoodLines();
   for (std::size_t kept = 0; kept < lines.size(); ++kept) {
     Recorder sheet;
-    sheet.rows = 2;
+    sheet.rows_of_sound = 2;
     const std::string report =
         ApplySheet(Joined({lines.begin(), lines.begin() + static_cast<long>(kept)}), sheet);
     const std::string end = "Line " + std::to_string(kept + 1) + ": expected ";
@@ -303,7 +303,7 @@ TEST(ApplySheet, ACutFileKeepsTheRowsThatTheSoundGives) {
   lines.resize(12);
   lines[5] = " 40 ";
   Recorder sheet;
-  sheet.rows = 37;
+  sheet.rows_of_sound = 37;
   ApplySheet(Joined(lines), sheet);
   EXPECT_THAT(sheet.calls, IsSupersetOf({"rows 37", "cell 1 2 hello, frog"}));
 }

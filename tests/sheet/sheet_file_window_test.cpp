@@ -179,6 +179,18 @@ TEST_F(SheetFile, AMissingWaveFileIsToldOnceAndTheSheetComesAllTheSame) {
   EXPECT_THAT(Cells(), ElementsAre("0", "A", "one, two", "1", "", "", "2", "Q", "\"three\""));
 }
 
+TEST_F(SheetFile, NothingOfTheSheetBeforeShowsInOneWithoutItsSound) {
+  Open(Lines(SmallSheet(ThreeSeconds())));
+  form.Grid1.SetRow(1);  // records the last comment
+  auto lines = SmallSheet("/gone/toad.wav");
+  lines[17] = "";
+  Open(Lines(lines));
+  EXPECT_EQ(sheet::SheetCells.Text(2, 2), "");
+  lines.resize(12);
+  Open(Lines(lines));
+  EXPECT_THAT(Cells(), ElementsAre("0", "A", "one, two"));
+}
+
 TEST_F(SheetFile, ARefusedWaveFileLeavesTheOldSound) {
   Open(Lines(SmallSheet(ThreeSeconds())));
   const std::string wave = support::WriteScratch("bad.wav", "no riff");

@@ -14,6 +14,7 @@ static_assert(std::endian::native == std::endian::little,
 
 constexpr int kMostChunksBeforeData = 9;
 constexpr std::int64_t kFormatPosition = 20;
+constexpr const char* kNoData = "Can't find data chunk";
 
 WaveResult Refused(std::string reason) { return {std::nullopt, std::move(reason)}; }
 
@@ -64,7 +65,8 @@ void KeepEvenSamples(SampleArray<Sample>& samples, std::int32_t last_index) {
 
 /// The data chunk's size and samples, from the position behind its identifier.
 WaveResult ReadDataChunk(ByteSource& source, SampleStore sound) {
-  ReadField(source, sound.WaveDataLength);
+  // A file that ends within the size is cut like one that ends before it.
+  if (!ReadField(source, sound.WaveDataLength)) return Refused(kNoData);
   if (sound.WaveDataLength < 0) return Refused("The size of the data chunk is negative");
   if (!ReadSamplesOfDepth(source, sound)) {
     return Refused("Not enough memory for " + std::to_string(sound.WaveDataLength) + " bytes of sound");
@@ -102,7 +104,7 @@ WaveResult ReadWave(ByteSource& source, const SampleStore& earlier) {
     return Refused("The size of the fmt chunk leads out of the file");
   }
   source.MoveTo(kFormatPosition + size);
-  if (FindDataChunk(source) != 0) return Refused("Can't find data chunk");
+  if (FindDataChunk(source) != 0) return Refused(kNoData);
   return ReadDataChunk(source, std::move(sound));
 }
 

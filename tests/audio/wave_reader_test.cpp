@@ -78,6 +78,8 @@ TEST(ReadWave, RefusesWithTheReason) {
        "Can't find data chunk"},
       {"chunk size past the end", head + "LIST" + Little(0xfffffff0, 4) + data, "Can't find data chunk"},
       {"chunk that ends with the file", head + Chunk("LIST", "abcd"), "Can't find data chunk"},
+      {"no size behind data", head + "data", "Can't find data chunk"},
+      {"cut in the size of data", head + "data" + Little(4, 2), "Can't find data chunk"},
       {"fmt size past the end", "RIFF....WAVEfmt " + Little(4000, 4) + Format(1, 8) + data,
        "Can't find data chunk"},
       {"fmt size past any position", high_format_size, "The size of the fmt chunk leads out of the file"},
@@ -153,7 +155,6 @@ TEST(ReadWave, FillsTheTailFromWhatFollowsTheChunk) {
        Head(Format(1, 16)) + "data" + Little(2, 4) + Little(1, 2) + "\2",
        {},
        {1, 2, 0}},
-      {"no size behind data", Head(Format(1, 8)) + "data", {0}, {}},
       {"24 bits", Head(Format(1, 24)) + Chunk("data", "abc"), {}, {}},
   };
   for (const auto& c : cases) {

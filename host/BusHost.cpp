@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
@@ -121,6 +122,13 @@ QDBusMessage BusHost::Send(const QDBusMessage& call) {
   return answer->message;
 }
 
+std::string FailureText(const QDBusMessage& answer) {
+  // Of a host that has gone the bus knows only a number.
+  if (answer.errorName() == QDBusError::errorString(QDBusError::ServiceUnknown))
+    return "the host is no longer running";
+  return (answer.errorMessage().isEmpty() ? answer.errorName() : answer.errorMessage()).toStdString();
+}
+
 Variant BusHost::Invoke(std::string_view name, std::span<const Variant> arguments) {
   const Member& member = CheckedMember(name, arguments);
   if (!thread_.isRunning()) throw HostError(name, "the program is ending");
@@ -130,9 +138,7 @@ Variant BusHost::Invoke(std::string_view name, std::span<const Variant> argument
   call.setAutoStartService(false);
   call.setArguments(ToWire(member, arguments, [this](FormObject& form) { return Offer(form); }));
   const QDBusMessage answer = Send(call);
-  if (answer.type() != QDBusMessage::ReplyMessage)
-    throw HostError(
-        name, (answer.errorMessage().isEmpty() ? answer.errorName() : answer.errorMessage()).toStdString());
+  if (answer.type() != QDBusMessage::ReplyMessage) throw HostError(name, FailureText(answer));
   return ResultFromWire(member, answer.arguments());
 }
 

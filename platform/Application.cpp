@@ -31,6 +31,12 @@ int busy_count = 0;
 int refresh_pause_count = 0;
 std::vector<std::function<void()>> last_routines;
 
+/// The report's own event loop still runs timers, layouts and paints. What fails there, mostly for the same
+/// reason, is passed over: it must neither stack a second report nor take the first one away unread.
+void ReportOnce(const std::string& text) {
+  if (!reporting) EndWithReport(text);
+}
+
 void QuitWhenNothingIsLeft() {
   if (LoadedWindowCount() == 0 && keep_alive_count == 0) Quit();
 }
@@ -72,24 +78,20 @@ void RunEvent(const std::function<void()>& routine) {
   try {
     routine();
   } catch (const std::exception& failure) {
-    EndWithReport(failure.what());
+    ReportOnce(failure.what());
   } catch (...) {
-    EndWithReport("An unknown failure.");
+    ReportOnce("An unknown failure.");
   }
 }
 
 void EndWithReport(const std::string& text) {
-  // The report's own event loop still runs timers: a second failure on the way must not stack a second
-  // report.
-  if (!reporting) {
-    reporting = true;
-    std::fprintf(stderr, "exposure-sheet: %s\n", text.c_str());
-    try {
-      if (QCoreApplication::instance() != nullptr)
-        MsgBox(text + "\n\nThe exposure sheet can't go on and ends.", Buttons::Ok, Icon::Warning);
-    } catch (...) {
-      std::fputs("exposure-sheet: the report can't be shown\n", stderr);
-    }
+  reporting = true;
+  std::fprintf(stderr, "exposure-sheet: %s\n", text.c_str());
+  try {
+    if (QCoreApplication::instance() != nullptr)
+      MsgBox(text + "\n\nThe exposure sheet can't go on and ends.", Buttons::Ok, Icon::Warning);
+  } catch (...) {
+    std::fputs("exposure-sheet: the report can't be shown\n", stderr);
   }
   std::fflush(nullptr);
   std::_Exit(EXIT_FAILURE);

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <utility>
 
 #include "platform/Lifetime.h"
@@ -14,6 +15,15 @@ namespace {
 std::function<Answer(const Message&)> message_answer;
 std::function<std::optional<std::string>(const FileQuestion&)> file_answer;
 QString last_folder;
+
+/// The window that a dialog stands over. Right after another dialog or window has closed none is active yet,
+/// and a box without an owner comes up anywhere, behind its window even.
+QWidget* Owner() {
+  static QPointer<QWidget> last_owner;
+  if (QWidget* active = QApplication::activeWindow()) last_owner = active;
+  if (last_owner && last_owner->isVisible()) return last_owner;
+  return VisibleWindow();
+}
 
 QMessageBox::StandardButtons ToolkitButtons(Buttons buttons) {
   switch (buttons) {
@@ -43,7 +53,7 @@ QMessageBox::Icon ToolkitIcon(Icon icon) {
 
 Answer ShowMessage(const Message& message) {
   QMessageBox box(ToolkitIcon(message.icon), "Exposure Sheet", QString::fromStdString(message.text),
-                  ToolkitButtons(message.buttons), QApplication::activeWindow());
+                  ToolkitButtons(message.buttons), Owner());
   box.setObjectName("MsgBox");
   box.setTextFormat(Qt::PlainText);
   switch (box.exec()) {
@@ -68,7 +78,7 @@ QString ToolkitFilter(const std::string& filter) {
 }
 
 std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
-  QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(question.title), last_folder,
+  QFileDialog dialog(Owner(), QString::fromStdString(question.title), last_folder,
                      ToolkitFilter(question.filter));
   dialog.setObjectName("CommonDialog");
   dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);

@@ -1,6 +1,8 @@
 // What the application and its windows know of each other. For the platform layer and for test mains.
 #pragma once
 
+class QWidget;
+
 namespace platform {
 
 /// Sets the application's names, style and icon. The toolkit's application object must exist.
@@ -8,6 +10,9 @@ void PrepareApplication();
 
 /// How many windows are loaded.
 int LoadedWindowCount();
+
+/// The eldest window on the screen, for what needs one to stand over; null if there is none.
+QWidget* VisibleWindow();
 
 /// Ends the event loop, later, if that leaves nothing to live for.
 void WindowCountHasChanged();

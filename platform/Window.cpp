@@ -69,6 +69,12 @@ const QImage& TileAtScale(const QImage& tile, double scale) {
 
 int LoadedWindowCount() { return loaded_count; }
 
+QWidget* VisibleWindow() {
+  for (Window* window : LiveWindows())
+    if (window->Visible()) return window->TopWidget();
+  return nullptr;
+}
+
 void DestroyAllWindows() {
   UnloadedWindows().clear();
   while (!LiveWindows().empty()) {

@@ -14,6 +14,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <algorithm>
+#include <limits>
 
 #include "platform/Application.h"
 #include "platform/Picture.h"
@@ -219,6 +220,8 @@ void Label::SetForeColor(Color color) {
 TextBox::TextBox(Container& container, std::string name, const std::string& text)
     : Control(container, ControlKind::TextBox, std::move(name), new EditWidget) {
   auto* edit = As<EditWidget>(*this);
+  // The toolkit's own limit would cut a long text that is only shown here to be edited.
+  edit->setMaxLength(std::numeric_limits<int>::max());
   edit->setText(Utf16(text));
   text_ = text;
   edit->lost_focus = [this] { Raise(LostFocus); };

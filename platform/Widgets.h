@@ -31,6 +31,7 @@ class TextBox : public Control {
   const std::string& Text() const { return text_; }
   void SetText(const std::string& text);
   void SelectAll();
+  /// A text that can't be edited is set in smaller letters where it is too wide for the box.
   void SetReadOnly(bool read_only);
   Color BackColor() const override;
   void SetBackColor(Color color) override;

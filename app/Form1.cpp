@@ -69,6 +69,14 @@ void Form1::PlaceControls() {
   for (platform::Control* control : Controls())
     if (const timeline::Place* place = timeline::FindPlace(control->Name()))
       control->Move(place->left, place->top, place->width, place->height);
+  // Buttons and labels are known to assistive technology by their tips and captions.
+  Grid1.SetAccessibleName("Exposure sheet");
+  List1.SetAccessibleName("Shapes");
+  Text2.SetAccessibleName("Comment");
+  Picture1.SetAccessibleName("Mouth");
+  Picture2.SetAccessibleName("Waveform");
+  Picture4.SetAccessibleName("Velocity tracks");
+  HScroll1.SetAccessibleName("Timeline");
   Text2.Move(136, 180, 100, 19);
   Text2.SetVisible(false);
   Line1.SetVisible(false);
@@ -128,9 +136,7 @@ void Form1::BindSheet() {
   Grid1.LeaveCell = [this] { Grid1_LeaveCell(); };
   Grid1.SelChange = [this] { Grid1_SelChange(); };
   // A view that scrolls away under the editor would leave it lying over another row.
-  Grid1.Scroll = [this] {
-    if (Text2.Visible()) Text2_LostFocus();
-  };
+  Grid1.Scroll = [this] { CloseCommentEditor(); };
   List1.Click = [this] { List1_Click(); };
   Text2.Change = [this] { Text2_Change(); };
   Text2.LostFocus = [this] { Text2_LostFocus(); };

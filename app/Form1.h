@@ -43,6 +43,10 @@ class Form1 : public platform::Window {
   void Text2_LostFocus();
 
   // --- Frame rate and timing: sheet/
+  /// Why a rate and a sound's seconds give no sheet; empty if they do, and then there is room for its rows.
+  std::string RefusalOfRows(double rate, double seconds);
+  /// Whether the loaded sound has a sheet at this rate; the user is told why not.
+  bool AcceptsRate(double rate);
   void InitTitleBar();
   void UseFR();
   void SetFPS_Click();
@@ -172,6 +176,9 @@ class Form1 : public platform::Window {
   void FillFrameNumbers();
   void WriteHeader();
   void ShowCommentEditor();
+  void PlaceCommentEditor();
+  /// The keyboard goes back to the grid, and not to whatever control comes next.
+  void CloseCommentEditor();
 
   /// The cursor, the row, the mouth and the host, to where the clock stands.
   void FollowSound(double sound_seconds);

@@ -19,20 +19,15 @@ void ReduceBehindBusyPointer(audio::SampleStore& sound) {
   audio::ReduceToFirstChannel(sound);
 }
 
-/// Why no sheet can be made for the sound at the rate in force; empty if one can. Asked before the sound is
-/// taken over, so that a refusal finds the old sheet with its sound.
-std::string RefusalOfSheet(const audio::SampleStore& sound) {
-  const auto seconds = sheet::SecondsOfSound(sound);
-  return seconds ? sheet::GridRows(sheet::FrameRate(), *seconds).reason : std::string();
-}
-
 }  // namespace
 
 bool Form1::OpenWaveFile(const std::string& path) {
   audio::WaveResult read = audio::ReadWaveFile(path, audio::LoadedSound());
   if (read.sound) {
     ReduceBehindBusyPointer(*read.sound);
-    read.reason = RefusalOfSheet(*read.sound);
+    // Asked before the sound is taken over, so that a refusal finds the old sheet with its sound.
+    if (const auto seconds = sheet::SecondsOfSound(*read.sound))
+      read.reason = RefusalOfRows(sheet::FrameRate(), *seconds);
   }
   if (!read.reason.empty()) {
     platform::MsgBox(read.reason);

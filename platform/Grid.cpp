@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <new>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/Application.h"
@@ -33,6 +34,7 @@ struct Grid::State {
   Model* model = nullptr;
   View* view = nullptr;
   bool stale = false;
+  bool moved = false;
   std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 
   std::size_t IndexOf(int r, int c) const {
@@ -210,7 +212,10 @@ class Grid::View : public QTableView {
 };
 
 void Grid::HeaderView::paintSection(QPainter* painter, const QRect& rect, int section) const {
+  // The base class leaves a clip behind through which nothing more would be seen.
+  painter->save();
   QHeaderView::paintSection(painter, rect, section);
+  painter->restore();
   if (grid_.Row() == 0 && grid_.Col() == section)
     painter->fillRect(rect.adjusted(0, rect.height() - 2, -1, 0), palette().color(QPalette::Highlight));
 }
@@ -231,6 +236,10 @@ Grid::Grid(Container& container, std::string name, int rows, int cols)
 Grid::~Grid() = default;
 
 int Grid::Rows() const { return state_->rows; }
+
+void Grid::ReserveRows(int rows) {
+  state_->cells.reserve(static_cast<std::size_t>(rows) * static_cast<std::size_t>(state_->cols));
+}
 
 void Grid::SetRows(int rows) {
   if (rows < 1) throw ControlError(Name() + " can't have " + std::to_string(rows) + " rows");
@@ -272,6 +281,7 @@ void Grid::MoveTo(int row, int col) {
   if (LeaveCell) LeaveCell();
   state_->row = row;
   state_->col = col;
+  state_->moved = true;
   NoteStale();
   if (SelChange) SelChange();
 }
@@ -305,6 +315,11 @@ int Grid::RowHeight(int row) const {
   return TwipsFromPixels(row == 0 ? state_->view->horizontalHeader()->height() : kRowHeight);
 }
 
+void Grid::BringIntoView() {
+  state_->stale = true;
+  ShowCurrent();
+}
+
 void Grid::Refresh() {
   ShowCurrent();
   if (RefreshIsPaused() || !Widget()->isVisible()) return;
@@ -326,7 +341,13 @@ void Grid::ShowCurrent() {
   const QModelIndex current =
       state_->row == 0 ? QModelIndex() : state_->model->index(state_->row - 1, state_->col);
   state_->view->setCurrentIndex(current);
-  if (current.isValid()) state_->view->scrollTo(current);
+  const bool moved = std::exchange(state_->moved, false);
+  if (current.isValid()) {
+    state_->view->scrollTo(current);
+  } else if (moved) {
+    // Code that goes to the header has made the rows anew: they are seen from the first one on.
+    state_->view->scrollToTop();
+  }
 }
 
 }  // namespace platform

@@ -21,6 +21,9 @@ class Grid : public Control {
   ~Grid() override;
 
   int Rows() const;
+  /// Makes room for this many rows without having them yet. Throws std::bad_alloc if the memory doesn't do;
+  /// nothing has changed then.
+  void ReserveRows(int rows);
   /// Keeps the texts of the rows that remain; new rows are empty. A current row that is cut off moves to the
   /// last one. Throws ControlError below 1 (the header), or if the memory doesn't do.
   void SetRows(int rows);
@@ -48,6 +51,8 @@ class Grid : public Control {
   /// Height of a row in twips.
   int RowHeight(int row) const;
 
+  /// Scrolls the current cell into view, the header row aside, which always is.
+  void BringIntoView();
   /// Puts the current cell and all texts on the screen at once, unless a RefreshPause lives.
   void Refresh() override;
 

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <system_error>
 
 namespace platform {
 namespace {
@@ -56,8 +57,12 @@ double NumberAtStart(std::string_view text) {
   if (number.empty()) return 0;
   if (number[0] == '+') number.remove_prefix(1);
   double value = 0;
-  std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
-  return value;
+  const auto read =
+      std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
+  // The library leaves a number that no double holds at 0, which would be the opposite of what it is.
+  if (read.ec == std::errc::result_out_of_range && number.find_first_of("123456789") < number.find('.'))
+    value = number[0] == '-' ? std::numeric_limits<double>::lowest() : std::numeric_limits<double>::max();
+  return value == 0 ? 0 : value;
 }
 
 bool StartsWithNumber(std::string_view text) { return !NumberPart(text).empty(); }

@@ -34,7 +34,8 @@ std::int32_t FloorToLong(double value);
 std::int32_t IntegerDivide(double dividend, double divisor);
 
 /// The decimal number at the start of a text: blanks skipped, the point is the decimal sign in every
-/// locale, what follows the number is ignored; 0 if there is none. No exponent form.
+/// locale, what follows the number is ignored; 0 if there is none. No exponent form. A number too great
+/// for a double gives the greatest one; 0 has no sign.
 double NumberAtStart(std::string_view text);
 
 /// Whether a text starts with a number at all, in the sense of NumberAtStart.

@@ -1,4 +1,6 @@
 // The sheet's grid: built from the project's length and rate, filled in by the user.
+#include <new>
+
 #include "app/Form1.h"
 #include "platform/Application.h"
 #include "sheet/SheetDocument.h"
@@ -6,24 +8,39 @@
 #include "timeline/layout.h"
 
 void Form1::SetupGrid() {
-  const double seconds = sheet::CalcTime().value_or(0);
-  const auto count = seconds == 0 ? sheet::RowCount{1, {}} : sheet::GridRows(sheet::FrameRate(), seconds);
-  if (!count.rows) {
-    platform::MsgBox(count.reason, platform::Buttons::Ok, platform::Icon::Warning);
-    return;
-  }
+  const double rate = sheet::FrameRate(), seconds = sheet::CalcTime().value_or(0);
+  // Without a sound any rate of the host's gives the one row.
+  if (seconds != 0 && !AcceptsRate(rate)) return;
   const platform::RefreshPause whole_sheet_moves;
   InitTitleBar();
   sheet::GridReady = platform::kFalse;
   Grid1.SetCol(2);
   Grid1.SetColWidth(2, timeline::CommentColumnTwips(ScaleWidth()));
-  Grid1.SetRows(*count.rows);
+  Grid1.SetRows(seconds == 0 ? 1 : *sheet::GridRows(rate, seconds).rows);
   FillFrameNumbers();
   sheet::SheetCells.Resize(Grid1.Rows());
   sheet::GridReady = platform::kTrue;
   PaintWav();
   InitVelocity();
   WriteHeader();
+}
+
+std::string Form1::RefusalOfRows(double rate, double seconds) {
+  const auto count = sheet::GridRows(rate, seconds);
+  if (!count.rows) return count.reason;
+  try {
+    Grid1.ReserveRows(*count.rows);
+    sheet::SheetCells.Reserve(*count.rows);
+  } catch (const std::bad_alloc&) {
+    return "There isn't enough memory for a sheet of " + std::to_string(*count.rows) + " rows.";
+  }
+  return {};
+}
+
+bool Form1::AcceptsRate(double rate) {
+  const std::string reason = RefusalOfRows(rate, sheet::CalcTime().value_or(0));
+  if (!reason.empty()) platform::MsgBox(reason, platform::Buttons::Ok, platform::Icon::Warning);
+  return reason.empty();
 }
 
 /// Moves through every row, as a user would: each move raises the grid's events.
@@ -53,7 +70,7 @@ void Form1::RecordCell() {
 
 void Form1::Grid1_LeaveCell() {
   // The editor writes into the current cell: it must not stay open over a cell that is no longer current.
-  if (Text2.Visible()) Text2.SetVisible(false);
+  CloseCommentEditor();
   RecordCell();
 }
 
@@ -84,14 +101,25 @@ void Form1::Grid1_Click() {
 }
 
 void Form1::ShowCommentEditor() {
-  const int top = platform::PixelsFromTwips(Grid1.RowPos(Grid1.Row()));
-  Text2.SetWidth(platform::PixelsFromTwips(Grid1.ColWidth(Grid1.Col())));
-  Text2.SetLeft(Grid1.Left() + 2 + platform::PixelsFromTwips(Grid1.ColPos(Grid1.Col())));
-  Text2.SetTop(Grid1.Top() + 2 + top);
+  // A click on the header finds the current row wherever it was scrolled to.
+  Grid1.BringIntoView();
+  PlaceCommentEditor();
   Text2.SetText(Grid1.Text());
   Text2.SetVisible(true);
   Text2.BringToFront();
   Text2.SetFocus();
+}
+
+void Form1::PlaceCommentEditor() {
+  Text2.SetWidth(platform::PixelsFromTwips(Grid1.ColWidth(Grid1.Col())));
+  Text2.SetLeft(Grid1.Left() + 2 + platform::PixelsFromTwips(Grid1.ColPos(Grid1.Col())));
+  Text2.SetTop(Grid1.Top() + 2 + platform::PixelsFromTwips(Grid1.RowPos(Grid1.Row())));
+}
+
+void Form1::CloseCommentEditor() {
+  if (!Text2.Visible()) return;
+  Grid1.SetFocus();
+  Text2.SetVisible(false);
 }
 
 void Form1::Text2_Change() { Grid1.SetText(Text2.Text()); }

@@ -19,6 +19,7 @@ void Form1::UseFR() {
 }
 
 void Form1::ChooseRate(const std::string& rate) {
+  if (!AcceptsRate(platform::NumberAtStart(rate))) return;
   form3->Text7.SetText(rate);
   UseFR();
   SetupGrid();

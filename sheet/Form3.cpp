@@ -1,9 +1,7 @@
 #include "sheet/Form3.h"
 
 #include "app/Form1.h"
-#include "platform/Dialogs.h"
 #include "sheet/SheetDocument.h"
-#include "sheet/timing.h"
 
 using platform::PixelsFromTwips;
 using platform::Rgb;
@@ -45,11 +43,7 @@ void Form3::Form_Paint() { form1->Draw_Pattern(*this); }
 void Form3::vl_button1_Click() {
   // A rate that no sheet can have is refused before the host or the sheet hears of it; the dialog stays for
   // another.
-  const auto count = sheet::GridRows(sheet::FrameRate(), sheet::CalcTime().value_or(0));
-  if (!count.rows) {
-    platform::MsgBox(count.reason, platform::Buttons::Ok, platform::Icon::Warning);
-    return;
-  }
+  if (!form1->AcceptsRate(sheet::FrameRate())) return;
   Hide();
   form1->UseFR();
   form1->SetupGrid();

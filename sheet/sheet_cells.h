@@ -17,6 +17,8 @@ class CellTable {
  public:
   /// Frames 0 to last_frame, both included, all texts empty; nothing is kept.
   void Resize(std::int32_t last_frame);
+  /// Makes room for a Resize. Throws std::bad_alloc if the memory doesn't do; nothing has changed then.
+  void Reserve(std::int32_t last_frame) { rows_.reserve(static_cast<std::size_t>(last_frame) + 1); }
   /// -1 before the first Resize.
   std::int32_t LastFrame() const { return static_cast<std::int32_t>(rows_.size()) - 1; }
   bool Has(std::int32_t frame) const { return frame >= 0 && frame <= LastFrame(); }

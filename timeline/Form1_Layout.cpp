@@ -16,6 +16,7 @@ void Form1::Form_Resize() {
   Grid1.SetWidth(layout->width);
   Grid1.SetHeight(layout->grid_height);
   List1.SetHeight(layout->list_height);
+  if (Text2.Visible()) PlaceCommentEditor();
   HScroll1.SetWidth(layout->width);
   PaintWav();
   PaintVelocity();

@@ -4,8 +4,11 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
+#include <QTableView>
 
 #include "platform/Application.h"
 #include "platform/Grid.h"
@@ -144,6 +147,24 @@ TEST(Grids, AreWalkedByKeys) {
   EXPECT_GT(grid.Row(), 4);
 }
 
+TEST(Grids, ShowWhereTheirCurrentCellIs) {
+  sample->Show();
+  Grid& grid = sample->grid;
+  auto* view = static_cast<QTableView*>(grid.Widget());
+  grid.SetRows(100);
+  grid.SetRow(50);
+  support::HandleEvents();
+  EXPECT_LT(PixelsFromTwips(grid.RowPos(50)), grid.Height());
+  view->verticalScrollBar()->setValue(90);
+  grid.BringIntoView();
+  EXPECT_GT(grid.RowPos(50), 0);
+  const QImage without = view->horizontalHeader()->grab().toImage();
+  grid.SetRow(0);
+  support::HandleEvents();
+  EXPECT_EQ(view->verticalScrollBar()->value(), 0);
+  EXPECT_NE(view->horizontalHeader()->grab().toImage(), without) << "the header shows that it is current";
+}
+
 void ClickAt(QWidget* widget, QPoint at) {
   for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
     QMouseEvent event(type, at, widget->mapToGlobal(at), Qt::LeftButton,
@@ -232,6 +253,14 @@ TEST(EventsDeathTest, AFailureThatNothingCatchesEndsTheProcessWithItsReport) {
   const support::ScriptedMessages messages;
   EXPECT_EXIT(RunEvent([] { throw std::runtime_error("Vel_Thing failed"); }), testing::ExitedWithCode(1),
               "Vel_Thing failed");
+  // The report's own event loop may run what fails for the same reason.
+  AnswerMessagesWith([](const Message&) {
+    RunEvent([] { throw std::runtime_error("again"); });
+    std::fputs("read to the end", stderr);
+    return Answer::Ok;
+  });
+  EXPECT_EXIT(RunEvent([] { throw std::runtime_error("first"); }), testing::ExitedWithCode(1),
+              "first\nread to the end");
 }
 
 }  // namespace

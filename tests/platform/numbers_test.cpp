@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+#include <string>
+
 namespace platform {
 namespace {
 
@@ -29,14 +33,30 @@ TEST(Numbers, RoundToNearestWithTiesToEvenAndStayInRange) {
 }
 
 TEST(Numbers, ReadTheNumberAtTheStartOfAText) {
+  const std::string nines(400, '9');
   const struct {
-    const char* text;
+    std::string text;
     double value;
     bool is_number;
-  } cases[] = {{"29.97", 29.97, true}, {"12 fps", 12, true}, {"", 0, false},    {"  24", 24, true},
-               {"-3", -3, true},       {"+3", 3, true},      {".5", 0.5, true}, {"1.2.3", 1.2, true},
-               {"12,5", 12, true},     {"fps 12", 0, false}, {"-", 0, false},   {".", 0, false},
-               {"1e3", 1, true},       {"0x10", 0, true},    {"inf", 0, false}};
+  } cases[] = {{"29.97", 29.97, true},
+               {"12 fps", 12, true},
+               {"", 0, false},
+               {"  24", 24, true},
+               {"-3", -3, true},
+               {"+3", 3, true},
+               {".5", 0.5, true},
+               {"1.2.3", 1.2, true},
+               {"12,5", 12, true},
+               {"fps 12", 0, false},
+               {"-", 0, false},
+               {".", 0, false},
+               {"1e3", 1, true},
+               {"0x10", 0, true},
+               {"inf", 0, false},
+               {nines, std::numeric_limits<double>::max(), true},
+               {"-" + nines + ".5", std::numeric_limits<double>::lowest(), true},
+               {"0." + std::string(400, '0') + nines, 0, true}};
+  EXPECT_FALSE(std::signbit(NumberAtStart("-0")));
   for (const auto& c : cases) {
     EXPECT_EQ(NumberAtStart(c.text), c.value) << c.text;
     EXPECT_EQ(StartsWithNumber(c.text), c.is_number) << c.text;

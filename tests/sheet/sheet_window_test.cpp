@@ -1,6 +1,10 @@
 // The sheet on the main window: rows from sound and rate, shapes and comments, what is recorded and when.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <QAbstractItemView>
+#include <QScrollBar>
 
 #include <filesystem>
 #include "app/Form1.h"
@@ -138,6 +142,33 @@ TEST(SetupGrid, RefusesARateThatNoSheetCanHave) {
   }
 }
 
+TEST(SetupGrid, RefusesAnItemsRateBeforeAnythingHearsOfIt) {
+  support::Desk desk;
+  Form1& form = desk.Main();
+  PutSound(500'000);
+  audio::LoadedSound().WaveFormat.nSamplesPerSec = 1;
+  desk.host->Take();
+  form.ChooseRate("30");
+  EXPECT_THAT(desk.messages.Texts(),
+              ElementsAre("A frame rate of 30 gives more than the 10000000 rows that a sheet can have."));
+  EXPECT_EQ(form3->Text7.Text(), "12");
+  EXPECT_THAT(desk.host->calls, IsEmpty());
+}
+
+#ifndef __SANITIZE_ADDRESS__
+TEST(SetupGrid, TellsOfMemoryThatCantBeHad) {
+  support::Desk desk;
+  Form1& form = desk.Main();
+  PutSound(500'000);
+  audio::LoadedSound().WaveFormat.nSamplesPerSec = 1;
+  const rlimit limit{1u << 30, 1u << 30};
+  ASSERT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
+  form.ChooseRate("15");
+  EXPECT_THAT(desk.messages.Texts(), ElementsAre("There isn't enough memory for a sheet of 7500001 rows."));
+  EXPECT_EQ(form.Grid1.Rows(), 1);
+}
+#endif
+
 TEST(Shapes, AreWrittenIntoTheCurrentRowOnly) {
   support::Desk desk;
   Form1& form = desk.Main();
@@ -198,6 +229,25 @@ TEST(Comments, AreTypedOverTheirCellAndRecordedWhenItIsLeft) {
   form.Grid1.SetCol(1);
   form.Grid1_Click();
   EXPECT_FALSE(form.Text2.Visible()) << "only comments have an editor";
+}
+
+TEST(Comments, HaveTheirEditorOverTheirCellOrNotAtAll) {
+  support::Desk desk;
+  Form1& form = desk.Main();
+  PutSound(25'000);
+  form3->Text7.SetText("4");
+  form.SetupGrid();
+  form.Grid1.SetRow(3);
+  form.Grid1_Click();
+  static_cast<QAbstractItemView*>(form.Grid1.Widget())->verticalScrollBar()->setValue(80);
+  EXPECT_FALSE(form.Text2.Visible());
+  EXPECT_TRUE(form.Grid1.HasFocus()) << "the space bar would press a button";
+  form.Grid1_Click();
+  EXPECT_TRUE(form.Text2.Visible());
+  EXPECT_GT(form.Text2.Top(), form.Grid1.Top()) << "the row was scrolled away";
+  form.ResizeClient(800, 400);
+  support::HandleEvents();
+  EXPECT_EQ(form.Text2.Width(), 800 - 284);
 }
 
 TEST(Comments, OnTheHeaderLastUntilTheNextRebuildAndAreNotRecorded) {

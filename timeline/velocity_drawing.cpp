@@ -29,6 +29,8 @@ PixelBox At(const CaptionReach& reach, int x, int y) {
   return {x + reach.left, y + reach.top, x + reach.right, y + reach.bottom};
 }
 
+/// How far apart the frames stand on the curves: the first at the left edge, the last at the right one. A
+/// project of one frame has it at the left edge.
 float CurveStep(std::int32_t frames, int canvas_pixels) {
   return frames > 1 ? static_cast<float>(static_cast<double>(canvas_pixels) / (frames - 1)) : 0.0f;
 }
@@ -72,10 +74,6 @@ PixelBox CurveBox(const FrameSpan& span, const VelocityScene& scene) {
 }
 
 }  // namespace
-
-double CurvePixel(std::int32_t frame, std::int32_t frames, int canvas_pixels) {
-  return static_cast<double>(CurveStep(frames, canvas_pixels)) * frame;
-}
 
 void VelocityPicture::ClearShapes(std::int32_t frames) {
   masks_.ForgetTexts();

@@ -38,10 +38,6 @@ struct VelocityScene {
 /// The y that all curves start from at the left edge, whatever their values.
 inline constexpr int kCurveStart = 32;
 
-/// Where a frame stands on the curves: the first at the left edge, the last at the right one. A project of
-/// one frame has it at the left edge.
-double CurvePixel(std::int32_t frame, std::int32_t frames, int canvas_pixels);
-
 /// Keeps a canvas at the scene captured last, redrawing what has changed. Below the captions it keeps a layer
 /// of ground and curves, so that a mark that moves is put back from it and laid anew at its next place.
 ///

@@ -5,6 +5,7 @@
 
 #include "app/Form1.h"
 #include "audio/sample_store.h"
+#include "platform/Application.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "support/desk.h"
@@ -215,6 +216,7 @@ TEST_F(Timeline, TheGroundFollowsTheListsColourAtTheNextRepaint) {
 
 TEST_F(Timeline, ADrawingPutOffShowsWhatStoodAtTheCall) {
   PutSound(2500);
+  const platform::RefreshPause drawings_wait;
   form.Grid1.SetRow(4);
   form.PaintWav();
   timeline::Tracks().VelocityValues.Set(29, 3, 60);
@@ -284,6 +286,13 @@ TEST_F(Timeline, AHiddenTrackShowsTheOneBelowIt) {
   EXPECT_EQ(form.Picture4.Point(100, 32), kBlue) << "not before the repaint";
   form.vl_button16.MouseUp(1, 0, 3, 3);
   EXPECT_EQ(form.Picture4.Point(100, 32), Rgb(192, 255, 192));
+  form.vl_button15.SetValue(false);
+  form.vl_button15.MouseUp(1, 0, 3, 3);
+  EXPECT_EQ(form.Picture4.Point(100, 32), Rgb(255, 192, 192));
+  form.vl_button14.SetValue(false);
+  form.vl_button13.SetValue(false);
+  form.vl_button14.MouseUp(1, 0, 3, 3);
+  EXPECT_EQ(form.Picture4.Point(100, 32), Rgb(146, 146, 146)) << "the bare ground";
 }
 
 TEST_F(Timeline, OnlyTheCurrentRowShowsItsComment) {

@@ -102,36 +102,6 @@ TEST(VelocityDrawing, CurvesAndCaptionsStandOnTheirOwnScales) {
   EXPECT_NE(canvas.At(38, 53), canvas.At(37, 53));
 }
 
-TEST(VelocityDrawing, HidingTheTopTrackShowsTheNext) {
-  VelocityScene scene = Scene(100, 5);
-  VelocityPicture picture(BlockLetters);
-  Canvas canvas(100, 64);
-  const platform::Color seen[] = {Rgb(192, 192, 255), Rgb(192, 255, 192), Rgb(255, 192, 192),
-                                  Rgb(255, 255, 192)};
-  for (std::size_t hidden = 0; hidden < 4; ++hidden) {
-    picture.Capture(scene);
-    picture.DrawOn(canvas.view);
-    EXPECT_EQ(canvas.At(50, 32), seen[hidden]);
-    scene.tracks[3 - hidden].visible = false;
-  }
-  picture.Capture(scene);
-  picture.DrawOn(canvas.view);
-  EXPECT_EQ(canvas.At(50, 32), Rgb(146, 146, 146));
-}
-
-TEST(VelocityDrawing, OneFrameStandsAtTheLeftEdge) {
-  VelocityScene scene = Scene(100, 1);
-  scene.values.Set(0, 0, 60);
-  scene.tracks[1].visible = scene.tracks[2].visible = scene.tracks[3].visible = false;
-  VelocityPicture picture(BlockLetters);
-  picture.Capture(scene);
-  Canvas canvas(100, 64);
-  picture.DrawOn(canvas.view);
-  for (const int y : {32, 45, 60}) EXPECT_EQ(canvas.At(0, y), Rgb(255, 255, 192)) << y;
-  EXPECT_NE(canvas.At(1, 45), Rgb(255, 255, 192));
-  EXPECT_EQ(CurvePixel(0, 1, 100), 0);
-}
-
 void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int, std::string>& shapes,
                     Numbers& numbers) {
   const char* const names[] = {"", "M ", "Closed ", "Th"};
@@ -195,20 +165,6 @@ TEST(VelocityDrawing, AKeptPictureIsTheWholePictureAfterEveryChange) {
       for (int x = 0; x < scene.width; ++x)
         ASSERT_EQ(canvas.At(x, y), wanted.At(x, y)) << "step " << step << " at " << x << ',' << y;
   }
-}
-
-TEST(VelocityDrawing, WhatChangesBehindTheCaptureIsNotShown) {
-  VelocityTracks tracks;
-  ResetTracks(tracks, 10);
-  VelocityScene scene = Scene(100, 10);
-  scene.values = tracks.VelocityValues;
-  VelocityPicture picture(BlockLetters);
-  picture.Capture(scene);
-  tracks.VelocityValues.Set(5, 3, 60);
-  Canvas canvas(100, 64), wanted(100, 64);
-  picture.DrawOn(canvas.view);
-  DrawPlainly(wanted.view, Scene(100, 10), {});
-  ExpectSamePixels(canvas, wanted, "captured before the stroke");
 }
 
 TEST(VelocityDrawing, ARowAdvanceLeavesTheRestOfTheCanvasAlone) {

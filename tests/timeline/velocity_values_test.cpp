@@ -60,22 +60,9 @@ TEST(VelocityTable, TellsWhereTwoDiffer) {
   EXPECT_EQ(table.DifferenceFrom(other), (FrameSpan{90, 2048}));
 }
 
-TEST(VelocityTracks, UndoGoesBackStrokeByStroke) {
+TEST(VelocityTracks, AResetTakesTheHistoryUnlessThereAreNoFrames) {
   VelocityTracks tracks;
   ResetTracks(tracks, 4);
-  EXPECT_FALSE(UndoStroke(tracks));
-  tracks.UndoHistory.push_back(tracks.VelocityValues);
-  tracks.VelocityValues.Set(1, 0, 10);
-  tracks.UndoHistory.push_back(tracks.VelocityValues);
-  tracks.VelocityValues.Set(1, 1, 20);
-  tracks.VelocityValues.Clear(4);
-  EXPECT_TRUE(UndoStroke(tracks));
-  EXPECT_EQ(tracks.VelocityValues.At(1, 0), 10);
-  EXPECT_EQ(tracks.VelocityValues.At(1, 1), 32);
-  EXPECT_TRUE(UndoStroke(tracks));
-  EXPECT_EQ(tracks.VelocityValues.At(1, 0), 32);
-  EXPECT_FALSE(UndoStroke(tracks));
-
   tracks.UndoHistory.push_back(tracks.VelocityValues);
   ResetTracks(tracks, 0);
   EXPECT_EQ(tracks.VelocityValues.Frames(), 4);

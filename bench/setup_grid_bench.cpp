@@ -38,6 +38,7 @@ void OneMove(benchmark::State& state) {
   PutSound(300000);
   form1->SetupGrid();
   form1->Grid1.Refresh();
+  form1->Picture4.Refresh();
   int row = 1;
   for (auto _ : state) {
     form1->Grid1.SetRow(row = row % 300000 + 1);

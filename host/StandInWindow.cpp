@@ -35,7 +35,7 @@ StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
   picture_folder_ = QDir::homePath();
   stand_in_->SetWallpaper(WallpaperFile(ChosenWallpaper()).toStdString());
 
-  status_clock_.start();
+  paint_clock_.start();
   refresh_timer_.setSingleShot(true);
   connect(&refresh_timer_, &QTimer::timeout, this, [this] { RefreshFrame(); });
   play_timer_.setTimerType(Qt::PreciseTimer);
@@ -129,7 +129,24 @@ void StandInWindow::PutInCorner() {
 
 void StandInWindow::FrameMoved() {
   if (play_timer_.isActive() && !own_step_) StopPlay();
+  // A tool in this process may block the thread next, for the sound of the very frame that it has moved to.
+  if (isVisible() && paint_clock_.elapsed() >= next_frame_paint_ms_) ShowFrameAtOnce();
   RefreshSoon();
+}
+
+void StandInWindow::ShowFrameAtOnce() {
+  const qint64 start = paint_clock_.elapsed();
+  RefreshFrame();
+  frame_label_->repaint();
+  scrub_->repaint();
+  view_->ShowAtOnce();
+  next_frame_paint_ms_ = NextPaint(start);
+}
+
+/// A slow screen gets fewer pictures, so that showing never takes more than a tenth of the tool's time.
+qint64 StandInWindow::NextPaint(qint64 start_ms) const {
+  const qint64 end_ms = paint_clock_.elapsed();
+  return end_ms + std::max<qint64>(33, 9 * (end_ms - start_ms));
 }
 
 void StandInWindow::FramePainted() { RefreshSoon(); }
@@ -189,21 +206,16 @@ void StandInWindow::StatusChanged() {
   // An opening or closing display always shows; progress in between as often as an eye can follow.
   const bool progress = stand_in_->Status() && status_bar_->isVisible() &&
                         status_label_->text().toStdString() == stand_in_->Status()->text;
-  if (progress && status_clock_.elapsed() < next_status_paint_ms_) return;
+  if (progress && paint_clock_.elapsed() < next_status_paint_ms_) return;
   RefreshStatus();
   if (isVisible()) ShowStatusAtOnce();
 }
 
 void StandInWindow::ShowStatusAtOnce() {
-  const qint64 start = status_clock_.elapsed();
-  RefreshFrame();
+  const qint64 start = paint_clock_.elapsed();
   status_label_->parentWidget()->repaint();
-  frame_label_->repaint();
-  scrub_->repaint();
-  view_->ShowAtOnce();
-  const qint64 end = status_clock_.elapsed();
-  // A slow screen gets fewer pictures, so that showing never takes more than a tenth of the tool's time.
-  next_status_paint_ms_ = end + std::max<qint64>(33, 9 * (end - start));
+  ShowFrameAtOnce();
+  next_status_paint_ms_ = NextPaint(start);
 }
 
 void StandInWindow::closeEvent(QCloseEvent* event) {

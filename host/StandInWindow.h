@@ -79,6 +79,8 @@ class StandInWindow : public QMainWindow, public StandInView {
   void RefreshCaptions();
   void RefreshStatus();
   void ShowStatusAtOnce();
+  void ShowFrameAtOnce();
+  qint64 NextPaint(qint64 start_ms) const;
 
   // Playing.
   void StepTo(int frame);
@@ -107,8 +109,8 @@ class StandInWindow : public QMainWindow, public StandInView {
   QTimer refresh_timer_;
   bool refresh_pending_ = false;
   bool own_step_ = false;
-  QElapsedTimer status_clock_;
-  qint64 next_status_paint_ms_ = 0;
+  QElapsedTimer paint_clock_;
+  qint64 next_status_paint_ms_ = 0, next_frame_paint_ms_ = 0;
 
   QTimer play_timer_;
   QElapsedTimer play_clock_;

@@ -93,9 +93,10 @@ std::function<void(QWidget*)> AnswerQuestion(QMessageBox::StandardButton button,
 
 const Progress kSilent = [](double) {};
 
-TEST_F(StandInWindowTest, FollowsTheFrameWhenEventsRunAgain) {
+TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
+  stand_in_->GotoFrame(3);
+  EXPECT_EQ(LabelText("FrameLabel"), "Frame 3") << "the tool may block the thread right after";
   for (int step = 0; step < 5000; ++step) stand_in_->GotoFrame(step % 10);
-  EXPECT_EQ(LabelText("FrameLabel"), "Frame 0");
   EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9"; }));
   EXPECT_THAT(LabelText("FactsLabel").toStdString(), testing::HasSubstr("10 frames"));
 }

@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <algorithm>
 #include <new>
@@ -21,7 +22,41 @@ namespace {
 
 constexpr int kDefaultColumnWidth = 64;
 constexpr int kRowHeight = 19;
-const QColor kCurrentRow(226, 232, 240);
+constexpr int kCurrentCellFrame = 2;
+const QColor kCurrentRow(226, 232, 240), kLine(214, 218, 224);
+
+/// Lines that part the cells without outshouting what stands in them. The current cell is framed and stays
+/// as readable as the others; the frame greys while another control has the focus.
+class CellPainter : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyleOptionViewItem plain = option;
+    plain.state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
+    QStyledItemDelegate::paint(painter, plain, index);
+    PaintLines(*painter, option.rect);
+    if (option.state & QStyle::State_Selected) PaintFrame(*painter, option);
+  }
+
+ private:
+  /// One pixel of the screen at any scale: a wider line would be uneven from row to row at a scale like 1.25.
+  static void PaintLines(QPainter& painter, const QRectF& cell) {
+    const double right = cell.right() - 0.5, bottom = cell.bottom() - 0.5;
+    painter.setPen(QPen(kLine, 0));
+    painter.drawLine(QPointF(cell.left(), bottom), QPointF(right, bottom));
+    painter.drawLine(QPointF(right, cell.top()), QPointF(right, bottom));
+  }
+
+  static void PaintFrame(QPainter& painter, const QStyleOptionViewItem& option) {
+    const bool in_use = option.state & QStyle::State_Active && option.state & QStyle::State_HasFocus;
+    const QColor color = in_use ? option.palette.color(QPalette::Highlight) : QColor(140, 148, 160);
+    QRegion frame(option.rect);
+    frame -=
+        option.rect.adjusted(kCurrentCellFrame, kCurrentCellFrame, -kCurrentCellFrame, -kCurrentCellFrame);
+    for (const QRect& side : frame) painter.fillRect(side, color);
+  }
+};
 
 }  // namespace
 
@@ -130,6 +165,8 @@ class Grid::View : public QTableView {
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     setWordWrap(false);
+    setShowGrid(false);
+    setItemDelegate(new CellPainter(this));
     setTabKeyNavigation(false);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, [this] {
       if (grid_.Scroll) RunEvent(grid_.Scroll);

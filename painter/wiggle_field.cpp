@@ -17,7 +17,7 @@ float NoiseCoordinate(std::int32_t pixel, std::int32_t size) {
 
 ColumnTable MakeColumnTable(std::int32_t width, std::int32_t size, std::int32_t padding) {
   ColumnTable table;
-  table.fraction.assign(static_cast<std::size_t>(width + padding), 0);
+  table.fraction.assign(static_cast<std::size_t>(width) + static_cast<std::size_t>(padding), 0);
   table.fade = table.fraction;
   for (std::int32_t x = 0; x < width; ++x) {
     const float coordinate = NoiseCoordinate(x, size);

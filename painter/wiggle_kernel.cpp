@@ -55,7 +55,7 @@ PAINTER_INLINE std::uint64_t BreaksFrom(const std::int32_t* shifts, std::int32_t
   std::uint64_t bits = 0;
   for (int i = 0; i < 8; ++i) {
     std::uint64_t bytes;
-    std::memcpy(&bytes, breaks + i * 8, 8);
+    std::memcpy(&bytes, breaks + static_cast<std::ptrdiff_t>(i) * 8, 8);
     bits |= (bytes * 0x0102040810204080u >> 56) << (i * 8);
   }
   return bits;
@@ -94,7 +94,8 @@ PAINTER_INLINE void Gather(const std::int32_t* shifts, std::int32_t width, const
   }
 }
 
-// The loops above, compiled once for each family of processors.
+// The loops above, compiled once for each family of processors. An attribute takes no parentheses around it.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define PAINTER_KERNEL(name, target)                                                                  \
   target bool Displace##name(const ColumnTable& table, const CellSpan& span, const RowBounds& bounds, \
                              float doubt, std::int32_t* shifts) {                                     \
@@ -105,6 +106,7 @@ PAINTER_INLINE void Gather(const std::int32_t* shifts, std::int32_t width, const
     Gather(shifts, width, source, row, starts);                                                       \
   }                                                                                                   \
   constexpr WiggleKernel k##name{Displace##name, Gather##name};
+// NOLINTEND(bugprone-macro-parentheses)
 
 PAINTER_KERNEL(Plain, )
 #if defined(__x86_64__)

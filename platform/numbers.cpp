@@ -49,7 +49,8 @@ std::int16_t RoundToShort(double value) { return Within<std::int16_t>(std::nearb
 std::int32_t FloorToLong(double value) { return Within<std::int32_t>(std::floor(value)); }
 
 std::int32_t IntegerDivide(double dividend, double divisor) {
-  return RoundToLong(dividend) / RoundToLong(divisor);
+  const std::int32_t whole = RoundToLong(divisor);
+  return whole == 0 ? 0 : RoundToLong(dividend) / whole;
 }
 
 double NumberAtStart(std::string_view text) {

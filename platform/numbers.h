@@ -30,7 +30,7 @@ std::int16_t RoundToShort(double value);
 std::int32_t FloorToLong(double value);
 
 /// Integer division of floating-point operands: both are rounded first, the quotient is cut toward zero.
-/// The divisor must not round to 0.
+/// A divisor that rounds to 0 gives 0.
 std::int32_t IntegerDivide(double dividend, double divisor);
 
 /// The decimal number at the start of a text: blanks skipped, the point is the decimal sign in every

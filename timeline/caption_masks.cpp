@@ -104,7 +104,7 @@ const CaptionReach& CaptionMasks::NumberReach() {
 void CaptionMasks::DrawFrameNumber(const platform::PixelView& view, int x, int y, std::int32_t frame,
                                    platform::Color color) {
   MakeDigits();
-  char text[kMostDigits];
+  char text[kMostDigits] = {};
   const char* end = std::to_chars(text, text + kMostDigits, frame).ptr;
   double pen = blank_advance_;
   for (const char* digit = text; digit != end; ++digit) {

@@ -105,7 +105,11 @@ class ClientWidget : public QWidget {
     RunEvent(paint);
     painter = nullptr;
   }
-  void resizeEvent(QResizeEvent*) override { RunEvent(resized); }
+  void resizeEvent(QResizeEvent* event) override {
+    RunEvent(resized);
+    // Controls that are redrawn at once while the window shrinks leave their old right ends on the screen.
+    if (event->size().width() < event->oldSize().width()) update();
+  }
 
  private:
   Window& window_;

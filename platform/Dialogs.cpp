@@ -51,9 +51,24 @@ QMessageBox::Icon ToolkitIcon(Icon icon) {
   return QMessageBox::NoIcon;
 }
 
+/// Desktops hand the focus to an application's main window when a box over one of its tool windows closes: it
+/// belongs back where it was.
+class FocusReturn {
+ public:
+  explicit FocusReturn(QWidget* owner) : owner_(owner) {}
+  ~FocusReturn() {
+    if (owner_ && owner_->isVisible()) owner_->activateWindow();
+  }
+
+ private:
+  QPointer<QWidget> owner_;
+};
+
 Answer ShowMessage(const Message& message) {
+  QWidget* const owner = Owner();
+  const FocusReturn focus_return(owner);
   QMessageBox box(ToolkitIcon(message.icon), "Exposure Sheet", QString::fromStdString(message.text),
-                  ToolkitButtons(message.buttons), Owner());
+                  ToolkitButtons(message.buttons), owner);
   box.setObjectName("MsgBox");
   box.setTextFormat(Qt::PlainText);
   switch (box.exec()) {

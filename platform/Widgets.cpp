@@ -81,7 +81,9 @@ class EditWidget : public QLineEdit {
     setTextMargins(kFrame, kFrame, kFrame, kFrame);
     connect(this, &QLineEdit::textChanged, this, &EditWidget::Fit);
   }
-  std::function<void()> lost_focus, escaped;
+  std::function<void()> lost_focus;
+  /// False lets the key go on to the window, whose close box it may be.
+  std::function<bool()> escaped;
 
  protected:
   void paintEvent(QPaintEvent* event) override {
@@ -103,7 +105,7 @@ class EditWidget : public QLineEdit {
       Raise(lost_focus);
   }
   void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Escape && escaped) return Raise(escaped);
+    if (event->key() == Qt::Key_Escape && escaped()) return;
     QLineEdit::keyPressEvent(event);
   }
 
@@ -230,7 +232,10 @@ TextBox::TextBox(Container& container, std::string name, const std::string& text
     Raise(Change);
   });
   QObject::connect(edit, &QLineEdit::returnPressed, [this] { Raise(Entered); });
-  edit->escaped = [this] { Raise(Escaped); };
+  edit->escaped = [this] {
+    Raise(Escaped);
+    return static_cast<bool>(Escaped);
+  };
 }
 void TextBox::SetText(const std::string& text) { As<EditWidget>(*this)->setText(Utf16(text)); }
 void TextBox::SelectAll() { As<EditWidget>(*this)->selectAll(); }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <string>
 
 #include "app/Guarded.h"
@@ -11,6 +12,7 @@
 #include "painter/noise.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
+#include "platform/Memory.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
 
@@ -45,13 +47,20 @@ void ReadNumbers(Retrieval& retrieval) {
   retrieval.CellCount = AskForLong("vel_GetTotalFrames");
 }
 
-/// A store for the frames to come, or nothing after a message. The old one goes only once the new one is had:
-/// the memory of a new one isn't taken up before it is written.
+/// A store for the host's frames, if there is memory to fill it once the old one is gone.
+std::optional<CellStore> MakeStoreThatFits(const Retrieval& retrieval, double bytes) {
+  const double freed = StoreBytes(retrieval.cells.shape, retrieval.cells.count);
+  if (bytes > platform::FreeMemoryBytes() + freed) return std::nullopt;
+  return MakeCellStore(FrameShape(retrieval), retrieval.CellCount);
+}
+
+/// False, after a message, if there is no memory for the frames to come. The old store goes only once the new
+/// one is had: the memory of a new one isn't taken up before it is written.
 bool RenewStore(Retrieval& retrieval) {
-  auto fresh = MakeCellStore(FrameShape(retrieval), retrieval.CellCount);
+  const double bytes = StoreBytes(FrameShape(retrieval), retrieval.CellCount);
+  auto fresh = MakeStoreThatFits(retrieval, bytes);
   if (!fresh) {
-    platform::MsgBox("There is not enough memory for the frames. " +
-                     SizeText(std::max(0.0, StoreBytes(FrameShape(retrieval), retrieval.CellCount))) +
+    platform::MsgBox("There is not enough memory for the frames. " + SizeText(std::max(0.0, bytes)) +
                      " would be needed.");
     return false;
   }

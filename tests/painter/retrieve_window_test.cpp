@@ -1,6 +1,7 @@
 // The way into the frame painter: what the host is asked, what is copied, what a failure leaves.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/sysinfo.h>
 
 #include <filesystem>
 
@@ -169,6 +170,20 @@ TEST(Retrieve, KeepsTheOldStoreWhereThereIsNoNewOne) {
   EXPECT_EQ(desk.host->calls.back(), "vel_StatusClose()");
   ASSERT_EQ(desk.messages.shown.size(), 2u);
   EXPECT_THAT(desk.messages.shown[1].text, HasSubstr("60000000000 GB"));
+}
+
+/// The system would promise each of the three arrays, and end the process when they are filled.
+TEST(Retrieve, RefusesFramesThatTheMachineCouldNotHold) {
+  support::Desk desk;
+  struct sysinfo machine;
+  ASSERT_EQ(sysinfo(&machine), 0);
+  const double most = static_cast<double>(machine.totalram + machine.totalswap) * machine.mem_unit;
+  desk.host->width = desk.host->height = 9999;
+  desk.host->frames = static_cast<std::int32_t>(2.5 * most / 3e8) + 2;
+  desk.host->FailAt("Vel_GotoFrameAdv", 1);
+  RetrieveFrames();
+  ASSERT_EQ(desk.messages.shown.size(), 1u);
+  EXPECT_THAT(desk.messages.shown[0].text, HasSubstr(" GB would be needed."));
 }
 
 TEST(Options, StayWithAMessageWhereTheTextIsNoLength) {

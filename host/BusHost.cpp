@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
@@ -123,8 +122,9 @@ QDBusMessage BusHost::Send(const QDBusMessage& call) {
 }
 
 std::string FailureText(const QDBusMessage& answer) {
-  // Of a host that has gone the bus knows only a number.
-  if (answer.errorName() == QDBusError::errorString(QDBusError::ServiceUnknown))
+  // Of a host that has gone the bus has only a number to give.
+  if (answer.errorName() == "org.freedesktop.DBus.Error.NameHasNoOwner" ||
+      answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown")
     return "the host is no longer running";
   return (answer.errorMessage().isEmpty() ? answer.errorName() : answer.errorMessage()).toStdString();
 }

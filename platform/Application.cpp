@@ -20,7 +20,6 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Lifetime.h"
-#include "platform/numbers.h"
 
 namespace platform {
 namespace {
@@ -146,7 +145,5 @@ char DecimalSign() {
   const QString sign = QLocale::system().decimalPoint();
   return sign == "," ? ',' : '.';
 }
-
-int TwipsPerPixelX() { return kTwipsPerPixel; }
 
 }  // namespace platform

@@ -69,7 +69,4 @@ bool StartProgram(const std::string& name);
 /// The decimal sign of the machine's locale.
 char DecimalSign();
 
-/// The screen's twips per pixel.
-int TwipsPerPixelX();
-
 }  // namespace platform

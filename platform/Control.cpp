@@ -42,9 +42,6 @@ bool Control::Visible() const { return !widget_->isHidden(); }
 void Control::SetVisible(bool visible) { widget_->setVisible(visible); }
 void Control::BringToFront() { widget_->raise(); }
 
-void Control::SetFocusable(bool focusable) {
-  widget_->setFocusPolicy(focusable ? Qt::StrongFocus : Qt::NoFocus);
-}
 void Control::SetFocus() { widget_->setFocus(); }
 bool Control::HasFocus() const { return widget_->hasFocus(); }
 

@@ -77,8 +77,6 @@ class Control {
   void SetVisible(bool visible);
   /// Lays the control over the others of its container.
   void BringToFront();
-  /// Whether a click or the Tab key gives it the focus.
-  void SetFocusable(bool focusable);
   void SetFocus();
   bool HasFocus() const;
 

@@ -348,9 +348,6 @@ int Grid::RowPos(int row) const {
   const int header = state_->view->horizontalHeader()->height();
   return TwipsFromPixels(header + state_->view->rowViewportPosition(row - 1));
 }
-int Grid::RowHeight(int row) const {
-  return TwipsFromPixels(row == 0 ? state_->view->horizontalHeader()->height() : kRowHeight);
-}
 
 void Grid::BringIntoView() {
   state_->stale = true;

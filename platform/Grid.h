@@ -48,8 +48,6 @@ class Grid : public Control {
   /// Left edge of a column and top edge of a row within the grid, as scrolled at the moment, in twips.
   int ColPos(int col) const;
   int RowPos(int row) const;
-  /// Height of a row in twips.
-  int RowHeight(int row) const;
 
   /// Scrolls the current cell into view, the header row aside, which always is.
   void BringIntoView();

@@ -217,10 +217,6 @@ void PictureBox::Line(double x1, double y1, double x2, double y2, Color color) {
   Widget()->update();
 }
 
-void PictureBox::LineTo(double x, double y, Color color) {
-  Line(surface_->pen_x, surface_->pen_y, x, y, color);
-}
-
 void PictureBox::FillBox(double x1, double y1, double x2, double y2, Color color) {
   const PixelBox box{RoundToLong(std::min(x1, x2)), RoundToLong(std::min(y1, y2)),
                      RoundToLong(std::max(x1, x2)) + 1, RoundToLong(std::max(y1, y2)) + 1};

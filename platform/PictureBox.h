@@ -48,8 +48,6 @@ class PictureBox : public Control, public Container {
   void Cls();
   void PSet(double x, double y, Color color);
   void Line(double x1, double y1, double x2, double y2, Color color);
-  /// From the pen to the point; the pen stays there.
-  void LineTo(double x, double y, Color color);
   void FillBox(double x1, double y1, double x2, double y2, Color color);
   void MovePen(double x, double y);
   /// At the pen, in the foreground colour.

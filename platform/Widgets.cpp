@@ -253,7 +253,6 @@ ListBox::ListBox(Container& container, std::string name, const std::vector<std::
   list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   list->click = [this] { Raise(Click); };
 }
-int ListBox::ListIndex() const { return As<ListWidget>(*this)->currentRow(); }
 void ListBox::SetListIndex(int index) { As<ListWidget>(*this)->setCurrentRow(index); }
 std::string ListBox::Text() const {
   const auto* item = As<ListWidget>(*this)->currentItem();
@@ -273,8 +272,6 @@ int HScrollBar::Min() const { return As<QScrollBar>(*this)->minimum(); }
 void HScrollBar::SetMin(int value) { As<QScrollBar>(*this)->setMinimum(value); }
 int HScrollBar::Max() const { return As<QScrollBar>(*this)->maximum(); }
 void HScrollBar::SetMax(int value) { As<QScrollBar>(*this)->setMaximum(value); }
-int HScrollBar::SmallChange() const { return As<QScrollBar>(*this)->singleStep(); }
-void HScrollBar::SetSmallChange(int step) { As<QScrollBar>(*this)->setSingleStep(step); }
 int HScrollBar::LargeChange() const { return As<QScrollBar>(*this)->pageStep(); }
 void HScrollBar::SetLargeChange(int step) { As<QScrollBar>(*this)->setPageStep(step); }
 int HScrollBar::Value() const { return As<QScrollBar>(*this)->value(); }

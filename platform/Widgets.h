@@ -55,8 +55,6 @@ class TextBox : public Control {
 class ListBox : public Control {
  public:
   ListBox(Container& container, std::string name, const std::vector<std::string>& items);
-  /// -1 if no item is chosen.
-  int ListIndex() const;
   void SetListIndex(int index);
   /// The chosen item's text, empty if none is chosen.
   std::string Text() const;
@@ -78,8 +76,6 @@ class HScrollBar : public Control {
   int Max() const;
   /// Pulls the value down, and raises Change, if it lies above.
   void SetMax(int value);
-  int SmallChange() const;
-  void SetSmallChange(int step);
   int LargeChange() const;
   void SetLargeChange(int step);
   int Value() const;

@@ -66,8 +66,6 @@ double NumberAtStart(std::string_view text) {
   return value == 0 ? 0 : value;
 }
 
-bool StartsWithNumber(std::string_view text) { return !NumberPart(text).empty(); }
-
 std::string NumberText(double value) {
   char buffer[400];
   const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr;

@@ -38,9 +38,6 @@ std::int32_t IntegerDivide(double dividend, double divisor);
 /// for a double gives the greatest one; 0 has no sign.
 double NumberAtStart(std::string_view text);
 
-/// Whether a text starts with a number at all, in the sense of NumberAtStart.
-bool StartsWithNumber(std::string_view text);
-
 /// A number in its decimal form: shortest digits that read back as the same value, no exponent, the point
 /// as decimal sign: 12, 29.97.
 std::string NumberText(double value);

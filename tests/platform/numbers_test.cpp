@@ -33,34 +33,18 @@ TEST(Numbers, RoundToNearestWithTiesToEvenAndStayInRange) {
 }
 
 TEST(Numbers, ReadTheNumberAtTheStartOfAText) {
-  const std::string nines(400, '9');
   const struct {
-    std::string text;
+    const char* text;
     double value;
-    bool is_number;
-  } cases[] = {{"29.97", 29.97, true},
-               {"12 fps", 12, true},
-               {"", 0, false},
-               {"  24", 24, true},
-               {"-3", -3, true},
-               {"+3", 3, true},
-               {".5", 0.5, true},
-               {"1.2.3", 1.2, true},
-               {"12,5", 12, true},
-               {"fps 12", 0, false},
-               {"-", 0, false},
-               {".", 0, false},
-               {"1e3", 1, true},
-               {"0x10", 0, true},
-               {"inf", 0, false},
-               {nines, std::numeric_limits<double>::max(), true},
-               {"-" + nines + ".5", std::numeric_limits<double>::lowest(), true},
-               {"0." + std::string(400, '0') + nines, 0, true}};
+  } cases[] = {{"29.97", 29.97}, {"12 fps", 12}, {"", 0},        {"  24", 24}, {"-3", -3},
+               {"+3", 3},        {".5", 0.5},    {"1.2.3", 1.2}, {"12,5", 12}, {"fps 12", 0},
+               {"-", 0},         {".", 0},       {"1e3", 1},     {"0x10", 0},  {"inf", 0}};
+  for (const auto& c : cases) EXPECT_EQ(NumberAtStart(c.text), c.value) << c.text;
   EXPECT_FALSE(std::signbit(NumberAtStart("-0")));
-  for (const auto& c : cases) {
-    EXPECT_EQ(NumberAtStart(c.text), c.value) << c.text;
-    EXPECT_EQ(StartsWithNumber(c.text), c.is_number) << c.text;
-  }
+  const std::string nines(400, '9');
+  EXPECT_EQ(NumberAtStart(nines), std::numeric_limits<double>::max());
+  EXPECT_EQ(NumberAtStart("-" + nines + ".5"), std::numeric_limits<double>::lowest());
+  EXPECT_EQ(NumberAtStart("0." + std::string(400, '0') + nines), 0);
 }
 
 TEST(Numbers, AreWrittenInTheirForms) {

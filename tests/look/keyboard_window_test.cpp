@@ -58,7 +58,7 @@ TEST(Dialogs, EscapeClosesThemAndNoOtherWindow) {
   support::Key(rate, Qt::Key_Escape);
   EXPECT_FALSE(rate->isVisible());
   painter::fp_options.Hold().Show();
-  support::Key(painter::fp_options->TopWidget(), Qt::Key_Escape);
+  support::Key(painter::fp_options->Text1.Widget(), Qt::Key_Escape);
   EXPECT_EQ(painter::fp_options.IfLoaded(), nullptr);
   QWidget* tool = painter::frame_painter.Hold().TopWidget();
   tool->show();

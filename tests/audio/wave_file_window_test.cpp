@@ -38,7 +38,6 @@ TEST_F(WaveFile, ANewSoundMakesANewSheet) {
   Open(support::WaveBytes(16, 1000, std::string(2000, 'x')));
   EXPECT_EQ(form.Grid1.Rows(), 13);
   EXPECT_EQ(form.Grid1.TextMatrix(3, 2), "");
-  EXPECT_EQ(form.Grid1.TextMatrix(0, 1), "Shape");
   EXPECT_EQ(form.Grid1.TextMatrix(12, 0), "11");
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
   EXPECT_EQ(desk.files.asked[0].title, "Select a wave file");
@@ -78,13 +77,6 @@ TEST_F(WaveFile, TheInfoKeepsTheSoundThatItOpenedWith) {
   EXPECT_EQ(Info()[2], "0");
   form2.Unload();
   EXPECT_EQ(Info()[2], "1000");
-}
-
-TEST_F(WaveFile, ADepthWithoutSamplesGivesNoRows) {
-  Open(support::WaveBytes(24, 1000, std::string(3000, 'a')));
-  EXPECT_THAT(desk.messages.Texts(), IsEmpty());
-  EXPECT_EQ(audio::LoadedSound().WaveDataLength, 3000);
-  EXPECT_EQ(form.Grid1.Rows(), 1);
 }
 
 TEST_F(WaveFile, ARecorderThatIsMissingIsPassedOver) {

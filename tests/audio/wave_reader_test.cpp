@@ -5,8 +5,6 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <chrono>
-#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -53,23 +51,19 @@ std::vector<int> SamplesOf(const auto& array) {
 TEST(ReadWave, RefusesWithTheReason) {
   const std::string data = Chunk("data", "1234");
   const std::string head = Head(Format(1, 8));
-  const std::string high_format_size = "RIFF....WAVEfmt " + Little(0x7ffffff0, 4) + Format(1, 8) + data;
-  const std::string top_bit_format_size = "RIFF....WAVEfmt " + Little(0x80000010, 4) + Format(1, 8) + data;
+  const auto sized_format = [&](std::uint32_t size) {
+    return "RIFF....WAVEfmt " + Little(size, 4) + Format(1, 8) + data;
+  };
   const struct {
     const char* what;
-    std::string bytes;
-    std::string reason;
+    std::string bytes, reason;
   } cases[] = {
-      {"empty", "", "Not a riff file"},
       {"cut in the first identifier", "RIF", "Not a riff file"},
-      {"other letter case", "riff....WAVE", "Not a riff file"},
       {"big-endian sibling", "RIFX" + head.substr(4) + data, "Not a riff file"},
       {"cut behind RIFF", "RIFF", "Not a Wave file"},
       {"other form", "RIFF....AVI fmt ", "Not a Wave file"},
-      {"cut behind WAVE", "RIFF....WAVE", "Can't find FMT chunk"},
       {"a chunk before fmt", "RIFF....WAVE" + Chunks(1) + head.substr(12) + data, "Can't find FMT chunk"},
       {"fmt without its blank", "RIFF....WAVEfmt" + Little(0, 1), "Can't find FMT chunk"},
-      {"cut behind fmt", "RIFF....WAVEfmt ", "Can't find data chunk"},
       {"cut in the format", head.substr(0, 25), "Can't find data chunk"},
       {"no chunk behind fmt", head, "Can't find data chunk"},
       {"cut in a chunk's size", head + "LIST" + Little(4, 2), "Can't find data chunk"},
@@ -77,13 +71,12 @@ TEST(ReadWave, RefusesWithTheReason) {
       {"odd chunk with a pad byte", head + Chunk("LIST", "abc") + Little(0, 1) + data,
        "Can't find data chunk"},
       {"chunk size past the end", head + "LIST" + Little(0xfffffff0, 4) + data, "Can't find data chunk"},
-      {"chunk that ends with the file", head + Chunk("LIST", "abcd"), "Can't find data chunk"},
-      {"no size behind data", head + "data", "Can't find data chunk"},
       {"cut in the size of data", head + "data" + Little(4, 2), "Can't find data chunk"},
-      {"fmt size past the end", "RIFF....WAVEfmt " + Little(4000, 4) + Format(1, 8) + data,
-       "Can't find data chunk"},
-      {"fmt size past any position", high_format_size, "The size of the fmt chunk leads out of the file"},
-      {"fmt size with the top bit", top_bit_format_size, "The size of the fmt chunk leads out of the file"},
+      {"fmt size past the end", sized_format(4000), "Can't find data chunk"},
+      {"fmt size past any position", sized_format(0x7ffffff0),
+       "The size of the fmt chunk leads out of the file"},
+      {"fmt size with the top bit", sized_format(0x80000010),
+       "The size of the fmt chunk leads out of the file"},
       {"negative data size", head + "data" + Little(0xffffffff, 4) + "12",
        "The size of the data chunk is negative"},
   };
@@ -95,73 +88,53 @@ TEST(ReadWave, RefusesWithTheReason) {
 }
 
 TEST(ReadWave, FindsTheDataBehindWhatMayStandBeforeIt) {
-  const std::string data = Chunk("data", "ab");
-  const struct {
-    const char* what;
-    std::string bytes;
-  } cases[] = {
-      {"directly behind", Head(Format(1, 8)) + data},
-      {"nine chunks", Head(Format(1, 8)) + Chunks(9) + data},
-      {"odd chunk without a pad byte", Head(Format(1, 8)) + Chunk("LIST", "abc") + data},
-      {"fmt body of 18 bytes", Head(Format(1, 8) + Little(0, 2)) + data},
-      {"fmt body of 40 bytes", Head(Format(1, 8) + std::string(24, 'x')) + data},
-      {"fmt body of 14 bytes, the format read across its end", "RIFF....WAVEfmt " + Little(14, 4) +
-                                                                   Format(1, 8).substr(0, 14) + Little(8, 2) +
-                                                                   "id" + Little(2, 4) + "zz" + data},
+  const std::string format = Format(1, 8);
+  const std::string heads[] = {
+      Head(format) + Chunks(9),
+      Head(format) + Chunk("LIST", "abc"),  // odd, without a pad byte
+      Head(format + Little(0, 2)),
+      // The format is read across the end of a body of 14 bytes.
+      "RIFF....WAVEfmt " + Little(14, 4) + format.substr(0, 14) + Little(8, 2) + "id" + Little(2, 4) + "zz",
   };
-  for (const auto& c : cases) {
-    const WaveResult result = Read(c.bytes);
-    ASSERT_TRUE(result.sound) << c.what << ": " << result.reason;
-    EXPECT_EQ(result.sound->WaveDataLength, 2) << c.what;
-    EXPECT_THAT(SamplesOf(result.sound->Samples8), testing::ElementsAre('a', 'b', 0)) << c.what;
+  for (const std::string& head : heads) {
+    const WaveResult result = Read(head + Chunk("data", "ab"));
+    ASSERT_TRUE(result.sound) << head << ": " << result.reason;
+    EXPECT_THAT(SamplesOf(result.sound->Samples8), testing::ElementsAre('a', 'b', 0)) << head;
   }
 }
 
 TEST(ReadWave, TakesTheFormatByteForByte) {
-  const auto sound =
-      Read("RIFF....WAVEfmt " + Little(16, 4) + Little(0xfffe, 2) + Little(3, 2) + Little(48000, 4) +
-           Little(0x80000000, 4) + Little(6, 2) + Little(16, 2) + Chunk("data", ""))
-          .sound;
+  const auto sound = Read(Head(Little(0xfffe, 2) + Little(3, 2) + Little(48000, 4) + Little(0x80000000, 4) +
+                               Little(6, 2) + Little(16, 2)) +
+                          Chunk("data", ""))
+                         .sound;
   ASSERT_TRUE(sound);
-  EXPECT_EQ(sound->WaveFormat.wFormatTag, -2);
-  EXPECT_EQ(sound->WaveFormat.nChannels, 3);
-  EXPECT_EQ(sound->WaveFormat.nSamplesPerSec, 48000);
-  EXPECT_EQ(sound->WaveFormat.nAvgBytesPerSec, INT32_MIN);
-  EXPECT_EQ(sound->WaveFormat.nBlockAlign, 6);
-  EXPECT_EQ(sound->WaveFormat.wBitsPerSample, 16);
+  const WaveFormatBlock& format = sound->WaveFormat;
+  EXPECT_EQ((std::vector<int>{format.wFormatTag, format.nChannels, format.nSamplesPerSec,
+                              format.nAvgBytesPerSec, format.nBlockAlign, format.wBitsPerSample}),
+            (std::vector<int>{-2, 3, 48000, INT32_MIN, 6, 16}));
 }
 
 TEST(ReadWave, FillsTheTailFromWhatFollowsTheChunk) {
   const std::string samples = Little(1, 2) + Little(0xffff, 2);
   const struct {
-    const char* what;
-    std::string bytes;
-    std::vector<int> samples8, samples16;
+    std::uint32_t bits;
+    std::string behind_format;
+    std::vector<int> samples;
   } cases[] = {
-      {"8 bits, one byte behind", Head(Format(1, 8)) + Chunk("data", "ab") + "cd", {'a', 'b', 'c'}, {}},
-      {"8 bits, declared past the end",
-       Head(Format(1, 8)) + "data" + Little(4, 4) + "ab",
-       {'a', 'b', 0, 0, 0},
-       {}},
-      {"16 bits, bound by the byte count",
-       Head(Format(1, 16)) + Chunk("data", samples),
-       {},
-       {1, -1, 0, 0, 0}},
-      {"16 bits, more behind",
-       Head(Format(1, 16)) + Chunk("data", samples) + samples + samples + samples,
-       {},
-       {1, -1, 1, -1, 1}},
-      {"16 bits, half a sample at the end",
-       Head(Format(1, 16)) + "data" + Little(2, 4) + Little(1, 2) + "\2",
-       {},
-       {1, 2, 0}},
-      {"24 bits", Head(Format(1, 24)) + Chunk("data", "abc"), {}, {}},
+      {8, Chunk("data", "ab") + "cd", {'a', 'b', 'c'}},
+      {8, "data" + Little(4, 4) + "ab", {'a', 'b', 0, 0, 0}},
+      // Its bound is the byte count.
+      {16, Chunk("data", samples), {1, -1, 0, 0, 0}},
+      {16, Chunk("data", samples) + samples + samples, {1, -1, 1, -1, 1}},
+      // Half a sample at the end.
+      {16, "data" + Little(2, 4) + Little(1, 2) + "\2", {1, 2, 0}},
   };
   for (const auto& c : cases) {
-    const WaveResult result = Read(c.bytes);
-    ASSERT_TRUE(result.sound) << c.what << ": " << result.reason;
-    EXPECT_EQ(SamplesOf(result.sound->Samples8), c.samples8) << c.what;
-    EXPECT_EQ(SamplesOf(result.sound->Samples16), c.samples16) << c.what;
+    const WaveResult result = Read(Head(Format(1, c.bits)) + c.behind_format);
+    ASSERT_TRUE(result.sound) << c.behind_format << ": " << result.reason;
+    const SampleStore& sound = *result.sound;
+    EXPECT_EQ(c.bits == 8 ? SamplesOf(sound.Samples8) : SamplesOf(sound.Samples16), c.samples);
   }
 }
 
@@ -182,26 +155,17 @@ TEST(ReduceToFirstChannel, KeepsTheFirstOfEachPair) {
   EXPECT_EQ(sound.WaveFormat.nChannels, 2);
   EXPECT_THAT(SamplesOf(sound.Samples8), testing::ElementsAre('a', 'b', 'c'));
 
-  std::string pairs;
-  for (std::uint32_t i = 0; i < 1000; ++i) pairs += Little(i, 2) + Little(9999, 2);
-  sound = *Read(Head(Format(2, 16)) + Chunk("data", pairs)).sound;
-  ReduceToFirstChannel(sound);
-  EXPECT_EQ(sound.WaveDataLength, 2000);
-  EXPECT_EQ(SampleCount(sound), 1000);
-  EXPECT_EQ(sound.Samples16.LastIndex(), 2000);
-  EXPECT_EQ(sound.Samples16.At(1), 1);
-  EXPECT_EQ(sound.Samples16.At(999), 999);
-  EXPECT_EQ(sound.Samples16.At(1000), 0);
-}
-
-TEST(ReduceToFirstChannel, LeavesSilenceWhereTheFileEndedEarly) {
-  SampleStore sound = *Read(Head(Format(2, 8)) + "data" + Little(12, 4) + "aAbBc").sound;
+  // The file ends early: silence behind it.
+  sound = *Read(Head(Format(2, 8)) + "data" + Little(12, 4) + "aAbBc").sound;
   ReduceToFirstChannel(sound);
   EXPECT_THAT(SamplesOf(sound.Samples8), testing::ElementsAre('a', 'b', 'c', 0, 0, 0, 0));
-}
 
-TEST(ReduceToFirstChannel, HalvesTheLengthOfADepthWithoutSamples) {
-  SampleStore sound = *Read(Head(Format(2, 24)) + Chunk("data", "abcdefg")).sound;
+  sound = *Read(Head(Format(2, 16)) + Chunk("data", Little(1, 2) + "xx" + Little(2, 2) + "xx")).sound;
+  ReduceToFirstChannel(sound);
+  EXPECT_EQ(SampleCount(sound), 2);
+  EXPECT_THAT(SamplesOf(sound.Samples16), testing::ElementsAre(1, 2, 0, 0, 0));
+
+  sound = *Read(Head(Format(2, 24)) + Chunk("data", "abcdefg")).sound;
   ReduceToFirstChannel(sound);
   EXPECT_EQ(sound.WaveDataLength, 3);
 }
@@ -211,7 +175,6 @@ TEST(ReadWave, AClaimOfTwoGigabytesCostsNothing) {
   ReduceToFirstChannel(sound);
   EXPECT_EQ(sound.WaveDataLength, 0x3fffffff);
   EXPECT_EQ(sound.Samples16.At(0), 5);
-  EXPECT_EQ(sound.Samples16.At(0x3fffffff), 0);
   EXPECT_EQ(sound.Samples16.At(0x40000000), 0) << "behind the end";
   rusage usage{};
   getrusage(RUSAGE_SELF, &usage);

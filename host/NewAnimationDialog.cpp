@@ -42,6 +42,8 @@ std::optional<Animation> AskForNewAnimation(QWidget* parent, FrameSize proposal)
   rows->addRow(buttons);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  // Whoever types replaces the number, as after a Tab.
+  width->selectAll();
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return Animation({width->value(), height->value()}, frames->value());
 }

@@ -6,17 +6,22 @@
 #include "host/NewAnimationDialog.h"
 #include "host/PictureFiles.h"
 #include "host/StandInWindow.h"
+#include "host/demo_animation.h"
 
 namespace host {
 
+// The questions come after the dialogs: a tool may write frames, or begin to, while a dialog stands open.
+
 void StandInWindow::AskNewAnimation() {
-  if (!MayDropFrames()) return;
-  const FrameSize size = stand_in_->CurrentAnimation().Size();
-  if (auto animation = AskForNewAnimation(this, size)) stand_in_->TakeAnimation(std::move(*animation));
+  auto animation = AskForNewAnimation(this, stand_in_->CurrentAnimation().Size());
+  if (animation && MayReplaceFrames()) stand_in_->TakeAnimation(std::move(*animation));
+}
+
+void StandInWindow::OpenDemonstration() {
+  if (MayReplaceFrames()) stand_in_->TakeAnimation(DrawDemoAnimation());
 }
 
 void StandInWindow::AskPictures() {
-  if (!MayDropFrames()) return;
   const QStringList files =
       QFileDialog::getOpenFileNames(this, tr("Open numbered pictures or an animation"), picture_folder_,
                                     tr("Pictures (%1)").arg(PicturePatterns()));
@@ -26,7 +31,6 @@ void StandInWindow::AskPictures() {
 }
 
 void StandInWindow::AskFolder() {
-  if (!MayDropFrames()) return;
   const QString folder =
       QFileDialog::getExistingDirectory(this, tr("Open a folder of pictures"), picture_folder_);
   if (folder.isEmpty()) return;
@@ -37,6 +41,7 @@ void StandInWindow::AskFolder() {
 }
 
 void StandInWindow::OpenPictures(const QStringList& files) {
+  if (!MayReplaceFrames()) return;
   stand_in_->StatusOpen(tr("Opening pictures...").toStdString());
   auto result = ReadPictures(files, [this](double percent) { stand_in_->StatusPercent(percent); });
   stand_in_->StatusClose();
@@ -53,10 +58,10 @@ void StandInWindow::AskSave() {
   if (chosen.isEmpty()) return;
   picture_folder_ = QFileInfo(chosen).absolutePath();
   const QString base = chosen.endsWith(".png", Qt::CaseInsensitive) ? chosen.chopped(4) : chosen;
-  if (MayReplace(base)) SaveFrames(base);
+  if (MayReplacePictures(base) && FramesAreFree()) SaveFrames(base);
 }
 
-bool StandInWindow::MayReplace(const QString& base) {
+bool StandInWindow::MayReplacePictures(const QString& base) {
   QStringList standing;
   for (const QString& name : NumberedNames(base, stand_in_->CurrentAnimation().FrameCount()))
     if (QFileInfo::exists(name)) standing << QFileInfo(name).fileName();
@@ -86,6 +91,14 @@ bool StandInWindow::MayDropFrames() {
   return QMessageBox::question(this, windowTitle(), tr("These frames aren't saved. Go on without them?"),
                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
+
+bool StandInWindow::FramesAreFree() {
+  if (!stand_in_->Status()) return true;
+  ShowFailure(tr("A tool is at work with these frames. Try again when it has finished."));
+  return false;
+}
+
+bool StandInWindow::MayReplaceFrames() { return MayDropFrames() && FramesAreFree(); }
 
 bool StandInWindow::MayQuit() {
   if (!MayDropFrames()) return false;

@@ -5,7 +5,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -14,7 +13,6 @@
 #include "host/HostSettings.h"
 #include "host/PictureFiles.h"
 #include "host/StandInWindow.h"
-#include "host/demo_animation.h"
 #include "platform/Application.h"
 
 namespace host {
@@ -57,9 +55,7 @@ void StandInWindow::MakeAnimationMenu() {
       animation_menu_, "OpenPictures", tr("&Open pictures..."), [this] { AskPictures(); },
       QKeySequence::Open);
   AddItem(animation_menu_, "OpenFolder", tr("Open &folder..."), [this] { AskFolder(); });
-  AddItem(animation_menu_, "Demonstration", tr("&Demonstration"), [this] {
-    if (MayDropFrames()) stand_in_->TakeAnimation(DrawDemoAnimation());
-  });
+  AddItem(animation_menu_, "Demonstration", tr("&Demonstration"), [this] { OpenDemonstration(); });
   animation_menu_->addSeparator();
   AddItem(
       animation_menu_, "Save", tr("&Save as numbered pictures..."), [this] { AskSave(); },
@@ -145,9 +141,5 @@ void StandInWindow::AskRate() {
 }
 
 void StandInWindow::ShowFailure(const QString& text) { QMessageBox::warning(this, windowTitle(), text); }
-
-void StandInWindow::ShowNote(const QString& text) {
-  if (!stand_in_->Status()) status_label_->setText(text);
-}
 
 }  // namespace host

@@ -42,7 +42,6 @@ StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
   connect(&play_timer_, &QTimer::timeout, this, [this] { PlayTick(); });
   stand_in_->SetView(this);
   AnimationChanged();
-  StatusChanged();
   PutInCorner();
 }
 
@@ -109,10 +108,7 @@ QWidget* StandInWindow::MakeStatusRow() {
   status_bar_->setObjectName("StatusBar");
   status_bar_->setAccessibleName("Progress");
   status_bar_->setTextVisible(false);
-  // The row keeps its height and its columns: nothing is laid out anew while a tool blocks the events.
-  QSizePolicy keeps_room = status_bar_->sizePolicy();
-  keeps_room.setRetainSizeWhenHidden(true);
-  status_bar_->setSizePolicy(keeps_room);
+  // However long the text is, it doesn't widen the window.
   status_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   columns->addWidget(status_label_, 1);
   columns->addWidget(status_bar_, 1);
@@ -159,6 +155,8 @@ void StandInWindow::AnimationChanged() {
   scrub_->setEnabled(frames > 1);
   for (QAction* action : {first_, back_, play_, forward_, last_}) action->setEnabled(frames > 1);
   RefreshCaptions();
+  // A note told of the frames that were there before.
+  RefreshStatus();
   RefreshSoon();
 }
 
@@ -195,11 +193,26 @@ void StandInWindow::RefreshCaptions() {
 
 void StandInWindow::RefreshStatus() {
   const auto& status = stand_in_->Status();
+  status_label_->setWordWrap(false);
   status_label_->setText(status ? QString::fromStdString(status->text) : tr("Ready"));
   // While a tool reads or writes frames the animation must stay the one that it is at work on.
   animation_menu_->setEnabled(!status);
   status_bar_->setVisible(status.has_value());
   status_bar_->setValue(status ? static_cast<int>(status->percent) : 0);
+  LayOutStatus();
+}
+
+void StandInWindow::LayOutStatus() {
+  // At once: a tool may block the events, which would bring this later.
+  status_label_->parentWidget()->layout()->activate();
+  centralWidget()->layout()->activate();
+}
+
+void StandInWindow::ShowNote(const QString& text) {
+  if (stand_in_->Status()) return;
+  status_label_->setWordWrap(true);
+  status_label_->setText(text);
+  LayOutStatus();
 }
 
 void StandInWindow::StatusChanged() {
@@ -209,6 +222,8 @@ void StandInWindow::StatusChanged() {
   if (progress && paint_clock_.elapsed() < next_status_paint_ms_) return;
   RefreshStatus();
   if (isVisible()) ShowStatusAtOnce();
+  // What was shown in haste is shown well again.
+  if (!stand_in_->Status()) RefreshSoon();
 }
 
 void StandInWindow::ShowStatusAtOnce() {

@@ -61,14 +61,19 @@ class StandInWindow : public QMainWindow, public StandInView {
   void ChooseWallpaper(const QString& name_or_path);
   void AskWallpaper();
   void AskNewAnimation();
+  void OpenDemonstration();
   void AskPictures();
   void AskFolder();
   void OpenPictures(const QStringList& files);
   void AskSave();
-  bool MayReplace(const QString& base);
+  bool MayReplacePictures(const QString& base);
   void SaveFrames(const QString& base);
   void AskRate();
+  /// Whether frames that are nowhere else may go; asks the user.
   bool MayDropFrames();
+  /// False, after a word to the user, while a tool reads or writes frames.
+  bool FramesAreFree();
+  bool MayReplaceFrames();
   bool MayQuit();
   void StartTool();
   void ShowFailure(const QString& text);
@@ -78,6 +83,7 @@ class StandInWindow : public QMainWindow, public StandInView {
   void RefreshFrame();
   void RefreshCaptions();
   void RefreshStatus();
+  void LayOutStatus();
   void ShowStatusAtOnce();
   void ShowFrameAtOnce();
   qint64 NextPaint(qint64 start_ms) const;

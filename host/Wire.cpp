@@ -118,7 +118,9 @@ Variant ResultFromWire(const Member& member, const QList<QVariant>& values) {
   if (member.result == ResultKind::None) return {};
   Variant result = values.size() == 1 ? FromWire(values[0], {}) : Variant();
   if (HasType(result, member.result)) return result;
-  throw HostError(member.name, "it answered with " + std::string(TypeName(result)) + " where " +
+  const bool unknown = !values.isEmpty() && std::holds_alternative<std::monostate>(result);
+  throw HostError(member.name, "it answered with " +
+                                   std::string(unknown ? "another type" : TypeName(result)) + " where " +
                                    std::string(KindName(member.result)) + " was expected");
 }
 

@@ -268,5 +268,37 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
   Choose("Demonstration");  // nothing to ask about
 }
 
+TEST_F(StandInWindowTest, LeavesTheFramesToAToolThatBeganWhileADialogStoodOpen) {
+  WritePicture("take0003.png", 1, 1, Qt::red);
+  const auto tool_begins = [this](QWidget* dialog) {
+    stand_in_->StatusOpen("Developing...");
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(File("take0003.png"));
+    QMetaObject::invokeMethod(dialog, "accept");
+  };
+  for (const char* action : {"OpenPictures", "Save"}) {
+    QString refusal;
+    OnDialogs({tool_begins, AnswerQuestion(QMessageBox::Ok, &refusal)});
+    Choose(action);
+    EXPECT_THAT(refusal.toStdString(), testing::HasSubstr("A tool is at work")) << action;
+    EXPECT_EQ(stand_in_->Status().value_or(StatusDisplay{}).text, "Developing...");
+    EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 10);
+    stand_in_->StatusClose();
+  }
+  EXPECT_FALSE(QFile::exists(File("take00030000.png")));
+}
+
+TEST_F(StandInWindowTest, ANoteIsReadableAsAWhole) {
+  auto* label = window_->findChild<QLabel*>("StatusLabel");
+  for (const char* text :
+       {"Short.", "A note that is so long that no line of this small window can hold it."}) {
+    window_->ShowNote(text);
+    const QRect column(0, 0, label->width(), 1000);
+    EXPECT_GE(label->height(), label->fontMetrics().boundingRect(column, Qt::TextWordWrap, text).height() - 1)
+        << text;
+  }
+  stand_in_->StatusOpen("Developing...");
+  EXPECT_LT(label->height(), 2 * label->fontMetrics().height());
+}
+
 }  // namespace
 }  // namespace host

@@ -89,6 +89,14 @@ std::unique_ptr<AudioDevice> OpenAudioDevice(const AudioFormat& format, FillBuff
   return opened ? std::move(device) : nullptr;
 }
 
+bool KeptDevice::Take(const AudioFormat& format) {
+  if (device_ && format_ == format) return true;
+  device_.reset();
+  format_ = format;
+  device_ = open_(format, fill_);
+  return device_ != nullptr;
+}
+
 bool FindAudioDriver() {
   const std::lock_guard lock(LibraryMutex());
   return LibraryReady();

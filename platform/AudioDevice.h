@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <span>
+#include <utility>
 
 namespace platform {
 
@@ -43,6 +44,27 @@ using AudioDeviceOpener =
 
 /// Opens the machine's default device. Safe from any thread.
 std::unique_ptr<AudioDevice> OpenAudioDevice(const AudioFormat& format, FillBuffer fill);
+
+/// A device that stays open between sounds of one format.
+class KeptDevice {
+ public:
+  KeptDevice(AudioDeviceOpener open, FillBuffer fill) : open_(std::move(open)), fill_(std::move(fill)) {}
+
+  /// Opens a device of the format, in place of one of another. False if there is none.
+  bool Take(const AudioFormat& format);
+  void Close() { device_.reset(); }
+  bool IsOpen() const { return device_ != nullptr; }
+  /// Only while it is open.
+  AudioDevice* operator->() const { return device_.get(); }
+  /// The format last asked for. It doesn't change while the device is open, so the device's thread may ask.
+  const AudioFormat& Format() const { return format_; }
+
+ private:
+  const AudioDeviceOpener open_;
+  const FillBuffer fill_;
+  AudioFormat format_;
+  std::unique_ptr<AudioDevice> device_;
+};
 
 /// Looks for the machine's audio driver, which can take tens of milliseconds the first time. False if there
 /// is none.

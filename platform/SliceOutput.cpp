@@ -22,13 +22,13 @@ std::chrono::milliseconds LengthOf(std::size_t bytes, const AudioFormat& format)
 }  // namespace
 
 SliceOutput::SliceOutput(AudioDeviceOpener open, Patience patience)
-    : open_(std::move(open)),
-      patience_(patience),
+    : patience_(patience),
+      device_(std::move(open), [this](std::span<std::uint8_t> buffer) { Fill(buffer); }),
       watcher_([this](const std::stop_token& stop) { Watch(stop); }) {}
 
 SliceOutput::~SliceOutput() {
   watcher_ = {};
-  device_.reset();
+  device_.Close();
 }
 
 WaveCode SliceOutput::Open(WaveHandle& handle, const WaveFormatEx& format, WaveCallback callback,
@@ -41,21 +41,13 @@ WaveCode SliceOutput::Open(WaveHandle& handle, const WaveFormatEx& format, WaveC
     const std::lock_guard lock(mutex_);
     if (client_) return kWaveAllocated;
   }
-  if (!HaveDevice(*audio_format)) return kWaveNoDriver;
+  if (!device_.Take(*audio_format)) return kWaveNoDriver;
   const std::lock_guard lock(mutex_);
   SetDue(std::nullopt);
   handle = ++last_handle_;
   client_ = Client{handle, callback, instance, nullptr};
   Tell(*client_, WOM_OPEN);
   return kWaveOk;
-}
-
-bool SliceOutput::HaveDevice(const AudioFormat& format) {
-  if (device_ && format_ == format) return true;
-  device_.reset();
-  format_ = format;
-  device_ = open_(format, [this](std::span<std::uint8_t> buffer) { Fill(buffer); });
-  return device_ != nullptr;
 }
 
 WaveCode SliceOutput::CheckHandle(WaveHandle handle) const {
@@ -79,7 +71,7 @@ WaveCode SliceOutput::Write(WaveHandle handle, const WaveHeader& header) {
     if (client_->prepared != &header || (!header.lpData && header.dwBufferLength)) return kWaveUnprepared;
     slice_ = Slice{{static_cast<const std::uint8_t*>(header.lpData), header.dwBufferLength},
                    device_->BuffersBehind()};
-    SetDue(Clock::now() + LengthOf(header.dwBufferLength, format_) + patience_.stall);
+    SetDue(Clock::now() + LengthOf(header.dwBufferLength, device_.Format()) + patience_.stall);
   }
   device_->Start();
   return kWaveOk;
@@ -119,7 +111,7 @@ bool SliceOutput::TakeBytes(std::span<std::uint8_t> buffer) {
     std::copy_n(slice_->rest.begin(), count, buffer.begin());
     slice_->rest = slice_->rest.subspan(count);
   }
-  std::fill(buffer.begin() + static_cast<std::ptrdiff_t>(count), buffer.end(), format_.SilentByte());
+  std::fill(buffer.begin() + static_cast<std::ptrdiff_t>(count), buffer.end(), device_.Format().SilentByte());
   return all_taken && slice_->buffers_to_end-- <= 0;
 }
 
@@ -161,7 +153,7 @@ void SliceOutput::PassDue() {
   due_.reset();
   if (slice_) return EndSlice(lock);
   lock.unlock();
-  device_.reset();
+  device_.Close();
 }
 
 }  // namespace platform

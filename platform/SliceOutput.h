@@ -52,7 +52,6 @@ class SliceOutput {
     const WaveHeader* prepared = nullptr;
   };
 
-  bool HaveDevice(const AudioFormat& format);
   WaveCode CheckHandle(WaveHandle handle) const;
   void Fill(std::span<std::uint8_t> buffer);
   bool TakeBytes(std::span<std::uint8_t> buffer);
@@ -62,13 +61,11 @@ class SliceOutput {
   void EndSlice(std::unique_lock<std::mutex>& lock);
   static void Tell(const Client& client, std::uint32_t message);
 
-  const AudioDeviceOpener open_;
   const Patience patience_;
 
   /// Held while the device is opened or closed; taken before mutex_, never within it.
   std::mutex device_mutex_;
-  AudioFormat format_;
-  std::unique_ptr<AudioDevice> device_;
+  KeptDevice device_;
 
   /// Guards all that follows.
   std::mutex mutex_;

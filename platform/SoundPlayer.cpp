@@ -63,11 +63,12 @@ class SoundFile {
 }  // namespace
 
 SoundPlayer::SoundPlayer(AudioDeviceOpener open)
-    : open_(std::move(open)), thread_([this](const std::stop_token& stop) { Run(stop); }) {}
+    : device_(std::move(open), [this](std::span<std::uint8_t> buffer) { Fill(buffer); }),
+      thread_([this](const std::stop_token& stop) { Run(stop); }) {}
 
 SoundPlayer::~SoundPlayer() {
   thread_ = {};
-  device_.reset();
+  device_.Close();
 }
 
 void SoundPlayer::Play(std::string path) { Order(std::move(path)); }
@@ -85,12 +86,12 @@ void SoundPlayer::Run(const std::stop_token& stop) {
   FindAudioDriver();
   while (!stop.stop_requested()) {
     std::unique_lock lock(mutex_);
-    const std::chrono::milliseconds patience = device_ ? kDeviceLinger : kNoDevice;
+    const std::chrono::milliseconds patience = device_.IsOpen() ? kDeviceLinger : kNoDevice;
     const bool ordered = changed_.wait_for(lock, stop, patience, [this] { return order_.has_value(); });
     const std::string path = std::exchange(order_, std::nullopt).value_or(std::string());
     lock.unlock();
     if (!ordered)
-      device_.reset();
+      device_.Close();
     else if (!path.empty())
       Stream(path, stop);
   }
@@ -100,16 +101,8 @@ void SoundPlayer::Stream(const std::string& path, const std::stop_token& stop) {
   SoundFile file(path);
   if (!file.IsOpen()) return;
   auto block = file.NextBlock();
-  if (block.empty() || !HaveDevice(file.Format())) return;
+  if (block.empty() || !device_.Take(file.Format())) return;
   for (; !block.empty() && Append(block, stop); block = file.NextBlock()) device_->Start();
-}
-
-bool SoundPlayer::HaveDevice(const AudioFormat& format) {
-  if (device_ && format_ == format) return true;
-  device_.reset();
-  format_ = format;
-  device_ = open_(format, [this](std::span<std::uint8_t> buffer) { Fill(buffer); });
-  return device_ != nullptr;
 }
 
 // Waits for room. False if something else has been ordered meanwhile.
@@ -128,7 +121,7 @@ void SoundPlayer::Fill(std::span<std::uint8_t> buffer) {
   const auto count = static_cast<std::ptrdiff_t>(std::min(buffer.size(), ahead_.size()));
   std::copy_n(ahead_.begin(), count, buffer.begin());
   ahead_.erase(ahead_.begin(), ahead_.begin() + count);
-  std::fill(buffer.begin() + count, buffer.end(), format_.SilentByte());
+  std::fill(buffer.begin() + count, buffer.end(), device_.Format().SilentByte());
   changed_.notify_all();
 }
 

@@ -30,14 +30,11 @@ class SoundPlayer {
   void Order(std::string path);
   void Run(const std::stop_token& stop);
   void Stream(const std::string& path, const std::stop_token& stop);
-  bool HaveDevice(const AudioFormat& format);
   bool Append(std::span<const std::uint8_t> bytes, const std::stop_token& stop);
   void Fill(std::span<std::uint8_t> buffer);
 
-  const AudioDeviceOpener open_;
   /// The player's thread alone.
-  std::unique_ptr<AudioDevice> device_;
-  AudioFormat format_;
+  KeptDevice device_;
 
   /// Guards all that follows.
   std::mutex mutex_;

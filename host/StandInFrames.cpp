@@ -82,8 +82,9 @@ void StandInWindow::SaveFrames(const QString& base) {
   stand_in_->StatusClose();
   if (failure) return ShowFailure(QString::fromStdString(*failure));
   stand_in_->NoteSaved();
-  ShowNote(
-      tr("%1 pictures saved in %2").arg(stand_in_->CurrentAnimation().FrameCount()).arg(picture_folder_));
+  const int frames = stand_in_->CurrentAnimation().FrameCount();
+  ShowNote(frames == 1 ? tr("1 picture saved in %1").arg(picture_folder_)
+                       : tr("%1 pictures saved in %2").arg(frames).arg(picture_folder_));
 }
 
 bool StandInWindow::MayDropFrames() {

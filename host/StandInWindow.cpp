@@ -184,8 +184,9 @@ void StandInWindow::RefreshFrame() {
 
 void StandInWindow::RefreshCaptions() {
   const Animation& animation = stand_in_->CurrentAnimation();
-  facts_label_->setText(tr("%1 frames  ·  %2 × %3  ·  %4 fps")
-                            .arg(animation.FrameCount())
+  const int frames = animation.FrameCount();
+  facts_label_->setText(tr("%1  ·  %2 × %3  ·  %4 fps")
+                            .arg(frames == 1 ? tr("1 frame") : tr("%1 frames").arg(frames))
                             .arg(animation.Size().width)
                             .arg(animation.Size().height)
                             .arg(QString::fromStdString(stand_in_->RateText())));

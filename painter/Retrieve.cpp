@@ -97,6 +97,8 @@ void EnterHostFolder() {
 void ProposeLength() {
   const std::int32_t frames = sheet::WholeFrames(sheet::FrameRate(), sheet::CalcTime().value_or(0));
   if (frames > 0) fp_options->Text1.SetText(std::to_string(frames));
+  // Typed digits take the proposal's place.
+  fp_options->Text1.SelectAll();
 }
 
 }  // namespace

@@ -57,6 +57,8 @@ class Desk:
         self.screen = os.open(os.path.join(self.folder, "Xvfb_screen0"), os.O_RDONLY)
         os.environ["DISPLAY"] = ":" + number
         os.environ.pop("WAYLAND_DISPLAY", None)
+        # Elsewhere the typing tool takes letters beyond ASCII for broken ones.
+        os.environ["LC_ALL"] = "C.UTF-8"
         self.start(["openbox", "--sm-disable"], os.environ, stdout=subprocess.DEVNULL,
                    stderr=subprocess.DEVNULL)
         wait_for("the window manager", lambda: "window id" in output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
@@ -255,7 +257,9 @@ def output(*command):
 
 
 def xdotool(*words):
-    subprocess.run(["xdotool", *map(str, words)], stdout=subprocess.DEVNULL, check=True)
+    words = ["xdotool", *map(str, words)]
+    if subprocess.run(words, stdout=subprocess.DEVNULL, check=False).returncode != 0:
+        raise TourError("this couldn't be done: " + " ".join(words))
 
 
 def end(process):

@@ -5,6 +5,7 @@ to pass: the machine may be slow.
 """
 
 import os
+import re
 import signal
 import struct
 import subprocess
@@ -14,6 +15,8 @@ from PIL import Image, ImageChops
 
 SCREEN_WIDTH, SCREEN_HEIGHT = 1600, 1200
 LIMIT_SECONDS = 20
+UMLAUT_KEYS = {"ä": "adiaeresis", "ö": "odiaeresis", "ü": "udiaeresis", "Ä": "Adiaeresis", "Ö": "Odiaeresis",
+               "Ü": "Udiaeresis", "ß": "ssharp"}
 STILL_SECONDS, STILL_LOOKS = 0.08, 4
 
 
@@ -57,8 +60,6 @@ class Desk:
         self.screen = os.open(os.path.join(self.folder, "Xvfb_screen0"), os.O_RDONLY)
         os.environ["DISPLAY"] = ":" + number
         os.environ.pop("WAYLAND_DISPLAY", None)
-        # Elsewhere the typing tool takes letters beyond ASCII for broken ones.
-        os.environ["LC_ALL"] = "C.UTF-8"
         self.start(["openbox", "--sm-disable"], os.environ, stdout=subprocess.DEVNULL,
                    stderr=subprocess.DEVNULL)
         wait_for("the window manager", lambda: "window id" in output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
@@ -142,7 +143,13 @@ class Desk:
         xdotool("key", "--delay", 12, *names)
 
     def type(self, text):
-        xdotool("type", "--delay", 8, text)
+        """Letters beyond ASCII are pressed by the names of their keys: the tool's own way of typing them now and
+        then takes them for broken ones."""
+        for part in re.split("([äöüÄÖÜß])", text):
+            if part in UMLAUT_KEYS:
+                self.keys(UMLAUT_KEYS[part])
+            elif part:
+                xdotool("type", "--delay", 8, part)
 
     # Windows.
 

@@ -8,6 +8,8 @@
 
 #include "platform/Control.h"
 
+class QTableView;
+
 namespace platform {
 
 /// A grid of texts, row 0 fixed as the header. It holds hundreds of thousands of rows: texts stand in one
@@ -69,6 +71,7 @@ class Grid : public Control {
   class Model;
   class View;
   class HeaderView;
+  static QTableView* MakeView(Grid& grid);
   void MoveTo(int row, int col);
   void NoteStale();
   void ShowCurrent();

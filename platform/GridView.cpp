@@ -1,0 +1,185 @@
+// How the grid is seen, and how mouse and keys move in it.
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <optional>
+
+#include "platform/Application.h"
+#include "platform/GridModel.h"
+#include "platform/ToolkitColor.h"
+
+namespace platform {
+namespace {
+
+constexpr int kDefaultColumnWidth = 64;
+constexpr int kCurrentCellFrame = 2;
+const QColor kLine(214, 218, 224);
+
+/// Lines that part the cells without outshouting what stands in them. The current cell is framed and stays
+/// as readable as the others; the frame greys while another control has the focus.
+class CellPainter : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    QStyleOptionViewItem plain = option;
+    plain.state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
+    QStyledItemDelegate::paint(painter, plain, index);
+    PaintLines(*painter, option.rect);
+    if (option.state & QStyle::State_Selected) PaintFrame(*painter, option);
+  }
+
+ private:
+  /// One pixel of the screen at any scale: a wider line would be uneven from row to row at a scale like 1.25.
+  static void PaintLines(QPainter& painter, const QRectF& cell) {
+    const double right = cell.right() - 0.5, bottom = cell.bottom() - 0.5;
+    painter.setPen(QPen(kLine, 0));
+    painter.drawLine(QPointF(cell.left(), bottom), QPointF(right, bottom));
+    painter.drawLine(QPointF(right, cell.top()), QPointF(right, bottom));
+  }
+
+  static void PaintFrame(QPainter& painter, const QStyleOptionViewItem& option) {
+    const bool in_use = option.state & QStyle::State_Active && option.state & QStyle::State_HasFocus;
+    const QColor color = in_use ? option.palette.color(QPalette::Highlight) : QColor(140, 148, 160);
+    QRegion frame(option.rect);
+    frame -=
+        option.rect.adjusted(kCurrentCellFrame, kCurrentCellFrame, -kCurrentCellFrame, -kCurrentCellFrame);
+    for (const QRect& side : frame) painter.fillRect(side, color);
+  }
+};
+
+}  // namespace
+
+/// The fixed row: a click in it is a click in the grid, and it shows when it is current.
+class Grid::HeaderView : public QHeaderView {
+ public:
+  HeaderView(Grid& grid, QWidget* parent) : QHeaderView(Qt::Horizontal, parent), grid_(grid) {
+    setSectionResizeMode(QHeaderView::Fixed);
+    setHighlightSections(false);
+    setFixedHeight(kGridHeaderHeight);
+  }
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QHeaderView::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && grid_.Click) RunEvent(grid_.Click);
+  }
+  void paintSection(QPainter* painter, const QRect& rect, int section) const override;
+
+ private:
+  Grid& grid_;
+};
+
+class Grid::View : public QTableView {
+ public:
+  explicit View(Grid& grid) : grid_(grid) {
+    setHorizontalHeader(new HeaderView(grid, this));
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(kGridRowHeight);
+    verticalHeader()->setDefaultSectionSize(kGridRowHeight);
+    horizontalHeader()->setDefaultSectionSize(kDefaultColumnWidth);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    setWordWrap(false);
+    setShowGrid(false);
+    setItemDelegate(new CellPainter(this));
+    setTabKeyNavigation(false);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, [this] {
+      if (grid_.Scroll) RunEvent(grid_.Scroll);
+    });
+  }
+
+ protected:
+  bool event(QEvent* event) override {
+    const bool handled = QTableView::event(event);
+    if (event->type() == QEvent::Paint && hasFocus()) PaintFocusFrame(this);
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
+    return handled;
+  }
+  void mousePressEvent(QMouseEvent* event) override {
+    const QModelIndex at = indexAt(event->pos());
+    if (event->button() == Qt::LeftButton && at.isValid())
+      RunEvent([&] { grid_.MoveTo(at.row() + 1, at.column()); });
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+  void mouseMoveEvent(QMouseEvent*) override {}
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton && grid_.Click) RunEvent(grid_.Click);
+  }
+
+  void keyPressEvent(QKeyEvent* event) override {
+    if (MoveByKey(*event)) return;
+    const bool opens =
+        event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_F2;
+    if (opens && grid_.EditKey) return RunEvent(grid_.EditKey);
+    // Keys that the grid has no use for may be shortcuts of the window.
+    event->ignore();
+  }
+
+  void keyReleaseEvent(QKeyEvent* event) override {
+    const int key = event->key() == Qt::Key_Delete ? kDeleteKey : event->key();
+    if (!event->isAutoRepeat() && grid_.KeyUp) RunEvent([&] { grid_.KeyUp(key, 0); });
+  }
+
+ private:
+  bool MoveByKey(const QKeyEvent& event) {
+    const bool to_end = event.key() == Qt::Key_Home || event.key() == Qt::Key_End;
+    const auto action = ActionOf(event);
+    if (!action && !to_end) return false;
+    grid_.ShowCurrent();
+    if (model()->rowCount() == 0) return true;
+    // A sheet is read downward: its ends are the first and the last frame, not the outer columns.
+    if (to_end) {
+      RunEvent([&] { grid_.MoveTo(event.key() == Qt::Key_Home ? 1 : grid_.Rows() - 1, grid_.Col()); });
+      return true;
+    }
+    if (!currentIndex().isValid()) {
+      RunEvent([&] { grid_.MoveTo(1, grid_.Col()); });
+      return true;
+    }
+    const QModelIndex target = moveCursor(*action, event.modifiers());
+    if (target.isValid()) RunEvent([&] { grid_.MoveTo(target.row() + 1, target.column()); });
+    return true;
+  }
+
+  static std::optional<CursorAction> ActionOf(const QKeyEvent& event) {
+    switch (event.key()) {
+      case Qt::Key_Up:
+        return MoveUp;
+      case Qt::Key_Down:
+        return MoveDown;
+      case Qt::Key_Left:
+        return MoveLeft;
+      case Qt::Key_Right:
+        return MoveRight;
+      case Qt::Key_PageUp:
+        return MovePageUp;
+      case Qt::Key_PageDown:
+        return MovePageDown;
+      default:
+        return std::nullopt;
+    }
+  }
+
+  Grid& grid_;
+};
+
+void Grid::HeaderView::paintSection(QPainter* painter, const QRect& rect, int section) const {
+  // The base class leaves a clip behind through which nothing more would be seen.
+  painter->save();
+  QHeaderView::paintSection(painter, rect, section);
+  painter->restore();
+  if (grid_.Row() == 0 && grid_.Col() == section)
+    painter->fillRect(rect.adjusted(0, rect.height() - 2, -1, 0), palette().color(QPalette::Highlight));
+}
+
+QTableView* Grid::MakeView(Grid& grid) { return new View(grid); }
+
+}  // namespace platform

@@ -13,7 +13,7 @@ import time
 
 from PIL import Image, ImageChops
 
-SCREEN_WIDTH, SCREEN_HEIGHT = 1600, 1200
+SCREEN_WIDTH, SCREEN_HEIGHT = 1920, 1200
 LIMIT_SECONDS = 20
 UMLAUT_KEYS = {"ä": "adiaeresis", "ö": "odiaeresis", "ü": "udiaeresis", "Ä": "Adiaeresis", "Ö": "Odiaeresis",
                "Ü": "Udiaeresis", "ß": "ssharp"}

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 
 #include <filesystem>
 
@@ -12,66 +11,30 @@
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "support/desk.h"
+#include "support/sheet_lines.h"
 #include "timeline/velocity_values.h"
 
 namespace {
 
+using support::Fields;
+using support::Joined;
+using support::Split;
+using support::With;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr int kSamplesPerSecond = 1000;
-
 /// 8-bit samples of three seconds: at 2 frames a second, 7 rows and 6 track frames.
 std::string ThreeSeconds(const std::string& name = "frog.wav") {
-  return support::WriteScratch(name, support::WaveBytes(8, kSamplesPerSecond, std::string(3000, '\x80')));
-}
-
-std::string Lines(const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += line + "\r\n";
-  return text;
+  return support::WriteScratch(name, support::WaveBytes(8, 1000, std::string(3000, '\x80')));
 }
 
 /// A sheet of three rows and two track frames.
-std::vector<std::string> SmallSheet(const std::string& wave_name) {
-  return {"ExposureSheet02",
-          "2",
-          wave_name,
-          "Reserved",
-          "Reserved",
-          " 4 ",
-          " 3 ",
-          "Reserved",
-          "Reserved",
-          "0",
-          "A ",
-          "one, two",
-          "1",
-          "",
-          "",
-          "2",
-          "Q",
-          "\"three\"",
-          "Reserved",
-          "Reserved",
-          "Reserved",
-          "Reserved",
-          "False",
-          "Velocity",
-          "False",
-          "True",
-          "False",
-          "True",
-          " 2 ",
-          " 1 ",
-          " 2 ",
-          " 3 ",
-          " 4 ",
-          " 255 ",
-          " 0 ",
-          " 64 ",
-          " 32 "};
+Fields SmallSheet(const std::string& wave_name) {
+  return Split("ExposureSheet02|2|" + wave_name +
+               "|Reserved|Reserved| 4 | 3 |Reserved|Reserved|0|A |one, two|1|||2|Q|\"three\"|Reserved|"
+               "Reserved|Reserved|Reserved|False|Velocity|False|True|False|True| 2 | 1 | 2 | 3 | 4 | 255 |"
+               " 0 | 64 | 32 ");
 }
 
 class SheetFile : public testing::Test {
@@ -80,13 +43,14 @@ class SheetFile : public testing::Test {
     desk.files.paths = {support::WriteScratch("sheet.exp", bytes)};
     form.MenuOpen_Click();
   }
-  std::string SavedTo(const std::string& path) {
-    desk.files.paths = {path};
+  /// What then stands in a file of this name.
+  std::string Saved(const std::string& name) {
+    desk.files.paths = {support::ScratchFolder() + "/" + name};
     form.MenuSave_Click();
-    return support::ReadWhole(path);
+    return support::ReadWhole(support::ScratchFolder() + "/" + name);
   }
-  std::vector<std::string> Cells() const {
-    std::vector<std::string> cells;
+  Fields Cells() const {
+    Fields cells;
     for (int row = 1; row < form.Grid1.Rows(); ++row)
       for (int col = 0; col < 3; ++col) cells.push_back(form.Grid1.TextMatrix(row, col));
     return cells;
@@ -94,196 +58,147 @@ class SheetFile : public testing::Test {
 
   support::Desk desk;
   Form1& form = desk.Main();
+  const timeline::VelocityTable& tracks = timeline::Tracks().VelocityValues;
 };
 
 TEST_F(SheetFile, EverythingComesBack) {
   const std::string wave = ThreeSeconds("fr\xc3\xb6sche, \"alle\".wav");
   auto lines = SmallSheet(wave);
-  Open(Lines(lines));
+  Open(Joined(lines));
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
   EXPECT_EQ(form3->Text7.Text(), "2");
   EXPECT_EQ(form.CommonDialog1.FileName, wave);
   EXPECT_EQ(audio::LoadedSound().WaveDataLength, 3000);
-  EXPECT_THAT(Cells(), ElementsAre("0", "A", "one, two", "1", "", "", "2", "Q", "\"three\""));
+  EXPECT_EQ(Cells(), Split("0|A|one, two|1|||2|Q|\"three\""));
   EXPECT_EQ(form.Grid1.Row(), 3);
   EXPECT_EQ(form.Grid1.Col(), 2);
-  EXPECT_FALSE(form.vl_button18.value());
-  EXPECT_FALSE(form.vl_button13.value());
-  EXPECT_TRUE(form.vl_button14.value());
-  EXPECT_FALSE(form.vl_button15.value());
-  EXPECT_TRUE(form.vl_button16.value());
-  ASSERT_EQ(timeline::Tracks().VelocityValues.Frames(), 6);
-  EXPECT_EQ(timeline::Tracks().VelocityValues.At(0, 3), 4);
-  EXPECT_EQ(timeline::Tracks().VelocityValues.At(1, 0), 255);
-  EXPECT_EQ(timeline::Tracks().VelocityValues.At(2, 0), 32) << "beyond the file's";
+  EXPECT_THAT(std::vector({form.vl_button18.value(), form.vl_button13.value(), form.vl_button14.value(),
+                           form.vl_button15.value(), form.vl_button16.value()}),
+              ElementsAre(false, false, true, false, true));
+  ASSERT_EQ(tracks.Frames(), 6);
+  EXPECT_EQ(tracks.At(0, 3), 4);
+  EXPECT_EQ(tracks.At(1, 0), 255);
+  EXPECT_EQ(tracks.At(2, 0), 32) << "beyond the file's";
   EXPECT_EQ(sheet::SheetCells.Text(1, 0), "1") << "recorded as the cell was left";
   EXPECT_EQ(sheet::SheetCells.Text(2, 2), "") << "the last cell hasn't been left";
 
   lines[10] = "A";  // trimmed by reading
   lines[28] = " 6 ";
-  for (int i = 0; i < 16; ++i) lines.push_back(" 32 ");
-  EXPECT_EQ(SavedTo(support::ScratchFolder() + "/again.exp"), Lines(lines));
+  lines.resize(lines.size() + 16, " 32 ");
+  EXPECT_EQ(Saved("again.exp"), Joined(lines));
   EXPECT_EQ(sheet::SheetCells.Text(2, 1), "Q");
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
 }
 
-TEST_F(SheetFile, AnEmptySheetHasTwentyLines) {
-  form3->Text7.SetText("29.97");
-  EXPECT_EQ(SavedTo(support::ScratchFolder() + "/empty.exp"),
-            Lines({"ExposureSheet02", "29.97",    "",         "Reserved", "Reserved", " 1 ",      " 3 ",
-                   "Reserved",        "Reserved", "Reserved", "Reserved", "Reserved", "Reserved", "True",
-                   "Velocity",        "True",     "True",     "True",     "True",     " 0 "}));
+TEST_F(SheetFile, AnEmptySheetIsSavedByteForByte) {
+  EXPECT_EQ(Saved("empty.exp"), support::ReadWhole(SOURCE_DIR "/tests/sheet/golden/empty.exp"));
 }
 
 TEST_F(SheetFile, SavingLeadsTheHostThroughTheSheetAndEndsAtTheLastComment) {
-  Open(Lines(SmallSheet(ThreeSeconds())));
+  Open(Joined(SmallSheet(ThreeSeconds())));
   form.vl_button18.SetValue(true);
   desk.host->Take();
-  SavedTo(support::ScratchFolder() + "/moves.exp");
+  form3->Text7.SetText("10");
+  const std::string saved = Saved("moves.exp");
   EXPECT_EQ(form.Grid1.Row(), 3);
   EXPECT_EQ(form.Grid1.Col(), 2);
   // Each row is reached in the column where the one before ended, then its three columns are.
-  std::vector<std::string> expected;
+  Fields expected, moves = desk.host->Take();
   for (const char* frame : {"0", "1", "2"})
-    for (int move = 0; move < 4; ++move) expected.push_back("Vel_GotoFrame(" + std::string(frame) + ")");
-  std::vector<std::string> moves;
-  for (const std::string& call : desk.host->Take())
-    if (call.starts_with("Vel_GotoFrame")) moves.push_back(call);
+    expected.insert(expected.end(), 4, "Vel_GotoFrame(" + std::string(frame) + ")");
+  std::erase_if(moves, [](const std::string& call) { return !call.starts_with("Vel_GotoFrame"); });
   EXPECT_EQ(moves, expected);
-}
-
-TEST_F(SheetFile, ATypedRateNeverSavesMoreThanTheTracksHold) {
-  Open(Lines(SmallSheet(ThreeSeconds())));
-  form3->Text7.SetText("10");
-  const std::string saved = SavedTo(support::ScratchFolder() + "/typed.exp");
   EXPECT_THAT(saved, HasSubstr("ExposureSheet02\r\n10\r\n"));
-  EXPECT_THAT(saved, HasSubstr("True\r\n 6 \r\n 1 \r\n"));
-}
-
-TEST_F(SheetFile, TheWaveFileIsTakenFromBesideTheSheet) {
-  const std::string wave = ThreeSeconds();
-  Open(Lines(SmallSheet("C:\\Voices\\frog.wav")));
-  EXPECT_THAT(desk.messages.Texts(), IsEmpty());
-  EXPECT_EQ(form.CommonDialog1.FileName, wave);
-  EXPECT_EQ(timeline::Tracks().VelocityValues.At(0, 0), 1);
+  EXPECT_THAT(saved, HasSubstr("True\r\n 6 \r\n 1 \r\n")) << "no more frames than the tracks hold";
 }
 
 TEST_F(SheetFile, AMissingWaveFileIsToldOnceAndTheSheetComesAllTheSame) {
-  Open(Lines(SmallSheet("/gone/toad.wav")));
-  ASSERT_EQ(desk.messages.shown.size(), 1U);
-  EXPECT_THAT(desk.messages.Texts()[0],
-              testing::AllOf(HasSubstr("/gone/toad.wav"), HasSubstr("tracks can't be")));
-  EXPECT_EQ(form.CommonDialog1.FileName, "/gone/toad.wav");
-  EXPECT_EQ(form3->Text7.Text(), "2");
-  EXPECT_EQ(form.Grid1.Rows(), 4);
-  EXPECT_THAT(Cells(), ElementsAre("0", "A", "one, two", "1", "", "", "2", "Q", "\"three\""));
-}
-
-TEST_F(SheetFile, NothingOfTheSheetBeforeShowsInOneWithoutItsSound) {
-  Open(Lines(SmallSheet(ThreeSeconds())));
+  Open(Joined(SmallSheet(ThreeSeconds())));
   form.Grid1.SetRow(1);  // records the last comment
   auto lines = SmallSheet("/gone/toad.wav");
+  lines[1] = "3";
   lines[17] = "";
-  Open(Lines(lines));
-  EXPECT_EQ(sheet::SheetCells.Text(2, 2), "");
+  Open(Joined(lines));
+  ASSERT_EQ(desk.messages.shown.size(), 1U);
+  EXPECT_THAT(desk.messages.Texts()[0], AllOf(HasSubstr("/gone/toad.wav"), HasSubstr("tracks can't be")));
+  EXPECT_EQ(form.CommonDialog1.FileName, "/gone/toad.wav");
+  EXPECT_EQ(form3->Text7.Text(), "3");
+  EXPECT_EQ(Cells(), Split("0|A|one, two|1|||2|Q|"));
+  EXPECT_EQ(sheet::SheetCells.Text(2, 2), "") << "of the sheet before";
   lines.resize(12);
-  Open(Lines(lines));
-  EXPECT_THAT(Cells(), ElementsAre("0", "A", "one, two"));
+  Open(Joined(lines));
+  EXPECT_EQ(Cells(), Split("0|A|one, two")) << "of the sheet before nothing shows";
 }
 
 TEST_F(SheetFile, ARefusedWaveFileLeavesTheOldSound) {
-  Open(Lines(SmallSheet(ThreeSeconds())));
-  const std::string wave = support::WriteScratch("bad.wav", "no riff");
-  auto lines = SmallSheet(wave);
-  lines[11] = "new";
-  Open(Lines(lines));
+  Open(Joined(SmallSheet(ThreeSeconds())));
+  Open(With(SmallSheet(support::WriteScratch("bad.wav", "no riff")), 12, "new"));
   EXPECT_THAT(desk.messages.Texts(), ElementsAre("Not a riff file"));
   EXPECT_EQ(audio::LoadedSound().WaveDataLength, 3000);
   EXPECT_EQ(form.Grid1.TextMatrix(1, 2), "new");
-  EXPECT_EQ(timeline::Tracks().VelocityValues.At(1, 0), 255);
+  EXPECT_EQ(tracks.At(1, 0), 255);
 }
 
 TEST_F(SheetFile, CancelAndAFileThatCantBeOpenedChangeNothing) {
-  Open(Lines(SmallSheet(ThreeSeconds())));
-  const auto cells = Cells();
-  desk.files.paths = {""};
+  Open(Joined(SmallSheet(ThreeSeconds())));
+  desk.files.paths = {"", "", support::ScratchFolder() + "/none.exp"};
   form.MenuOpen_Click();
   form.MenuSave_Click();
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
-  desk.files.paths = {support::ScratchFolder() + "/none.exp"};
   form.MenuOpen_Click();
-  desk.files.paths = {support::ScratchFolder() + "/none/sheet.exp"};
   form.Grid1.SetRow(1);
-  form.MenuSave_Click();
+  Saved("none/sheet.exp");
   EXPECT_THAT(desk.messages.Texts(), ElementsAre("Can't read file", "Can't open file"));
-  EXPECT_EQ(Cells(), cells);
+  EXPECT_EQ(Cells(), Split("0|A|one, two|1|||2|Q|\"three\""));
   EXPECT_EQ(form.Grid1.Row(), 1) << "the sheet isn't walked for a file that can't be made";
 }
 
-TEST_F(SheetFile, AFullDiskIsToldAndKeepsTheOldFile) {
-  Open(Lines(SmallSheet(ThreeSeconds())));
+TEST_F(SheetFile, AFullDiskIsToldAndLeavesTheOldFileAlone) {
+  Open(Joined(SmallSheet(ThreeSeconds())));
   const std::string path = support::WriteScratch("week.exp", "a week's work");
   signal(SIGXFSZ, SIG_IGN);
   rlimit limit{};
   getrlimit(RLIMIT_FSIZE, &limit);
   const rlimit small{50, limit.rlim_max};
   setrlimit(RLIMIT_FSIZE, &small);
-  const std::string left = SavedTo(path);
+  EXPECT_EQ(Saved("week.exp"), "a week's work");
   setrlimit(RLIMIT_FSIZE, &limit);
-  EXPECT_EQ(left, "a week's work");
   EXPECT_THAT(desk.messages.Texts(), ElementsAre("The sheet could not be saved to " + path +
                                                  ": File too large.\nThe file is as it was before."));
+  std::filesystem::directory_iterator files(support::ScratchFolder());
+  EXPECT_EQ(std::distance(files, {}), 3) << "the sound, the sheet, the week's; nothing half-written";
 }
 
 TEST_F(SheetFile, HostileFilesAreToldAndTheWindowLivesOn) {
-  const std::string wave = ThreeSeconds();
-  const auto with = [&](std::size_t line, const std::string& text) {
-    auto lines = SmallSheet(wave);
-    lines[line - 1] = text;
-    return Lines(lines);
-  };
-  const std::string good = Lines(SmallSheet(wave));
+  const Fields good = SmallSheet(ThreeSeconds());
   const struct {
-    const char* what;
-    std::string bytes;
-    const char* told;
+    std::string bytes, told;
   } cases[] = {
-      {"empty", "", "Line 1: expected the file's magic word, but the file ends."},
-      {"nonsense", std::string(5000, '\xff'), "Line 1: expected the frame rate, but the file ends."},
-      {"a million rows", with(6, " 1000000 "), "Line 6: expected a row count of 4"},
-      {"more track frames than the sound has", with(29, " 100000 "),
-       "Line 29: expected tracks of at most 6 frames"},
-      {"a negative rate", with(2, "-3"), "must not be negative"},
-      {"a rate beyond all memory", with(2, "99999999999"), "gives more than the"},
-      {"a NUL in a comment", with(12, std::string("a\0b", 3)), nullptr},
-      {"one line of a megabyte", with(12, std::string(1 << 20, 'x')), nullptr},
+      {std::string(5000, '\xff'), "Line 1: expected the frame rate, but the file ends."},
+      {With(good, 2, "-3"), "must not be negative"},
+      {With(good, 2, "99999999999"), "gives more than the"},
+      {With(good, 12, std::string("a\0b", 3)), ""},
+      {With(good, 12, std::string(1 << 20, 'x')), ""},
+      {Joined(good), ""},  // a good file after all of them
   };
   for (const auto& c : cases) {
     desk.messages.shown.clear();
     Open(c.bytes);
-    if (c.told == nullptr) {
-      EXPECT_THAT(desk.messages.Texts(), IsEmpty()) << c.what;
-    } else {
-      ASSERT_FALSE(desk.messages.shown.empty()) << c.what;
-      EXPECT_THAT(desk.messages.Texts()[0], HasSubstr(c.told)) << c.what;
-    }
-    EXPECT_EQ(form.Grid1.Cols(), 3) << c.what;
-    EXPECT_LE(form.Grid1.Rows(), 100) << c.what;
+    EXPECT_EQ(desk.messages.shown.empty(), c.told.empty());
+    EXPECT_THAT(Joined(desk.messages.Texts()), HasSubstr(c.told));
+    EXPECT_LE(form.Grid1.Rows(), 100);
     support::HandleEvents();
   }
-  desk.messages.shown.clear();
-  Open(good);
-  EXPECT_THAT(desk.messages.Texts(), IsEmpty()) << "a good file after all of them";
 }
 
-TEST_F(SheetFile, TheSampleSheetFitsItsVoice) {
+TEST_F(SheetFile, TheSampleSheetFitsTheVoiceBesideIt) {
   desk.files.paths = {SOURCE_DIR "/samples/frogs.exp"};
   form.MenuOpen_Click();
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
   EXPECT_EQ(form.CommonDialog1.FileName, SOURCE_DIR "/samples/frogs.wav");
   // 65,601 samples at 22,050 a second are 2.975 seconds, 71.4 frames.
   EXPECT_EQ(form.Grid1.Rows(), 72);
-  EXPECT_EQ(timeline::Tracks().VelocityValues.Frames(), 71);
+  EXPECT_EQ(tracks.Frames(), 71);
 }
 
 }  // namespace

@@ -102,4 +102,6 @@ bool FindAudioDriver() {
   return LibraryReady();
 }
 
+void LeaveAudioThread() { SDL_TLSCleanup(); }
+
 }  // namespace platform

@@ -70,6 +70,10 @@ class KeptDevice {
 /// is none.
 bool FindAudioDriver();
 
+/// For a thread that has opened or closed devices or looked for a driver, at its end: gives back what the
+/// library keeps for it, which otherwise nobody does.
+void LeaveAudioThread();
+
 /// How long an unused device is kept open. Opening and closing one takes several buffers' time, too long
 /// between two slices of a drag.
 inline constexpr std::chrono::milliseconds kDeviceLinger{2000};

@@ -144,6 +144,7 @@ void SliceOutput::Watch(const std::stop_token& stop) {
     lock.unlock();
     if (!woken && !stop.stop_requested()) PassDue();
   }
+  LeaveAudioThread();
 }
 
 void SliceOutput::PassDue() {

@@ -95,6 +95,7 @@ void SoundPlayer::Run(const std::stop_token& stop) {
     else if (!path.empty())
       Stream(path, stop);
   }
+  LeaveAudioThread();
 }
 
 void SoundPlayer::Stream(const std::string& path, const std::stop_token& stop) {

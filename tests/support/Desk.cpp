@@ -7,13 +7,13 @@
 #include <sstream>
 
 #include "app/Form1.h"
+#include "app/HostSession.h"
 #include "app/Main.h"
 
 namespace support {
 namespace {
 
-template <typename Number>
-std::string LittleEndian(Number value, int bytes) {
+std::string LittleEndian(std::size_t value, int bytes) {
   std::string out;
   for (int i = 0; i < bytes; ++i) out += static_cast<char>(value >> (8 * i) & 255);
   return out;
@@ -48,50 +48,22 @@ std::string ReadWhole(const std::string& path) {
 }
 
 std::string WaveBytes(int bits_per_sample, int samples_per_second, const std::string& data, int channels) {
-  const int block = channels * bits_per_sample / 8;
-  const std::string format =
-      LittleEndian(1, 2) + LittleEndian(channels, 2) + LittleEndian(samples_per_second, 4) +
-      LittleEndian(samples_per_second * block, 4) + LittleEndian(block, 2) + LittleEndian(bits_per_sample, 2);
-  return "RIFF" + LittleEndian(36 + data.size(), 4) + "WAVEfmt " + LittleEndian(16, 4) + format + "data" +
-         LittleEndian(data.size(), 4) + data;
+  const auto bits = static_cast<std::size_t>(bits_per_sample), count = static_cast<std::size_t>(channels),
+             rate = static_cast<std::size_t>(samples_per_second), block = count * bits / 8;
+  return "RIFF" + LittleEndian(36 + data.size(), 4) + "WAVEfmt " + LittleEndian(16, 4) + LittleEndian(1, 2) +
+         LittleEndian(count, 2) + LittleEndian(rate, 4) + LittleEndian(rate * block, 4) +
+         LittleEndian(block, 2) + LittleEndian(bits, 2) + "data" + LittleEndian(data.size(), 4) + data;
 }
-
-ScriptedMessages::ScriptedMessages() {
-  platform::AnswerMessagesWith([this](const platform::Message& message) {
-    shown.push_back(message);
-    if (answers.empty()) return platform::Answer::Ok;
-    const auto answer = answers.front();
-    answers.erase(answers.begin());
-    return answer;
-  });
-}
-ScriptedMessages::~ScriptedMessages() { platform::AnswerMessagesWith(nullptr); }
-
-std::vector<std::string> ScriptedMessages::Texts() const {
-  std::vector<std::string> texts;
-  for (const auto& message : shown) texts.push_back(message.text);
-  return texts;
-}
-
-ScriptedFiles::ScriptedFiles() {
-  platform::AnswerFileDialogsWith(
-      [this](const platform::FileQuestion& question) -> std::optional<std::string> {
-        asked.push_back(question);
-        if (paths.empty()) return std::nullopt;
-        std::string path = paths.front();
-        paths.erase(paths.begin());
-        if (path.empty()) return std::nullopt;
-        return path;
-      });
-}
-ScriptedFiles::~ScriptedFiles() { platform::AnswerFileDialogsWith(nullptr); }
 
 void HandleEvents() {
   for (int i = 0; i < 10; ++i) QCoreApplication::processEvents();
 }
 
-Desk::Desk() : host(UseRecordingHost()) { app::AppTitle = "Exposure Sheet 2.3"; }
-Desk::~Desk() = default;
+Desk::Desk() {
+  host->app_dir = ScratchFolder();
+  app::HostSession.Hold(host);
+  app::AppTitle = "Exposure Sheet 2.3";
+}
 
 Form1& Desk::Main() {
   form1.Hold().Show();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,19 +23,43 @@ std::string ReadWhole(const std::string& path);
 /// A RIFF wave file of the given samples, one channel unless said otherwise.
 std::string WaveBytes(int bits_per_sample, int samples_per_second, const std::string& data, int channels = 1);
 
+/// The first of what was laid ready, or this.
+template <typename Value>
+Value Next(std::vector<Value>& ready, Value otherwise) {
+  if (ready.empty()) return otherwise;
+  const Value first = ready.front();
+  ready.erase(ready.begin());
+  return first;
+}
+
 /// Answers every message box with the next of these, then with OK, and keeps what was shown.
 struct ScriptedMessages {
-  ScriptedMessages();
-  ~ScriptedMessages();
+  ScriptedMessages() {
+    platform::AnswerMessagesWith([this](const platform::Message& message) {
+      shown.push_back(message);
+      return Next(answers, platform::Answer::Ok);
+    });
+  }
+  ~ScriptedMessages() { platform::AnswerMessagesWith(nullptr); }
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (const auto& message : shown) texts.push_back(message.text);
+    return texts;
+  }
   std::vector<platform::Answer> answers;
   std::vector<platform::Message> shown;
-  std::vector<std::string> Texts() const;
 };
 
 /// Answers file dialogs with the next of these paths; an empty one, or none left, is Cancel.
 struct ScriptedFiles {
-  ScriptedFiles();
-  ~ScriptedFiles();
+  ScriptedFiles() {
+    platform::AnswerFileDialogsWith([this](const platform::FileQuestion& question) {
+      asked.push_back(question);
+      const std::string path = Next(paths, {});
+      return path.empty() ? std::nullopt : std::optional(path);
+    });
+  }
+  ~ScriptedFiles() { platform::AnswerFileDialogsWith(nullptr); }
   std::vector<std::string> paths;
   std::vector<platform::FileQuestion> asked;
 };
@@ -42,16 +67,14 @@ struct ScriptedFiles {
 /// Handles all events that are due, drawings put off included.
 void HandleEvents();
 
-/// A recording host that has brought up the main window, and its script of dialogs.
-class Desk {
- public:
+/// A recording host, whose folder is the scratch folder, and its script of dialogs.
+struct Desk {
   Desk();
-  ~Desk();
   /// The main window, loaded and shown.
   Form1& Main();
   ScriptedMessages messages;
   ScriptedFiles files;
-  std::shared_ptr<RecordingHost> host;
+  std::shared_ptr<RecordingHost> host = std::make_shared<RecordingHost>();
 };
 
 }  // namespace support

@@ -76,14 +76,10 @@ TEST(Members, RefuseWhatDoesNotFit) {
   StandIn host = MakeSmall();
   FormObject* no_form = nullptr;
   const std::vector<std::tuple<std::string_view, Values, std::string>> cases = {
-      {"vel_GetAppDir", {}, "letter case counts: Vel_GetAppDir"},
-      {"vel_GetBbuffer", {}, "letter case counts: Vel_GetBbuffer"},
       {"vel_SetGbuffer", {Filled(12, 1)}, "letter case counts: vel_SetGBuffer"},
       {"Vel_Nonsense", {}, "no member of this name"},
-      {"", {}, "no member of this name"},
       {"Vel_GotoFrame", {}, "takes 1 arguments, not 0"},
       {"vel_StatusClose", {1.0}, "takes 0 arguments, not 1"},
-      {"Vel_GotoFrame", {std::string("3")}, "can't be a text"},
       {"vel_StatusOpen", {std::int32_t{3}}, "can't be an integer"},
       {"vel_SetRbuffer", {std::string("x")}, "can't be a text"},
       {"vel_SetRbuffer", {Filled(11, 0)}, "a table of 11 bytes doesn't fit frames of 3 by 2"},
@@ -129,13 +125,11 @@ TEST(StandIn, APlaneThatWasHandedOutKeepsItsBytes) {
 }
 
 TEST(StandIn, UnwrittenFramesShareOneWhitePlane) {
-  StandIn host(Animation({1920, 1080}, 1));
+  StandIn host = MakeSmall(1);
   Call(host, "vel_CreateAnimAdv", {std::int32_t{200}, std::int16_t{2}});
   const ByteTable first = host.CurrentAnimation().Plane(0, Channel::Red);
-  const ByteTable last = host.CurrentAnimation().Plane(199, Channel::Blue);
-  EXPECT_EQ(first.bytes.size(), 1921u * 1081u);
-  EXPECT_EQ(first.bytes.data(), last.bytes.data());
-  EXPECT_EQ(first.bytes.front(), 255);
+  EXPECT_EQ(first.bytes.data(), host.CurrentAnimation().Plane(199, Channel::Blue).bytes.data());
+  EXPECT_THAT(first.bytes, testing::Each(255));
 }
 
 TEST(StandIn, ANewAnimationTakesTheSizeOfItsFirstPlane) {
@@ -158,8 +152,6 @@ TEST(FrameSize, IsFoundFromThePlaneLength) {
   };
   const std::vector<Case> cases = {
       {641 * 481, {}, {320, 240}, FrameSize{640, 480}},
-      {481 * 641, {}, {240, 320}, FrameSize{480, 640}},
-      {12, {{3, 2}}, {30, 40}, FrameSize{3, 2}},
       {12, {{2, 3}, {3, 2}}, {30, 20}, FrameSize{2, 3}},  // read later stands first
       {12, {{5, 5}}, {30, 20}, FrameSize{3, 2}},
       {13, {}, {3, 2}, std::nullopt},  // a prime number of bytes is a line, not a frame

@@ -176,6 +176,9 @@ TEST_F(Painter, RetrievesAgainOnlyAfterTheWarning) {
   EXPECT_EQ(CellsAt(0), Cell(0));
   ASSERT_EQ(desk.messages.shown.size(), 1u);
   EXPECT_EQ(desk.messages.shown[0].buttons, platform::Buttons::OkCancel);
+  EXPECT_EQ(desk.messages.shown[0].text,
+            "Warning, retrieving can change your frame list if the order of the original has changed.\n"
+            "Add frames to the end of the original, for best results");
 
   Window().vl_button1_Click();
   EXPECT_EQ(CellsAt(0), Rgb(200, 1, 2));

@@ -15,7 +15,7 @@
 #include <functional>
 
 #include "app/HostSession.h"
-#include "host/EmbeddedHost.h"
+#include "host/standin/EmbeddedHost.h"
 #include "painter/DibRelated.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"

@@ -1,7 +1,7 @@
 #include "host/MakeHost.h"
 
-#include "host/BusHost.h"
-#include "host/EmbeddedHost.h"
+#include "host/bus/BusHost.h"
+#include "host/standin/EmbeddedHost.h"
 
 namespace host {
 

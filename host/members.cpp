@@ -4,7 +4,7 @@
 #include <cctype>
 #include <string>
 
-#include "host/stand_in.h"
+#include "host/standin/stand_in.h"
 
 namespace host {
 namespace {

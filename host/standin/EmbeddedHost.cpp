@@ -1,0 +1,40 @@
+#include "host/standin/EmbeddedHost.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+
+#include "host/standin/StandInWindow.h"
+#include "host/standin/demo_animation.h"
+#include "host/standin/stand_in.h"
+
+namespace host {
+namespace {
+
+/// The stand-in and its window, held together.
+class EmbeddedHost final : public HostObject {
+ public:
+  EmbeddedHost() : stand_in_(std::make_shared<StandIn>(DrawDemoAnimation())) {
+    stand_in_->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
+    window_ = new StandInWindow(stand_in_, Place::Embedded);
+    // The tool holds its host until the process ends, which is later than a window can live.
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, window_, [window = window_] { delete window; });
+    window_->show();
+  }
+  ~EmbeddedHost() override {
+    if (QCoreApplication::instance() != nullptr) delete window_;
+  }
+
+  Variant Invoke(std::string_view member, std::span<const Variant> arguments) override {
+    return stand_in_->Invoke(member, arguments);
+  }
+
+ private:
+  std::shared_ptr<StandIn> stand_in_;
+  QPointer<StandInWindow> window_;
+};
+
+}  // namespace
+
+std::shared_ptr<HostObject> MakeEmbeddedHost() { return std::make_shared<EmbeddedHost>(); }
+
+}  // namespace host

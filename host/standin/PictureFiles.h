@@ -1,0 +1,39 @@
+// Picture files to animations and back.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "host/standin/animation.h"
+
+namespace host {
+
+/// Told of progress, 0 to 100 per cent.
+using Progress = std::function<void(double percent)>;
+
+/// Name filter of the kinds of picture that are read, for dialogs: "*.png *.jpg ...".
+QString PicturePatterns();
+
+/// The pictures of a folder, in the order of the numbers in their names: frame2 before frame10.
+QStringList PicturesIn(const QString& folder);
+/// The same order for a choice of files.
+QStringList SortedByNumber(QStringList files);
+
+/// One frame from each picture, all of them from one that moves. The planes' last column and row repeat the
+/// picture's edge; what is transparent shows white. Otherwise the reason, which names the picture that can't
+/// be read or differs in size.
+std::variant<Animation, std::string> ReadPictures(const QStringList& files, const Progress& progress);
+
+/// The names under which SavePictures writes: <base>0000.png and so on, in order.
+QStringList NumberedNames(const QString& base, int frame_count);
+
+/// Writes each frame as a PNG, replacing what stands there, each file whole or not at all. `base` is a path
+/// without number and extension. Otherwise the reason, naming the file.
+std::optional<std::string> SavePictures(const Animation& animation, const QString& base,
+                                        const Progress& progress);
+
+}  // namespace host

@@ -1,0 +1,112 @@
+// The stand-in's animations: new ones, pictures in, pictures out, and nothing lost without a question.
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+#include "host/standin/NewAnimationDialog.h"
+#include "host/standin/PictureFiles.h"
+#include "host/standin/StandInWindow.h"
+#include "host/standin/demo_animation.h"
+
+namespace host {
+
+// The questions come after the dialogs: a tool may write frames, or begin to, while a dialog stands open.
+
+void StandInWindow::AskNewAnimation() {
+  auto animation = AskForNewAnimation(this, stand_in_->CurrentAnimation().Size());
+  if (animation && MayReplaceFrames()) stand_in_->TakeAnimation(std::move(*animation));
+}
+
+void StandInWindow::OpenDemonstration() {
+  if (MayReplaceFrames()) stand_in_->TakeAnimation(DrawDemoAnimation());
+}
+
+void StandInWindow::AskPictures() {
+  const QStringList files =
+      QFileDialog::getOpenFileNames(this, tr("Open numbered pictures or an animation"), picture_folder_,
+                                    tr("Pictures (%1)").arg(PicturePatterns()));
+  if (files.isEmpty()) return;
+  picture_folder_ = QFileInfo(files.first()).absolutePath();
+  OpenPictures(SortedByNumber(files));
+}
+
+void StandInWindow::AskFolder() {
+  const QString folder =
+      QFileDialog::getExistingDirectory(this, tr("Open a folder of pictures"), picture_folder_);
+  if (folder.isEmpty()) return;
+  picture_folder_ = folder;
+  const QStringList files = PicturesIn(folder);
+  if (files.isEmpty()) return ShowFailure(tr("There is no picture in the folder \"%1\".").arg(folder));
+  OpenPictures(files);
+}
+
+void StandInWindow::OpenPictures(const QStringList& files) {
+  if (!MayReplaceFrames()) return;
+  stand_in_->StatusOpen(tr("Opening pictures...").toStdString());
+  auto result = ReadPictures(files, [this](double percent) { stand_in_->StatusPercent(percent); });
+  stand_in_->StatusClose();
+  if (const auto* reason = std::get_if<std::string>(&result))
+    return ShowFailure(QString::fromStdString(*reason));
+  stand_in_->TakeAnimation(std::move(std::get<Animation>(result)));
+}
+
+void StandInWindow::AskSave() {
+  if (stand_in_->CurrentAnimation().FrameCount() == 0) return;
+  const QString chosen =
+      QFileDialog::getSaveFileName(this, tr("Save as numbered pictures"), picture_folder_ + "/frame",
+                                   tr("PNG pictures (*.png)"), nullptr, QFileDialog::DontConfirmOverwrite);
+  if (chosen.isEmpty()) return;
+  picture_folder_ = QFileInfo(chosen).absolutePath();
+  const QString base = chosen.endsWith(".png", Qt::CaseInsensitive) ? chosen.chopped(4) : chosen;
+  if (MayReplacePictures(base) && FramesAreFree()) SaveFrames(base);
+}
+
+bool StandInWindow::MayReplacePictures(const QString& base) {
+  QStringList standing;
+  for (const QString& name : NumberedNames(base, stand_in_->CurrentAnimation().FrameCount()))
+    if (QFileInfo::exists(name)) standing << QFileInfo(name).fileName();
+  if (standing.isEmpty()) return true;
+  const QString text = standing.size() == 1
+                           ? tr("The picture %1 is already there. Replace it?").arg(standing.first())
+                           : tr("%1 of the pictures are already there, %2 to %3. Replace them?")
+                                 .arg(standing.size())
+                                 .arg(standing.first(), standing.last());
+  return QMessageBox::question(this, windowTitle(), text, QMessageBox::Yes | QMessageBox::No,
+                               QMessageBox::No) == QMessageBox::Yes;
+}
+
+void StandInWindow::SaveFrames(const QString& base) {
+  stand_in_->StatusOpen(tr("Saving pictures...").toStdString());
+  const auto failure = SavePictures(stand_in_->CurrentAnimation(), base,
+                                    [this](double percent) { stand_in_->StatusPercent(percent); });
+  stand_in_->StatusClose();
+  if (failure) return ShowFailure(QString::fromStdString(*failure));
+  stand_in_->NoteSaved();
+  const int frames = stand_in_->CurrentAnimation().FrameCount();
+  ShowNote(frames == 1 ? tr("1 picture saved in %1").arg(picture_folder_)
+                       : tr("%1 pictures saved in %2").arg(frames).arg(picture_folder_));
+}
+
+bool StandInWindow::MayDropFrames() {
+  if (!stand_in_->Unsaved()) return true;
+  return QMessageBox::question(this, windowTitle(), tr("These frames aren't saved. Go on without them?"),
+                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+bool StandInWindow::FramesAreFree() {
+  if (!stand_in_->Status()) return true;
+  ShowFailure(tr("A tool is at work with these frames. Try again when it has finished."));
+  return false;
+}
+
+bool StandInWindow::MayReplaceFrames() { return MayDropFrames() && FramesAreFree(); }
+
+bool StandInWindow::MayQuit() {
+  if (!MayDropFrames()) return false;
+  if (stand_in_->Forms().empty()) return true;
+  return QMessageBox::question(this, windowTitle(),
+                               tr("A tool is at work with these frames and can't go on without them. Quit?"),
+                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+}  // namespace host

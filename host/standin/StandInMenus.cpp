@@ -1,0 +1,145 @@
+// The stand-in's menus, and its rate, themes, wallpapers and tools.
+#include <QActionGroup>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProcess>
+
+#include "host/standin/HostSettings.h"
+#include "host/standin/PictureFiles.h"
+#include "host/standin/StandInWindow.h"
+#include "platform/Application.h"
+
+namespace host {
+namespace {
+
+QAction* AddItem(QMenu* menu, const char* name, const QString& text, std::function<void()> chosen,
+                 const QKeySequence& keys = {}) {
+  QAction* action = menu->addAction(text);
+  action->setObjectName(name);
+  action->setShortcut(keys);
+  QObject::connect(action, &QAction::triggered, menu, [chosen = std::move(chosen)] { chosen(); });
+  return action;
+}
+
+QAction* AddChoice(QMenu* menu, QActionGroup* group, const QString& text, bool ticked,
+                   std::function<void()> chosen) {
+  QAction* action = menu->addAction(text);
+  action->setCheckable(true);
+  action->setChecked(ticked);
+  group->addAction(action);
+  QObject::connect(action, &QAction::triggered, menu, [chosen = std::move(chosen)] { chosen(); });
+  return action;
+}
+
+}  // namespace
+
+void StandInWindow::MakeMenus() {
+  MakeAnimationMenu();
+  MakePlayMenu();
+  MakeLookMenu();
+  if (place_ == Place::Apart) MakeToolsMenu();
+}
+
+void StandInWindow::MakeAnimationMenu() {
+  animation_menu_ = menuBar()->addMenu(tr("&Animation"));
+  animation_menu_->setObjectName("AnimationMenu");
+  AddItem(
+      animation_menu_, "New", tr("&New..."), [this] { AskNewAnimation(); }, QKeySequence::New);
+  AddItem(
+      animation_menu_, "OpenPictures", tr("&Open pictures..."), [this] { AskPictures(); },
+      QKeySequence::Open);
+  AddItem(animation_menu_, "OpenFolder", tr("Open &folder..."), [this] { AskFolder(); });
+  AddItem(animation_menu_, "Demonstration", tr("&Demonstration"), [this] { OpenDemonstration(); });
+  animation_menu_->addSeparator();
+  AddItem(
+      animation_menu_, "Save", tr("&Save as numbered pictures..."), [this] { AskSave(); },
+      QKeySequence::Save);
+  animation_menu_->addSeparator();
+  const bool apart = place_ == Place::Apart;
+  AddItem(
+      animation_menu_, "Leave", apart ? tr("&Quit") : tr("&Minimise"), [this] { close(); },
+      QKeySequence::Quit);
+}
+
+void StandInWindow::MakePlayMenu() {
+  QMenu* menu = menuBar()->addMenu(tr("&Frames"));
+  menu->setObjectName("FramesMenu");
+  menu->addActions({play_, first_, back_, forward_, last_});
+  menu->addSeparator();
+  AddItem(menu, "Rate", tr("Frame &rate..."), [this] { AskRate(); });
+}
+
+void StandInWindow::MakeLookMenu() {
+  QMenu* menu = menuBar()->addMenu(tr("&Look"));
+  menu->setObjectName("LookMenu");
+  auto* themes = new QActionGroup(this);
+  const auto current = CurrentTheme();
+  for (const Theme theme : kThemes) {
+    const QString name = QString::fromUtf8(ThemeName(theme).data());
+    AddChoice(menu, themes, tr("%1 colours").arg(name), current == theme, [this, theme] {
+      ChooseTheme(theme);
+    })->setObjectName("Theme" + name);
+  }
+  menu->addSeparator();
+  AddWallpapers(menu);
+}
+
+void StandInWindow::AddWallpapers(QMenu* menu) {
+  auto* wallpapers = new QActionGroup(this);
+  const QString chosen = ChosenWallpaper();
+  AddChoice(menu, wallpapers, tr("No wallpaper"), chosen.isEmpty(), [this] { ChooseWallpaper({}); });
+  for (const QString& name : WallpaperNames())
+    AddChoice(menu, wallpapers, tr("Wallpaper \"%1\"").arg(name), chosen == name, [this, name] {
+      ChooseWallpaper(name);
+    })->setObjectName("Wallpaper" + name);
+  const bool own = !chosen.isEmpty() && !WallpaperNames().contains(chosen);
+  AddChoice(menu, wallpapers, tr("Own wallpaper..."), own, [this] { AskWallpaper(); });
+}
+
+void StandInWindow::MakeToolsMenu() {
+  QMenu* menu = menuBar()->addMenu(tr("&Tools"));
+  menu->setObjectName("ToolsMenu");
+  AddItem(menu, "ExposureSheet", tr("&Exposure sheet..."), [this] { StartTool(); });
+}
+
+void StandInWindow::StartTool() {
+  const QString program = QCoreApplication::applicationDirPath() + "/exposure-sheet";
+  if (!QProcess::startDetached(program, {}, QDir::currentPath()))
+    ShowFailure(tr("The program \"%1\" can't be started.").arg(program));
+}
+
+void StandInWindow::ChooseTheme(Theme theme) {
+  if (!StoreTheme(theme)) return ShowFailure(tr("The settings can't be written."));
+  // The tools that stand open take the colours on at once.
+  for (FormObject* form : std::vector(stand_in_->Forms()))
+    platform::RunEvent([form] { form->RunPrefsCallback(); });
+}
+
+void StandInWindow::ChooseWallpaper(const QString& name_or_path) {
+  if (!StoreWallpaper(name_or_path)) ShowFailure(tr("The settings can't be written."));
+  stand_in_->SetWallpaper(WallpaperFile(name_or_path).toStdString());
+  ShowNote(tr("Windows that are opened from now on show the wallpaper."));
+}
+
+void StandInWindow::AskWallpaper() {
+  const QString file = QFileDialog::getOpenFileName(this, tr("Choose a wallpaper"), picture_folder_,
+                                                    tr("Pictures (%1)").arg(PicturePatterns()));
+  if (!file.isEmpty()) ChooseWallpaper(file);
+}
+
+void StandInWindow::AskRate() {
+  bool taken = false;
+  const double rate = QInputDialog::getDouble(this, tr("Frame rate"), tr("Frames per second"),
+                                              FramesPerSecond(), 0.1, 240, 3, &taken);
+  if (taken) stand_in_->SetFrameRate(rate);
+}
+
+void StandInWindow::ShowFailure(const QString& text) { QMessageBox::warning(this, windowTitle(), text); }
+
+}  // namespace host

@@ -1,0 +1,31 @@
+#include "host/standin/StandInProgram.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QStyleFactory>
+#include <cstdio>
+
+#include "host/bus/BusService.h"
+#include "host/standin/StandInWindow.h"
+#include "host/standin/demo_animation.h"
+
+namespace host {
+
+int RunStandIn(int argument_count, char** arguments) {
+  QApplication application(argument_count, arguments);
+  QApplication::setApplicationName("vellumark-standin");
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+
+  const auto stand_in = std::make_shared<StandIn>(DrawDemoAnimation());
+  stand_in->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
+  StandInWindow window(stand_in, Place::Apart);
+  BusService service(stand_in, QDBusConnection::sessionBus());
+  if (const auto reason = service.Start()) {
+    std::fprintf(stderr, "vellumark-standin: %s\n", qPrintable(*reason));
+    window.ShowNote(*reason);
+  }
+  window.show();
+  return QApplication::exec();
+}
+
+}  // namespace host

@@ -1,0 +1,245 @@
+#include "host/standin/StandInWindow.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDir>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QScreen>
+#include <QSlider>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "host/standin/FrameView.h"
+#include "host/standin/HostSettings.h"
+#include "host/standin/StandInStyle.h"
+#include "host/standin/TransportIcons.h"
+
+namespace host {
+
+StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
+    : stand_in_(std::move(stand_in)), place_(place) {
+  setObjectName("StandIn");
+  setWindowTitle("Vellumark (stand-in)");
+  setWindowIcon(StandInIcon());
+  // The tool's process lives as long as the tool's windows, however long the host's stays open.
+  setAttribute(Qt::WA_QuitOnClose, place == Place::Apart);
+  setAttribute(Qt::WA_ShowWithoutActivating, place == Place::Embedded);
+  DressStandIn(*this);
+  MakeTransportActions();
+  setCentralWidget(MakeBody());
+  MakeMenus();
+  picture_folder_ = QDir::homePath();
+  stand_in_->SetWallpaper(WallpaperFile(ChosenWallpaper()).toStdString());
+
+  paint_clock_.start();
+  refresh_timer_.setSingleShot(true);
+  connect(&refresh_timer_, &QTimer::timeout, this, [this] { RefreshFrame(); });
+  play_timer_.setTimerType(Qt::PreciseTimer);
+  connect(&play_timer_, &QTimer::timeout, this, [this] { PlayTick(); });
+  stand_in_->SetView(this);
+  AnimationChanged();
+  PutInCorner();
+}
+
+StandInWindow::~StandInWindow() { stand_in_->SetView(nullptr); }
+
+QWidget* StandInWindow::MakeBody() {
+  auto* body = new QWidget(this);
+  auto* rows = new QVBoxLayout(body);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  view_ = new FrameView(*stand_in_, body);
+  rows->addWidget(view_, 1);
+  rows->addWidget(MakeCaptionRow());
+  rows->addWidget(MakeTransportRow());
+  rows->addWidget(MakeStatusRow());
+  return body;
+}
+
+QWidget* StandInWindow::MakeCaptionRow() {
+  auto* row = new QWidget(this);
+  auto* columns = new QHBoxLayout(row);
+  columns->setContentsMargins(14, 8, 14, 4);
+  frame_label_ = new QLabel(row);
+  frame_label_->setObjectName("FrameLabel");
+  facts_label_ = new QLabel(row);
+  facts_label_->setObjectName("FactsLabel");
+  facts_label_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  columns->addWidget(frame_label_, 1);
+  columns->addWidget(facts_label_);
+  return row;
+}
+
+QWidget* StandInWindow::MakeTransportRow() {
+  auto* row = new QWidget(this);
+  auto* columns = new QHBoxLayout(row);
+  columns->setContentsMargins(10, 2, 14, 8);
+  columns->setSpacing(2);
+  for (QAction* action : {first_, back_, play_, forward_, last_}) {
+    auto* button = new QToolButton(row);
+    button->setDefaultAction(action);
+    button->setIconSize({18, 18});
+    // Space plays: a button with the focus would take it. The keyboard has the slider and the actions' keys.
+    button->setFocusPolicy(Qt::NoFocus);
+    columns->addWidget(button);
+  }
+  scrub_ = new QSlider(Qt::Horizontal, row);
+  scrub_->setObjectName("Scrub");
+  scrub_->setAccessibleName("Current frame");
+  connect(scrub_, &QSlider::valueChanged, this, [this](int frame) { StepTo(frame); });
+  columns->addSpacing(8);
+  columns->addWidget(scrub_, 1);
+  return row;
+}
+
+QWidget* StandInWindow::MakeStatusRow() {
+  auto* row = new QWidget(this);
+  row->setObjectName("StatusRow");
+  row->setAttribute(Qt::WA_StyledBackground);
+  auto* columns = new QHBoxLayout(row);
+  columns->setContentsMargins(14, 5, 14, 5);
+  status_label_ = new QLabel(row);
+  status_label_->setObjectName("StatusLabel");
+  status_bar_ = new QProgressBar(row);
+  status_bar_->setObjectName("StatusBar");
+  status_bar_->setAccessibleName("Progress");
+  status_bar_->setTextVisible(false);
+  // However long the text is, it doesn't widen the window.
+  status_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  columns->addWidget(status_label_, 1);
+  columns->addWidget(status_bar_, 1);
+  return row;
+}
+
+void StandInWindow::PutInCorner() {
+  resize(sizeHint());
+  const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+  const int frame_allowance = 32;
+  move(std::max(room.left(), room.right() - width() - 24),
+       std::max(room.top(), room.bottom() - height() - frame_allowance - 24));
+}
+
+void StandInWindow::FrameMoved() {
+  if (play_timer_.isActive() && !own_step_) StopPlay();
+  // A tool in this process may block the thread next, for the sound of the very frame that it has moved to.
+  if (isVisible() && paint_clock_.elapsed() >= next_frame_paint_ms_) ShowFrameAtOnce();
+  RefreshSoon();
+}
+
+void StandInWindow::ShowFrameAtOnce() {
+  const qint64 start = paint_clock_.elapsed();
+  RefreshFrame();
+  frame_label_->repaint();
+  scrub_->repaint();
+  view_->ShowAtOnce();
+  next_frame_paint_ms_ = NextPaint(start);
+}
+
+/// A slow screen gets fewer pictures, so that showing never takes more than a tenth of the tool's time.
+qint64 StandInWindow::NextPaint(qint64 start_ms) const {
+  const qint64 end_ms = paint_clock_.elapsed();
+  return end_ms + std::max<qint64>(33, 9 * (end_ms - start_ms));
+}
+
+void StandInWindow::FramePainted() { RefreshSoon(); }
+
+void StandInWindow::AnimationChanged() {
+  const QSignalBlocker quiet(scrub_);
+  StopPlay();
+  const int frames = stand_in_->CurrentAnimation().FrameCount();
+  scrub_->setRange(0, std::max(frames - 1, 0));
+  scrub_->setEnabled(frames > 1);
+  for (QAction* action : {first_, back_, play_, forward_, last_}) action->setEnabled(frames > 1);
+  RefreshCaptions();
+  // A note told of the frames that were there before.
+  RefreshStatus();
+  RefreshSoon();
+}
+
+void StandInWindow::RateChanged() {
+  RefreshCaptions();
+  if (play_timer_.isActive()) {
+    StopPlay();
+    TogglePlay();
+  }
+}
+
+void StandInWindow::RefreshSoon() {
+  if (refresh_pending_) return;
+  refresh_pending_ = true;
+  refresh_timer_.start(10);
+}
+
+void StandInWindow::RefreshFrame() {
+  refresh_pending_ = false;
+  const QSignalBlocker quiet(scrub_);
+  scrub_->setValue(stand_in_->CurrentFrame());
+  frame_label_->setText(tr("Frame %1").arg(stand_in_->CurrentFrame()));
+  view_->Renew();
+}
+
+void StandInWindow::RefreshCaptions() {
+  const Animation& animation = stand_in_->CurrentAnimation();
+  const int frames = animation.FrameCount();
+  facts_label_->setText(tr("%1  ·  %2 × %3  ·  %4 fps")
+                            .arg(frames == 1 ? tr("1 frame") : tr("%1 frames").arg(frames))
+                            .arg(animation.Size().width)
+                            .arg(animation.Size().height)
+                            .arg(QString::fromStdString(stand_in_->RateText())));
+}
+
+void StandInWindow::RefreshStatus() {
+  const auto& status = stand_in_->Status();
+  status_label_->setWordWrap(false);
+  status_label_->setText(status ? QString::fromStdString(status->text) : tr("Ready"));
+  // While a tool reads or writes frames the animation must stay the one that it is at work on.
+  animation_menu_->setEnabled(!status);
+  status_bar_->setVisible(status.has_value());
+  status_bar_->setValue(status ? static_cast<int>(status->percent) : 0);
+  LayOutStatus();
+}
+
+void StandInWindow::LayOutStatus() {
+  // At once: a tool may block the events, which would bring this later.
+  status_label_->parentWidget()->layout()->activate();
+  centralWidget()->layout()->activate();
+}
+
+void StandInWindow::ShowNote(const QString& text) {
+  if (stand_in_->Status()) return;
+  status_label_->setWordWrap(true);
+  status_label_->setText(text);
+  LayOutStatus();
+}
+
+void StandInWindow::StatusChanged() {
+  // An opening or closing display always shows; progress in between as often as an eye can follow.
+  const bool progress = stand_in_->Status() && status_bar_->isVisible() &&
+                        status_label_->text().toStdString() == stand_in_->Status()->text;
+  if (progress && paint_clock_.elapsed() < next_status_paint_ms_) return;
+  RefreshStatus();
+  if (isVisible()) ShowStatusAtOnce();
+  // What was shown in haste is shown well again.
+  if (!stand_in_->Status()) RefreshSoon();
+}
+
+void StandInWindow::ShowStatusAtOnce() {
+  const qint64 start = paint_clock_.elapsed();
+  status_label_->parentWidget()->repaint();
+  ShowFrameAtOnce();
+  next_status_paint_ms_ = NextPaint(start);
+}
+
+void StandInWindow::closeEvent(QCloseEvent* event) {
+  if (place_ == Place::Apart) return event->setAccepted(MayQuit());
+  // Without this window a user couldn't reach the host any more, and the sheet's process must not end with
+  // its host's window: so it only steps aside.
+  event->ignore();
+  showMinimized();
+}
+
+}  // namespace host

@@ -1,0 +1,90 @@
+#include "host/standin/TransportIcons.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace host {
+namespace {
+
+/// A triangle or bar within a square of side 24.
+void AddTriangle(QPainterPath& path, double left, double right) {
+  path.moveTo(left, 5);
+  path.lineTo(right, 12);
+  path.lineTo(left, 19);
+  path.closeSubpath();
+}
+void AddBar(QPainterPath& path, double left) { path.addRect(left, 5, 2.5, 14); }
+
+QPainterPath Shape(Transport which) {
+  QPainterPath path;
+  switch (which) {
+    case Transport::First:
+      AddTriangle(path, 18.5, 8.5);
+      AddBar(path, 5);
+      break;
+    case Transport::Back:
+      AddTriangle(path, 16, 6);
+      break;
+    case Transport::Play:
+      AddTriangle(path, 7, 19);
+      break;
+    case Transport::Pause:
+      path.addRect(7, 5, 3.5, 14);
+      path.addRect(13.5, 5, 3.5, 14);
+      break;
+    case Transport::Forward:
+      AddTriangle(path, 8, 18);
+      break;
+    case Transport::Last:
+      AddTriangle(path, 5.5, 15.5);
+      AddBar(path, 16.5);
+      break;
+  }
+  return path;
+}
+
+QPixmap DrawTransport(Transport which, int side, const QColor& color) {
+  QPixmap pixmap(side, side);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(side / 24.0, side / 24.0);
+  painter.fillPath(Shape(which), color);
+  return pixmap;
+}
+
+QPixmap DrawStandIn(int side) {
+  QPixmap pixmap(side, side);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(side / 32.0, side / 32.0);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(38, 41, 47));
+  painter.drawRoundedRect(QRectF(1, 4, 30, 24), 4, 4);
+  painter.setBrush(QColor(236, 178, 92));
+  painter.drawRoundedRect(QRectF(8, 8, 16, 16), 2, 2);
+  painter.setBrush(QColor(210, 214, 220));
+  for (const double y : {6.5, 12.0, 17.5, 23.0})
+    for (const double x : {3.5, 26.0}) painter.drawRoundedRect(QRectF(x, y, 2.5, 2.5), 0.6, 0.6);
+  return pixmap;
+}
+
+}  // namespace
+
+QIcon TransportIcon(Transport which) {
+  QIcon icon;
+  for (const int side : {24, 48}) {
+    icon.addPixmap(DrawTransport(which, side, QColor(222, 225, 230)));
+    icon.addPixmap(DrawTransport(which, side, QColor(96, 100, 108)), QIcon::Disabled);
+  }
+  return icon;
+}
+
+QIcon StandInIcon() {
+  QIcon icon;
+  for (const int side : {16, 32, 48, 128}) icon.addPixmap(DrawStandIn(side));
+  return icon;
+}
+
+}  // namespace host

@@ -1,0 +1,56 @@
+// The frames that the stand-in for a host holds.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "host/standin/frame_size.h"
+#include "host/variant.h"
+
+namespace host {
+
+enum class Channel { Red, Green, Blue };
+
+/// As many frames as an animation may have: a day at 12 frames a second.
+inline constexpr int kMaximumFrames = 1'036'800;
+
+/// Frames of three separate planes each, x fastest, (width + 1) by (height + 1) bytes.
+///
+/// A frame that was never written is white and costs no memory. Planes are never changed once they stand,
+/// only exchanged: a plane that was handed out keeps its bytes whatever is written later.
+class Animation {
+ public:
+  Animation() = default;
+  /// `frame_count` white frames, from 0 to kMaximumFrames.
+  Animation(FrameSize size, int frame_count);
+
+  FrameSize Size() const { return size_; }
+  int FrameCount() const { return static_cast<int>(frames_.size()); }
+
+  /// The plane of a frame from 0 to FrameCount() - 1, without copying it.
+  ByteTable Plane(int frame, Channel channel) const;
+
+  /// Exchanges a plane of a frame from 0 to FrameCount() - 1. The table must have Size().PlaneBytes() bytes.
+  /// A table with an owner is kept as it is, one that is only lent is copied.
+  void SetPlane(int frame, Channel channel, const ByteTable& table);
+
+  /// Gives an animation of which no plane is written yet another size.
+  void TakeSize(FrameSize size);
+
+ private:
+  using Frame = std::array<ByteTable, 3>;
+
+  FrameSize size_;
+  std::vector<Frame> frames_;
+  /// The one plane that all white channels share, made when the first of them is asked for.
+  mutable ByteTable white_;
+};
+
+/// A table that owns a copy of the bytes.
+ByteTable CopyTable(std::span<const std::uint8_t> bytes);
+
+/// A table that owns the bytes of a vector.
+ByteTable OwnTable(std::vector<std::uint8_t> bytes);
+
+}  // namespace host

@@ -1,3 +1,0 @@
-#include "host/StandInProgram.h"
-
-int main(int argument_count, char** arguments) { return host::RunStandIn(argument_count, arguments); }

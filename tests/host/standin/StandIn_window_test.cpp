@@ -1,0 +1,294 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QThread>
+#include <QTimer>
+#include <chrono>
+
+#include "host/standin/HostSettings.h"
+#include "host/standin/PictureFiles.h"
+#include "host/standin/StandInWindow.h"
+#include "platform/Settings.h"
+
+namespace host {
+namespace {
+
+struct CountingForm : FormObject {
+  std::string FormName() const override { return "Form1"; }
+  void ShowForm() override {}
+  void RunPrefsCallback() override { ++callbacks; }
+  int callbacks = 0;
+};
+
+/// The stand-in's window over ten small frames, with the settings and data folders of nobody.
+class StandInWindowTest : public testing::Test {
+ protected:
+  StandInWindowTest() {
+    qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8());
+    qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
+    stand_in_ = std::make_shared<StandIn>(Animation({8, 6}, 10));
+    window_ = std::make_unique<StandInWindow>(stand_in_, Place::Embedded);
+    window_->show();
+    QApplication::processEvents();
+  }
+
+  QString LabelText(const char* name) { return window_->findChild<QLabel*>(name)->text(); }
+  void Choose(const QString& action) { window_->findChild<QAction*>(action)->trigger(); }
+  QString File(const QString& name) { return folder_.filePath(name); }
+  void WritePicture(const QString& name, int width, int height, QColor color) {
+    QImage picture(width, height, QImage::Format_ARGB32);
+    picture.fill(color);
+    ASSERT_TRUE(picture.save(File(name)));
+  }
+
+  QTemporaryDir folder_;
+  std::shared_ptr<StandIn> stand_in_;
+  std::unique_ptr<StandInWindow> window_;
+};
+
+/// Handles events until something comes true or two seconds have passed.
+bool Becomes(const std::function<bool()>& true_at_last) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!true_at_last() && clock.elapsed() < 2000)
+    QApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+  return true_at_last();
+}
+
+/// Runs a routine on each of the dialogs that an action brings up, in order.
+void OnDialogs(std::vector<std::function<void(QWidget*)>> routines) {
+  if (routines.empty()) return;
+  QTimer::singleShot(20, qApp, [routines = std::move(routines)]() mutable {
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr) return OnDialogs(std::move(routines));
+    const auto routine = routines.front();
+    routines.erase(routines.begin());
+    OnDialogs(std::move(routines));
+    routine(dialog);
+  });
+}
+
+/// Leaves a question with a button, its text in `text`.
+std::function<void(QWidget*)> AnswerQuestion(QMessageBox::StandardButton button, QString* text) {
+  return [button, text](QWidget* dialog) {
+    auto* question = qobject_cast<QMessageBox*>(dialog);
+    ASSERT_NE(question, nullptr);
+    *text = question->text();
+    question->button(button)->click();
+  };
+}
+
+const Progress kSilent = [](double) {};
+
+TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
+  stand_in_->GotoFrame(3);
+  EXPECT_EQ(LabelText("FrameLabel"), "Frame 3") << "the tool may block the thread right after";
+  for (int step = 0; step < 5000; ++step) stand_in_->GotoFrame(step % 10);
+  EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9"; }));
+  EXPECT_THAT(LabelText("FactsLabel").toStdString(), testing::HasSubstr("10 frames"));
+}
+
+TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInsteadOfClosing) {
+  auto* bar = window_->findChild<QProgressBar*>("StatusBar");
+  EXPECT_FALSE(bar->isVisible());
+  stand_in_->StatusOpen("Developing...");
+  EXPECT_TRUE(bar->isVisible());
+  EXPECT_EQ(LabelText("StatusLabel"), "Developing...");
+  QThread::msleep(700);
+  stand_in_->GotoFrame(4);
+  stand_in_->StatusPercent(62.5);
+  EXPECT_EQ(bar->value(), 62);
+  EXPECT_EQ(LabelText("FrameLabel"), "Frame 4");
+  stand_in_->StatusClose();
+  EXPECT_FALSE(bar->isVisible());
+  EXPECT_FALSE(window_->close());
+  EXPECT_TRUE(window_->isMinimized());
+}
+
+TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
+  stand_in_->SetFrameRate(100);
+  Choose("Play");
+  EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() > 2; }));
+  stand_in_->GotoFrame(1);
+  Becomes([clock = std::chrono::steady_clock::now()] {
+    return std::chrono::steady_clock::now() - clock > std::chrono::milliseconds(60);
+  });
+  EXPECT_EQ(stand_in_->CurrentFrame(), 1);
+}
+
+TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
+  CountingForm form;
+  stand_in_->HoldForm(form);
+  const QString file = QString::fromStdString(platform::SettingsFile("vellumark"));
+  QSettings(file, QSettings::IniFormat).setValue("Startup/Of_Another", 7);
+
+  Choose("ThemeDark");
+  EXPECT_EQ(form.callbacks, 1);
+  EXPECT_EQ(CurrentTheme(), Theme::Dark);
+  // Red 30, green 32, blue 37.
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"),
+            std::to_string(30 + 256 * 32 + 65536 * 37));
+  Choose("ThemeDefault");
+  EXPECT_EQ(form.callbacks, 2);
+  EXPECT_EQ(CurrentTheme(), Theme::Default);
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"), std::nullopt);
+  EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Of_Another"), "7");
+}
+
+TEST_F(StandInWindowTest, AWallpaperIsAFileThatToolsCanLoad) {
+  for (const QString& name : WallpaperNames()) {
+    Choose("Wallpaper" + name);
+    const QString file = QString::fromStdString(stand_in_->WallpaperFilename());
+    EXPECT_FALSE(QImage(file).isNull()) << name.toStdString();
+    EXPECT_EQ(ChosenWallpaper(), name);
+  }
+}
+
+TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
+  WritePicture("frame10.png", 3, 2, QColor(10, 20, 30));
+  WritePicture("frame2.png", 3, 2, QColor(40, 50, 60));
+  WritePicture("Frame1.bmp", 3, 2, QColor(70, 80, 90));
+  WritePicture("frame11.png", 3, 2, QColor(0, 100, 255, 51));  // one fifth opaque, on white
+  const auto result = ReadPictures(PicturesIn(folder_.path()), kSilent);
+  ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
+  const auto& animation = std::get<Animation>(result);
+  ASSERT_EQ(animation.FrameCount(), 4);
+  EXPECT_EQ(animation.Size(), (FrameSize{3, 2}));
+  // Last column and row included.
+  EXPECT_THAT(animation.Plane(0, Channel::Red).bytes, testing::Each(70));
+  EXPECT_THAT(animation.Plane(1, Channel::Green).bytes, testing::Each(50));
+  EXPECT_THAT(animation.Plane(2, Channel::Blue).bytes, testing::Each(30));
+  EXPECT_THAT(animation.Plane(3, Channel::Green).bytes, testing::Each(224));
+}
+
+TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
+  // One pixel, red and then blue.
+  static const char bytes[] =
+      "GIF89a\x01\x00\x01\x00\x80\x00\x00\xff\x00\x00\x00\x00\xff"
+      "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00"
+      "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x4c\x01\x00;";
+  QFile file(File("two.gif"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(bytes, sizeof bytes - 1);
+  file.close();
+  const auto result = ReadPictures({File("two.gif")}, kSilent);
+  ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
+  const auto& animation = std::get<Animation>(result);
+  ASSERT_EQ(animation.FrameCount(), 2);
+  EXPECT_EQ(animation.Plane(0, Channel::Red).bytes[0], 255);
+  EXPECT_EQ(animation.Plane(1, Channel::Red).bytes[0], 0);
+  EXPECT_EQ(animation.Plane(1, Channel::Blue).bytes[0], 255);
+}
+
+TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
+  WritePicture("a1.png", 4, 4, Qt::red);
+  WritePicture("a2.png", 5, 4, Qt::red);
+  QFile nonsense(File("a3.png"));
+  ASSERT_TRUE(nonsense.open(QIODevice::WriteOnly));
+  nonsense.write("no picture at all");
+  nonsense.close();
+  const std::vector<std::pair<QStringList, std::vector<std::string>>> cases = {
+      {{File("a1.png"), File("a2.png")}, {"a2.png\" is 5 by 4", "a1.png", "4 by 4"}},
+      {{File("a1.png"), File("a3.png")}, {"a3.png", "can't be read"}},
+      {{File("missing.png")}, {"missing.png", "can't be read"}},
+      {{}, {"no picture"}},
+  };
+  for (const auto& [files, words] : cases) {
+    const auto result = ReadPictures(files, kSilent);
+    ASSERT_TRUE(std::holds_alternative<std::string>(result));
+    for (const auto& word : words) EXPECT_THAT(std::get<std::string>(result), testing::HasSubstr(word));
+  }
+}
+
+TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
+  Animation animation({2, 1}, 2);
+  animation.SetPlane(1, Channel::Green, OwnTable({7, 8, 8, 7, 8, 8}));
+  EXPECT_EQ(SavePictures(animation, File("walk"), kSilent), std::nullopt);
+  EXPECT_EQ(NumberedNames("walk", 2), (QStringList{"walk0000.png", "walk0001.png"}));
+  const auto result = ReadPictures(PicturesIn(folder_.path()), kSilent);
+  const auto& back = std::get<Animation>(result);
+  ASSERT_EQ(back.FrameCount(), 2);
+  EXPECT_THAT(back.Plane(0, Channel::Green).bytes, testing::Each(255));
+  EXPECT_THAT(back.Plane(1, Channel::Green).bytes, testing::ElementsAre(7, 8, 8, 7, 8, 8));
+  const auto failure = SavePictures(animation, File("nowhere/walk"), kSilent);
+  EXPECT_THAT(failure.value_or(""), testing::HasSubstr("nowhere/walk0000.png"));
+}
+
+TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
+  WritePicture("take0003.png", 1, 1, Qt::red);
+  const auto name_it = [this](QWidget* dialog) {
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(File("take"));
+    QMetaObject::invokeMethod(dialog, "accept");
+  };
+  QString question;
+  OnDialogs({name_it, AnswerQuestion(QMessageBox::No, &question)});
+  Choose("Save");
+  EXPECT_THAT(question.toStdString(), testing::HasSubstr("take0003.png is already there"));
+  EXPECT_EQ(QImage(File("take0003.png")).width(), 1);
+  EXPECT_FALSE(QFile::exists(File("take0000.png")));
+  OnDialogs({name_it, AnswerQuestion(QMessageBox::Yes, &question)});
+  Choose("Save");
+  EXPECT_EQ(QImage(File("take0003.png")).width(), 8);
+  EXPECT_TRUE(QFile::exists(File("take0009.png")));
+}
+
+TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
+  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
+  QString question;
+  OnDialogs({AnswerQuestion(QMessageBox::No, &question)});
+  Choose("Demonstration");
+  EXPECT_THAT(question.toStdString(), testing::HasSubstr("aren't saved"));
+  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 10);
+  OnDialogs({AnswerQuestion(QMessageBox::Yes, &question)});
+  Choose("Demonstration");
+  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 48);
+  Choose("Demonstration");  // nothing to ask about
+}
+
+TEST_F(StandInWindowTest, LeavesTheFramesToAToolThatBeganWhileADialogStoodOpen) {
+  WritePicture("take0003.png", 1, 1, Qt::red);
+  const auto tool_begins = [this](QWidget* dialog) {
+    stand_in_->StatusOpen("Developing...");
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(File("take0003.png"));
+    QMetaObject::invokeMethod(dialog, "accept");
+  };
+  for (const char* action : {"OpenPictures", "Save"}) {
+    QString refusal;
+    OnDialogs({tool_begins, AnswerQuestion(QMessageBox::Ok, &refusal)});
+    Choose(action);
+    EXPECT_THAT(refusal.toStdString(), testing::HasSubstr("A tool is at work")) << action;
+    EXPECT_EQ(stand_in_->Status().value_or(StatusDisplay{}).text, "Developing...");
+    EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 10);
+    stand_in_->StatusClose();
+  }
+  EXPECT_FALSE(QFile::exists(File("take00030000.png")));
+}
+
+TEST_F(StandInWindowTest, ANoteIsReadableAsAWhole) {
+  auto* label = window_->findChild<QLabel*>("StatusLabel");
+  for (const char* text :
+       {"Short.", "A note that is so long that no line of this small window can hold it."}) {
+    window_->ShowNote(text);
+    const QRect column(0, 0, label->width(), 1000);
+    EXPECT_GE(label->height(), label->fontMetrics().boundingRect(column, Qt::TextWordWrap, text).height() - 1)
+        << text;
+  }
+  stand_in_->StatusOpen("Developing...");
+  EXPECT_LT(label->height(), 2 * label->fontMetrics().height());
+}
+
+}  // namespace
+}  // namespace host

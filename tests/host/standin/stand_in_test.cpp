@@ -1,0 +1,220 @@
+#include "host/standin/stand_in.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "host/members.h"
+#include "host/standin/demo_animation.h"
+#include "host/standin/frame_pixels.h"
+
+namespace host {
+namespace {
+
+using Values = std::vector<Variant>;
+
+struct ShownForm : FormObject {
+  std::string FormName() const override { return "Form1"; }
+  void ShowForm() override { ++shown; }
+  void RunPrefsCallback() override {}
+  int shown = 0;
+};
+
+Variant Call(StandIn& host, std::string_view member, const Values& values = {}) {
+  return host.Invoke(member, values);
+}
+
+ByteTable Filled(std::size_t count, std::uint8_t value) {
+  return OwnTable(std::vector<std::uint8_t>(count, value));
+}
+
+/// Frames of 3 by 2: planes of 4 by 3 bytes.
+StandIn MakeSmall(int frames = 4) { return StandIn(Animation({3, 2}, frames)); }
+
+std::string FailureOf(StandIn& host, std::string_view member, const Values& values = {}) {
+  try {
+    host.Invoke(member, values);
+  } catch (const HostError& error) {
+    EXPECT_EQ(error.Member(), member);
+    return error.what();
+  }
+  return "";
+}
+
+TEST(Members, EachAnswersToItsExactName) {
+  ShownForm form;
+  const std::int32_t one = 1;
+  const std::int16_t three = 3, zero = 0;
+  const std::vector<std::pair<std::string_view, Values>> calls = {
+      {"Vel_SendFormObject", {&form, zero}},
+      {"Vel_GetAppDir", {}},
+      {"Vel_WallpaperFilename", {}},
+      {"Vel_GetFrameRate", {}},
+      {"vel_SetFrameRate", {25.0}},
+      {"vel_BufferWidth", {}},
+      {"vel_BufferHeight", {}},
+      {"vel_GetTotalFrames", {}},
+      {"Vel_GotoFrame", {one}},
+      {"Vel_GotoFrameAdv", {one, three}},
+      {"vel_GetRbuffer", {}},
+      {"vel_GetGbuffer", {}},
+      {"Vel_GetBbuffer", {}},
+      {"vel_SetRbuffer", {Filled(12, 1)}},
+      {"vel_SetGBuffer", {Filled(12, 2)}},
+      {"vel_SetBBuffer", {Filled(12, 3)}},
+      {"vel_CreateAnimAdv", {one, std::int16_t{2}}},
+      {"vel_StatusOpen", {std::string("Saving...")}},
+      {"vel_Status", {50.0}},
+      {"vel_StatusClose", {}},
+  };
+  StandIn host = MakeSmall();
+  for (const auto& [member, values] : calls) EXPECT_EQ(FailureOf(host, member, values), "") << member;
+  EXPECT_EQ(calls.size(), Members().size());
+  EXPECT_EQ(form.shown, 1);
+}
+
+TEST(Members, RefuseWhatDoesNotFit) {
+  StandIn host = MakeSmall();
+  FormObject* no_form = nullptr;
+  const std::vector<std::tuple<std::string_view, Values, std::string>> cases = {
+      {"vel_SetGbuffer", {Filled(12, 1)}, "letter case counts: vel_SetGBuffer"},
+      {"Vel_Nonsense", {}, "no member of this name"},
+      {"Vel_GotoFrame", {}, "takes 1 arguments, not 0"},
+      {"vel_StatusClose", {1.0}, "takes 0 arguments, not 1"},
+      {"vel_StatusOpen", {std::int32_t{3}}, "can't be an integer"},
+      {"vel_SetRbuffer", {std::string("x")}, "can't be a text"},
+      {"vel_SetRbuffer", {Filled(11, 0)}, "a table of 11 bytes doesn't fit frames of 3 by 2"},
+      {"Vel_SendFormObject", {no_form, std::int16_t{0}}, "can't be a window"},
+      {"vel_CreateAnimAdv", {std::int32_t{0}, std::int16_t{2}}, "can't have 0 frames"},
+      {"vel_CreateAnimAdv", {std::int32_t{2147483647}, std::int16_t{2}}, "can't have 2147483647 frames"},
+  };
+  for (const auto& [member, values, words] : cases)
+    EXPECT_THAT(FailureOf(host, member, values), testing::HasSubstr(words)) << member;
+}
+
+TEST(StandIn, GoesToTheNearestFrameForAnyNumericType) {
+  StandIn host = MakeSmall(4);
+  const std::vector<std::pair<Variant, int>> cases = {
+      {std::int32_t{2}, 2}, {std::int16_t{1}, 1},  {1.5f, 2}, {2.5f, 2},
+      {std::int32_t{4}, 3}, {std::int32_t{-1}, 0}, {3e9f, 3}, {std::int32_t{-2147483647}, 0}};
+  for (const auto& [frame, expected] : cases) {
+    Call(host, "Vel_GotoFrame", {frame});
+    EXPECT_EQ(host.CurrentFrame(), expected);
+  }
+}
+
+TEST(StandIn, BuffersReachTheFrameOfTheLastAdvancedMove) {
+  StandIn host = MakeSmall();
+  Call(host, "Vel_GotoFrameAdv", {std::int32_t{2}, std::int16_t{3}});
+  host.GotoFrame(0);  // a user at the stand-in's own window
+  Call(host, "vel_SetGBuffer", {Filled(12, 77)});
+  EXPECT_EQ(host.CurrentAnimation().Plane(2, Channel::Green).bytes[11], 77);
+  EXPECT_EQ(host.CurrentAnimation().Plane(0, Channel::Green).bytes[11], 255);
+  EXPECT_EQ(std::get<ByteTable>(Call(host, "vel_GetGbuffer")).bytes[0], 77);
+  EXPECT_EQ(std::get<ByteTable>(Call(host, "vel_GetRbuffer")).bytes[0], 255);
+}
+
+TEST(StandIn, APlaneThatWasHandedOutKeepsItsBytes) {
+  StandIn host = MakeSmall();
+  std::vector<std::uint8_t> mine(12, 5);
+  Call(host, "vel_SetRbuffer", {ByteTable{mine, nullptr}});
+  mine.assign(12, 6);
+  const auto before = std::get<ByteTable>(Call(host, "vel_GetRbuffer"));
+  Call(host, "vel_SetRbuffer", {ByteTable{mine, nullptr}});
+  Call(host, "vel_CreateAnimAdv", {std::int32_t{1}, std::int16_t{2}});
+  EXPECT_THAT(before.bytes, testing::Each(5));
+}
+
+TEST(StandIn, UnwrittenFramesShareOneWhitePlane) {
+  StandIn host = MakeSmall(1);
+  Call(host, "vel_CreateAnimAdv", {std::int32_t{200}, std::int16_t{2}});
+  const ByteTable first = host.CurrentAnimation().Plane(0, Channel::Red);
+  EXPECT_EQ(first.bytes.data(), host.CurrentAnimation().Plane(199, Channel::Blue).bytes.data());
+  EXPECT_THAT(first.bytes, testing::Each(255));
+}
+
+TEST(StandIn, ANewAnimationTakesTheSizeOfItsFirstPlane) {
+  StandIn host(Animation({320, 240}, 2));
+  Call(host, "vel_BufferWidth");
+  host.TakeAnimation(Animation({80, 60}, 2));
+  Call(host, "vel_CreateAnimAdv", {std::int32_t{3}, std::int16_t{2}});
+  Call(host, "vel_SetRbuffer", {Filled(321 * 241, 9)});
+  EXPECT_EQ(host.CurrentAnimation().Size(), (FrameSize{320, 240}));
+  EXPECT_EQ(host.CurrentAnimation().Plane(2, Channel::Red).bytes.size(), 321u * 241u);
+  EXPECT_THAT(FailureOf(host, "vel_SetGBuffer", {Filled(81 * 61, 9)}), testing::HasSubstr("320 by 240"));
+}
+
+TEST(FrameSize, IsFoundFromThePlaneLength) {
+  struct Case {
+    std::size_t byte_count;
+    std::vector<FrameSize> known;
+    FrameSize similar;
+    std::optional<FrameSize> expected;
+  };
+  const std::vector<Case> cases = {
+      {641 * 481, {}, {320, 240}, FrameSize{640, 480}},
+      {12, {{2, 3}, {3, 2}}, {30, 20}, FrameSize{2, 3}},  // read later stands first
+      {12, {{5, 5}}, {30, 20}, FrameSize{3, 2}},
+      {13, {}, {3, 2}, std::nullopt},  // a prime number of bytes is a line, not a frame
+      {2 * 33, {}, {3, 2}, FrameSize{10, 5}},
+      {2 * 37, {}, {3, 2}, std::nullopt},  // 37 by 2 is too long
+      {0, {}, {3, 2}, std::nullopt},
+      {1, {}, {0, 0}, std::nullopt},
+  };
+  for (const Case& one : cases)
+    EXPECT_EQ(SizeFromPlaneBytes(one.byte_count, one.known, one.similar), one.expected) << one.byte_count;
+}
+
+TEST(StandIn, KeepsTheRateAndTheStatusDisplay) {
+  StandIn host = MakeSmall();
+  EXPECT_EQ(AsText(Call(host, "Vel_GetFrameRate"), ""), "12");
+  Call(host, "vel_SetFrameRate", {29.97});
+  Call(host, "vel_SetFrameRate", {-3.0});
+  EXPECT_EQ(AsText(Call(host, "Vel_GetFrameRate"), ""), "29.97");
+
+  Call(host, "vel_Status", {50.0});
+  EXPECT_FALSE(host.Status());
+  Call(host, "vel_StatusOpen", {std::string("Saving...")});
+  Call(host, "vel_Status", {30.5f});
+  EXPECT_EQ(host.Status()->percent, 30.5);
+  Call(host, "vel_StatusOpen", {std::string("Developing...")});
+  EXPECT_EQ(host.Status()->text, "Developing...");
+  EXPECT_EQ(host.Status()->percent, 0);
+  Call(host, "vel_Status", {std::int32_t{140}});
+  EXPECT_EQ(host.Status()->percent, 100);
+  Call(host, "vel_StatusClose");
+  EXPECT_FALSE(host.Status());
+}
+
+TEST(StandIn, WithoutFramesTheBuffersFail) {
+  StandIn host{Animation()};
+  Call(host, "Vel_GotoFrameAdv", {std::int32_t{5}, std::int16_t{3}});
+  EXPECT_EQ(AsLong(Call(host, "vel_GetTotalFrames"), ""), 0);
+  EXPECT_THAT(FailureOf(host, "vel_GetRbuffer"), testing::HasSubstr("no frames"));
+  EXPECT_THAT(FailureOf(host, "vel_SetRbuffer", {Filled(1, 0)}), testing::HasSubstr("no frames"));
+}
+
+TEST(FramePixels, LeaveOutTheLastColumnAndRow) {
+  Animation animation({2, 1}, 1);
+  animation.SetPlane(0, Channel::Red, OwnTable({1, 2, 90, 91, 92, 93}));
+  animation.SetPlane(0, Channel::Green, OwnTable({3, 4, 90, 91, 92, 93}));
+  animation.SetPlane(0, Channel::Blue, OwnTable({5, 6, 90, 91, 92, 93}));
+  EXPECT_THAT(FramePixels(animation, 0).pixels, testing::ElementsAre(0xFF010305u, 0xFF020406u));
+  EXPECT_THAT(SampleFramePixels(animation, 0, 4, 2).pixels,
+              testing::ElementsAre(0xFF010305u, 0xFF010305u, 0xFF020406u, 0xFF020406u, 0xFF010305u,
+                                   0xFF010305u, 0xFF020406u, 0xFF020406u));
+  EXPECT_THAT(SampleFramePixels(animation, 0, 1, 1).pixels, testing::ElementsAre(0xFF020406u));
+}
+
+TEST(DemoAnimation, MovesFromFrameToFrame) {
+  const Animation animation = DrawDemoAnimation();
+  ASSERT_EQ(animation.FrameCount(), 48);
+  for (int frame = 0; frame < 48; ++frame) {
+    const ByteTable here = animation.Plane(frame, Channel::Red);
+    const ByteTable next = animation.Plane((frame + 1) % 48, Channel::Red);
+    ASSERT_EQ(here.bytes.size(), animation.Size().PlaneBytes());
+    EXPECT_FALSE(std::ranges::equal(here.bytes, next.bytes)) << frame;
+  }
+}
+
+}  // namespace
+}  // namespace host

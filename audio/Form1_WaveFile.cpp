@@ -13,18 +13,13 @@ namespace {
 
 constexpr const char* kRecorderProgram = "Wavecatcher_pm.exe";
 
-void ReduceBehindBusyPointer(audio::SampleStore& sound) {
-  if (sound.WaveFormat.nChannels != 2) return;
-  const platform::BusyPointer busy;
-  audio::ReduceToFirstChannel(sound);
-}
-
 }  // namespace
 
 bool Form1::OpenWaveFile(const std::string& path) {
-  audio::WaveResult read = audio::ReadWaveFile(path, audio::LoadedSound());
+  std::optional<platform::BusyPointer> busy;
+  audio::WaveResult read = audio::ReadWaveFile(path, audio::LoadedSound(), [&busy] { busy.emplace(); });
+  busy.reset();
   if (read.sound) {
-    ReduceBehindBusyPointer(*read.sound);
     // Asked before the sound is taken over, so that a refusal finds the old sheet with its sound.
     if (const auto seconds = sheet::SecondsOfSound(*read.sound))
       read.reason = RefusalOfRows(sheet::FrameRate(), *seconds);

@@ -19,8 +19,10 @@ struct WaveFormatBlock {
 };
 static_assert(sizeof(WaveFormatBlock) == 16);
 
-/// Memory that reads as zero and costs nothing until it is written; null if the machine refuses it.
-std::shared_ptr<void> ZeroedMemory(std::size_t bytes);
+/// Memory that reads as zero and costs nothing until it is written; null if the machine refuses it. The first
+/// `soon_filled` bytes are about to be written: for these, as far as they fill large pages whole, large pages
+/// are asked for, which come with far fewer interruptions.
+std::shared_ptr<void> ZeroedMemory(std::size_t bytes, std::size_t soon_filled = 0);
 
 /// Samples with indices 0 to LastIndex(), bounds inclusive. Copies share the samples, so that a drawing may
 /// keep the sound that it started with while the next one is loaded.
@@ -30,10 +32,12 @@ class SampleArray {
   SampleArray() = default;
 
   /// All samples 0. Leaves an unallocated array if the memory can't be had. last_index is 0 or above.
-  static SampleArray Zeroed(std::int32_t last_index) {
+  /// `soon_filled` is how many samples, from index 0 on, are about to be written, as far as that is known.
+  static SampleArray Zeroed(std::int32_t last_index, std::int64_t soon_filled = 0) {
     SampleArray array;
     const auto count = static_cast<std::size_t>(last_index) + 1;
-    array.samples_ = std::static_pointer_cast<Sample>(ZeroedMemory(count * sizeof(Sample)));
+    array.samples_ = std::static_pointer_cast<Sample>(
+        ZeroedMemory(count * sizeof(Sample), static_cast<std::size_t>(soon_filled) * sizeof(Sample)));
     if (array.samples_) array.last_index_ = last_index;
     return array;
   }
@@ -58,12 +62,6 @@ class SampleArray {
   /// For whoever fills a fresh array, before it is shared.
   Sample* Writable() { return samples_.get(); }
   void SetFilledCount(std::int64_t count) { filled_count_ = count; }
-
-  /// Takes the array's end back to a lower index, keeping what stands below it.
-  void ShrinkTo(std::int32_t last_index) {
-    last_index_ = last_index;
-    if (filled_count_ > Count()) filled_count_ = Count();
-  }
 
  private:
   std::shared_ptr<Sample> samples_;

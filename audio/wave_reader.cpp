@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -16,6 +17,10 @@ constexpr int kMostChunksBeforeData = 9;
 constexpr std::int64_t kFormatPosition = 20;
 constexpr const char* kNoData = "Can't find data chunk";
 
+/// What is read at a time where samples are dropped: it stays in the processor's second cache from the
+/// system's copy to ours.
+constexpr std::size_t kPieceBytes = std::size_t{128} << 10;
+
 WaveResult Refused(std::string reason) { return {std::nullopt, std::move(reason)}; }
 
 /// What the file doesn't hold reads as zeros.
@@ -25,53 +30,92 @@ bool ReadField(ByteSource& source, Field& field) {
   return source.Read(&field, sizeof field) == sizeof field;
 }
 
+bool IsStereo(const SampleStore& sound) { return sound.WaveFormat.nChannels == 2; }
+
 bool NextIs(ByteSource& source, std::string_view identifier) {
   std::array<char, 4> found;
   return ReadField(source, found) && std::string_view(found.data(), found.size()) == identifier;
 }
 
-/// False if the memory can't be had.
+/// A fresh array for what the source has from its position on, of which one sample in `step` is kept.
+template <typename Sample>
+SampleArray<Sample> FreshArray(const ByteSource& source, std::int32_t last_index, std::int64_t step) {
+  const std::int64_t bytes_held = std::max<std::int64_t>(source.Size() - source.Position(), 0);
+  const std::int64_t held = bytes_held / (static_cast<std::int64_t>(sizeof(Sample)) * step);
+  return SampleArray<Sample>::Zeroed(last_index, std::min(held, std::int64_t{last_index} + 1));
+}
+
+/// How many samples so many bytes are. Half a sample at the end of the file keeps the half that is there.
+template <typename Sample>
+std::size_t SamplesIn(std::size_t bytes) {
+  return (bytes + sizeof(Sample) - 1) / sizeof(Sample);
+}
+
+/// Samples 0 to last_index as the file has them. False if the memory can't be had.
 template <typename Sample>
 bool ReadSamples(ByteSource& source, std::int32_t last_index, SampleArray<Sample>& samples) {
-  auto fresh = SampleArray<Sample>::Zeroed(last_index);
+  auto fresh = FreshArray<Sample>(source, last_index, 1);
   if (!fresh.Allocated()) return false;
   const auto wanted_bytes = static_cast<std::size_t>(fresh.Count()) * sizeof(Sample);
   const std::size_t read_bytes = source.Read(fresh.Writable(), wanted_bytes);
-  // Half a sample at the end of the file keeps the half that is there.
-  fresh.SetFilledCount(static_cast<std::int64_t>((read_bytes + sizeof(Sample) - 1) / sizeof(Sample)));
+  fresh.SetFilledCount(static_cast<std::int64_t>(SamplesIn<Sample>(read_bytes)));
   samples = std::move(fresh);
   return true;
 }
 
+/// The same samples, of which those at even places are kept: place 2 x i goes to index i.
+template <typename Sample>
+bool ReadFirstOfPairs(ByteSource& source, std::int32_t last_index, SampleArray<Sample>& samples) {
+  auto fresh = FreshArray<Sample>(source, last_index / 2, 2);
+  if (!fresh.Allocated()) return false;
+  std::array<Sample, kPieceBytes / sizeof(Sample)> piece;
+  std::int64_t filled = 0;
+  std::size_t left = (static_cast<std::size_t>(last_index) + 1) * sizeof(Sample);
+  for (bool more = true; more && left > 0;) {
+    const std::size_t wanted_bytes = std::min(left, kPieceBytes);
+    const std::size_t read_bytes = source.Read(piece.data(), wanted_bytes);
+    const std::size_t count = SamplesIn<Sample>(read_bytes);
+    std::memset(reinterpret_cast<char*>(piece.data()) + read_bytes, 0, count * sizeof(Sample) - read_bytes);
+    const std::size_t kept = (count + 1) / 2;
+    Sample* to = fresh.Writable() + filled;
+    for (std::size_t i = 0; i < kept; ++i) to[i] = piece[2 * i];
+    filled += static_cast<std::int64_t>(kept);
+    left -= wanted_bytes;
+    more = read_bytes == wanted_bytes;
+  }
+  fresh.SetFilledCount(filled);
+  samples = std::move(fresh);
+  return true;
+}
+
+/// The array of the sound's depth; at any other depth nothing is read.
 bool ReadSamplesOfDepth(ByteSource& source, SampleStore& sound) {
+  const auto read = [&](auto& samples) {
+    return IsStereo(sound) ? ReadFirstOfPairs(source, sound.WaveDataLength, samples)
+                           : ReadSamples(source, sound.WaveDataLength, samples);
+  };
   switch (sound.WaveFormat.wBitsPerSample) {
     case 8:
-      return ReadSamples(source, sound.WaveDataLength, sound.Samples8);
+      return read(sound.Samples8);
     case 16:
-      return ReadSamples(source, sound.WaveDataLength, sound.Samples16);
+      return read(sound.Samples16);
     default:
       return true;
   }
 }
 
-template <typename Sample>
-void KeepEvenSamples(SampleArray<Sample>& samples, std::int32_t last_index) {
-  const std::int64_t filled = samples.FilledCount();
-  Sample* sample = samples.Writable();
-  const std::int64_t end = std::min(filled, std::int64_t{last_index} + 1);
-  for (std::int64_t i = 0; i < end; ++i) sample[i] = 2 * i < filled ? sample[2 * i] : Sample{0};
-  samples.ShrinkTo(last_index);
-}
-
 /// The data chunk's size and samples, from the position behind its identifier.
-WaveResult ReadDataChunk(ByteSource& source, SampleStore sound) {
+WaveResult ReadDataChunk(ByteSource& source, SampleStore sound,
+                         const std::function<void()>& before_reducing) {
   // A file that ends within the size is cut like one that ends before it.
   if (!ReadField(source, sound.WaveDataLength)) return Refused(kNoData);
   if (sound.WaveDataLength < 0) return Refused("The size of the data chunk is negative");
+  if (IsStereo(sound) && before_reducing) before_reducing();
   if (!ReadSamplesOfDepth(source, sound)) {
     return Refused("Not enough memory for " + std::to_string(sound.WaveDataLength) + " bytes of sound");
   }
   if (!source.Failure().empty()) return Refused("Can't read the samples: " + source.Failure());
+  if (IsStereo(sound)) sound.WaveDataLength /= 2;
   return {std::move(sound), {}};
 }
 
@@ -89,7 +133,8 @@ std::int32_t FindDataChunk(ByteSource& source) {
   return 0;
 }
 
-WaveResult ReadWave(ByteSource& source, const SampleStore& earlier) {
+WaveResult ReadWave(ByteSource& source, const SampleStore& earlier,
+                    const std::function<void()>& before_reducing) {
   source.MoveTo(0);
   if (!NextIs(source, "RIFF")) return Refused("Not a riff file");
   std::uint32_t size = 0;
@@ -105,20 +150,14 @@ WaveResult ReadWave(ByteSource& source, const SampleStore& earlier) {
   }
   source.MoveTo(kFormatPosition + size);
   if (FindDataChunk(source) != 0) return Refused(kNoData);
-  return ReadDataChunk(source, std::move(sound));
+  return ReadDataChunk(source, std::move(sound), before_reducing);
 }
 
-WaveResult ReadWaveFile(const std::string& path, const SampleStore& earlier) {
+WaveResult ReadWaveFile(const std::string& path, const SampleStore& earlier,
+                        const std::function<void()>& before_reducing) {
   const OpenedFile file = OpenFileSource(path);
   if (!file.source) return Refused("Can't open wave file " + path + ": " + file.reason);
-  return ReadWave(*file.source, earlier);
-}
-
-void ReduceToFirstChannel(SampleStore& sound) {
-  const std::int32_t half = sound.WaveDataLength / 2;
-  if (sound.WaveFormat.wBitsPerSample == 8) KeepEvenSamples(sound.Samples8, half);
-  if (sound.WaveFormat.wBitsPerSample == 16) KeepEvenSamples(sound.Samples16, half);
-  sound.WaveDataLength = half;
+  return ReadWave(*file.source, earlier, before_reducing);
 }
 
 }  // namespace audio

@@ -1,7 +1,8 @@
-// Reading a RIFF wave file by a fixed and narrow route, and the reduction of two channels to one.
+// Reading a RIFF wave file by a fixed and narrow route, two channels reduced to one on the way.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -23,20 +24,21 @@ struct WaveResult {
 /// The array of the file's depth is made afresh, and filled from the data on with one sample more than the
 /// declared byte count; what follows the chunk lands in its tail, what the file doesn't hold stays 0 and
 /// untouched. The other array is the earlier sound's, as are both at a depth other than 8 or 16.
-/// A two-channel file comes back as it stands in the file: ReduceToFirstChannel is the caller's next step.
-WaveResult ReadWave(ByteSource& source, const SampleStore& earlier);
+///
+/// Of a two-channel file the first channel of each pair is kept, of as many pairs as would have been read,
+/// and WaveDataLength is halved, rounded down; the format keeps describing the file. That is done piece by
+/// piece while reading, so that the memory is never above the samples kept and one piece. `before_reducing`
+/// is called once before it.
+WaveResult ReadWave(ByteSource& source, const SampleStore& earlier,
+                    const std::function<void()>& before_reducing = {});
 
 /// The same for a file by name; a file that can't be opened is a reason that names it.
-WaveResult ReadWaveFile(const std::string& path, const SampleStore& earlier);
+WaveResult ReadWaveFile(const std::string& path, const SampleStore& earlier,
+                        const std::function<void()>& before_reducing = {});
 
 /// Walks from the position, the first byte behind the "fmt " chunk, to "data". 0: the identifier has just
 /// been read. -1: there is none, or ten other chunks stood before it. Chunks are not aligned: an odd one is
 /// followed at once by the next.
 std::int32_t FindDataChunk(ByteSource& source);
-
-/// Keeps the first channel of each pair, in place, and halves WaveDataLength, rounded down. The format keeps
-/// describing the file. Takes as long as what the file held, not as what it declared. The array of the
-/// sound's depth must not be shared yet.
-void ReduceToFirstChannel(SampleStore& sound);
 
 }  // namespace audio

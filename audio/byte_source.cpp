@@ -42,7 +42,7 @@ class FileSource : public ByteSource {
 }  // namespace
 
 std::size_t MemorySource::Read(void* into, std::size_t bytes) {
-  if (position_ >= Size()) return 0;
+  if (position_ >= MemorySource::Size()) return 0;
   const std::string_view rest = bytes_.substr(static_cast<std::size_t>(position_), bytes);
   std::copy(rest.begin(), rest.end(), static_cast<char*>(into));
   position_ += static_cast<std::int64_t>(rest.size());

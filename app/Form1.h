@@ -106,6 +106,10 @@ class Form1 : public platform::Window {
   // --- The look: look/
   void PrefsCallback(platform::Window& form_object);
   void Draw_Pattern(platform::Window& this_object);
+  /// The dialogs that stand open take on the host's colours; they aren't handed to the host themselves.
+  void DressDialogs();
+  /// Without a picture that can be loaded the ground is plain.
+  void LoadWallpaper();
 
   // --- Controls, in the order in which the theme walks them.
   look::vl_button vl_button18{*this, "vl_button18", look::vl_button::TwoState};    // Audio/frame lock

@@ -1,11 +1,9 @@
 // The main window's start and end.
 #include "app/Form1.h"
-#include "app/Guarded.h"
 #include "app/HostSession.h"
 #include "audio/Form2.h"
 #include "painter/noise.h"
 #include "platform/Application.h"
-#include "platform/Picture.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "timeline/Form4.h"
@@ -23,10 +21,7 @@ void Form1::Form_Load() {
   timeline::Tracks().UndoHistory.clear();
   sheet::SheetCells.Resize(0);
   timeline::ZoomFactor = 1.0F;
-  app::Guarded([&] {
-    const auto name = HostSession.Call("Vel_WallpaperFilename");
-    Image1.SetPicture(platform::Picture::Load(host::AsText(name, "Vel_WallpaperFilename")));
-  });
+  LoadWallpaper();
   PrefsCallback(*this);
   Grid1.SetRow(0);
   WriteHeader();

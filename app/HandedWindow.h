@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/variant.h"
+#include "platform/Application.h"
 #include "platform/Window.h"
 
 namespace app {
@@ -20,10 +21,20 @@ class HandedWindow : public host::FormObject {
   std::string FormName() const override { return name_; }
   void ShowForm() override { instance_.Hold().Show(); }
   /// A window that isn't loaded, or that has no such routine, is left alone: a change of colours brings
-  /// nothing up.
+  /// nothing up. The wallpaper follows later, since the host, which is asked for it, still waits for this
+  /// call to return.
   void RunPrefsCallback() override {
     if constexpr (requires(T & window) { window.PrefsCallback(window); }) {
-      if (T* window = instance_.IfLoaded()) window->PrefsCallback(*window);
+      T* window = instance_.IfLoaded();
+      if (window == nullptr) return;
+      window->PrefsCallback(*window);
+      if constexpr (requires { window->DressDialogs(); }) window->DressDialogs();
+      platform::RunLater([this] {
+        T* still = instance_.IfLoaded();
+        if (still == nullptr) return;
+        still->LoadWallpaper();
+        platform::RepaintWindows();
+      });
     }
   }
 

@@ -1,7 +1,9 @@
 // The main window's part in the host's colours: it dresses itself and its two dialogs.
 #include "app/Form1.h"
 #include "app/Guarded.h"
+#include "audio/Form2.h"
 #include "look/ThemeWalk.h"
+#include "sheet/Form3.h"
 
 void Form1::PrefsCallback(platform::Window& form_object) {
   const look::ThemeColors theme = look::ReadHostTheme();
@@ -11,6 +13,13 @@ void Form1::PrefsCallback(platform::Window& form_object) {
   // there as soon as a dialog first loads.
   Picture1.SetBackColor(theme[look::ThemeKey::SpecialBackdrop]);
 }
+
+void Form1::DressDialogs() {
+  if (form2.IfLoaded() != nullptr) PrefsCallback(*form2);
+  if (form3.IfLoaded() != nullptr) PrefsCallback(*form3);
+}
+
+void Form1::LoadWallpaper() { look::HangWallpaper(Image1); }
 
 void Form1::Draw_Pattern(platform::Window& this_object) {
   app::Guarded([&] { look::TileWindow(this_object, Image1); });

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <exception>
+#include <memory>
+#include <utility>
 
+#include "app/Guarded.h"
+#include "app/HostSession.h"
 #include "look/HGlide.h"
 #include "look/VlButton.h"
 #include "platform/Picture.h"
@@ -88,6 +92,15 @@ void DressControls(platform::Window& window, const ThemeColors& theme, ButtonsAr
                                    [&](const Row& candidate) { return candidate.kind == control->Kind(); });
     if (row != std::end(kRows)) row->dress(*control, theme);
   }
+}
+
+void HangWallpaper(platform::ImageHolder& tile) {
+  std::shared_ptr<const platform::Picture> picture;
+  app::Guarded([&] {
+    const auto name = app::HostSession.Call("Vel_WallpaperFilename");
+    picture = platform::Picture::Load(host::AsText(name, "Vel_WallpaperFilename"));
+  });
+  tile.SetPicture(std::move(picture));
 }
 
 void TileWindow(platform::Window& window, const platform::ImageHolder& tile) {

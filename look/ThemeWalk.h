@@ -16,6 +16,10 @@ enum class ButtonsAre { Dressed, LeftAlone };
 /// what they have. Whatever a control refuses is passed over, statement by statement.
 void DressControls(platform::Window& window, const ThemeColors& theme, ButtonsAre buttons);
 
+/// Fills a picture holder from the file that the host names as its wallpaper; empties it where there is none
+/// or it can't be loaded.
+void HangWallpaper(platform::ImageHolder& tile);
+
 /// Covers a window, while it is visible, with the tiles of a picture. Without a picture the window shows its
 /// background.
 void TileWindow(platform::Window& window, const platform::ImageHolder& tile);

@@ -79,6 +79,8 @@ class FramePainter : public platform::Window {
   // The theme. This window's twins of the main window's routines.
   void PrefsCallback(platform::Window& form);
   void Draw_Pattern(platform::Window& form);
+  /// Without a picture that can be loaded the backdrop is plain.
+  void LoadWallpaper();
 
  protected:
   void Form_Load() override;
@@ -91,7 +93,6 @@ class FramePainter : public platform::Window {
   void ColorControls();
   void BindEvents();
   void SetScrollRanges();
-  void LoadWallpaper();
 
   /// How a strip is looked at; nothing if the frames give no thumbnails.
   std::optional<StripView> CellsView() const;

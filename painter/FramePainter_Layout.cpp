@@ -1,10 +1,8 @@
-#include "app/Guarded.h"
 #include "app/HandedWindow.h"
-#include "app/HostSession.h"
+#include "look/ThemeWalk.h"
 #include "painter/FramePainter.h"
 #include "painter/strip_state.h"
 #include "platform/Application.h"
-#include "platform/Picture.h"
 
 namespace painter {
 namespace {
@@ -155,13 +153,7 @@ void FramePainter::Form_Load() {
   Picture4.DrawLater();
 }
 
-/// Without a wallpaper the backdrop is plain.
-void FramePainter::LoadWallpaper() {
-  app::Guarded([&] {
-    const auto name = app::HostSession.Call("Vel_WallpaperFilename");
-    Image1.SetPicture(platform::Picture::Load(host::AsText(name, "Vel_WallpaperFilename")));
-  });
-}
+void FramePainter::LoadWallpaper() { look::HangWallpaper(Image1); }
 
 void FramePainter::SetScrollRanges() {
   HGlide1.SetRange(TheRetrieval().CellCount);

@@ -3,6 +3,7 @@
 #include "platform/ToolkitColor.h"
 #include "platform/WidgetParts.h"
 #include "platform/Widgets.h"
+#include "platform/Window.h"
 
 namespace platform {
 namespace {
@@ -19,16 +20,29 @@ class LabelWidget : public QWidget {
   QString caption;
   Qt::Alignment align = Qt::AlignLeft;
   QColor color = Qt::black;
+  const Window* window = nullptr;
 
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     painter.setFont(FontThatFits(WithSmallLetters(font()), caption, width() - kMargin, height() + kOverhang));
+    const int layout = static_cast<int>(align | Qt::AlignVCenter) | Qt::TextSingleLine;
+    if (window->GroundIsDark()) PaintPlate(painter, painter.boundingRect(rect(), layout, caption));
     painter.setPen(color);
-    painter.drawText(rect(), static_cast<int>(align | Qt::AlignVCenter) | Qt::TextSingleLine, caption);
+    painter.drawText(rect(), layout, caption);
   }
 
  private:
+  /// No setting has a colour for labels, which stay black: on a dark ground they get a bright one of their
+  /// own.
+  void PaintPlate(QPainter& painter, const QRectF& text) const {
+    if (caption.isEmpty()) return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(166, 171, 180));
+    painter.drawRoundedRect(text.adjusted(-3, 0, 3, 0) & QRectF(rect()), 2, 2);
+  }
+
   /// A line's height has room above and below the letters themselves.
   static constexpr int kMargin = 4, kOverhang = 1;
 };
@@ -39,6 +53,7 @@ Label::Label(Container& container, std::string name, const std::string& caption,
     : Control(container, ControlKind::Label, std::move(name), new LabelWidget) {
   if (align == Align::Right) As<LabelWidget>(*this)->align = Qt::AlignRight;
   if (align == Align::Center) As<LabelWidget>(*this)->align = Qt::AlignHCenter;
+  As<LabelWidget>(*this)->window = &OwnerWindow();
   SetCaption(caption);
 }
 std::string Label::Caption() const { return As<LabelWidget>(*this)->caption.toStdString(); }

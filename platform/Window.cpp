@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
 #include <QScreen>
@@ -65,6 +66,33 @@ const QImage& TileAtScale(const QImage& tile, double scale) {
   return stretched;
 }
 
+/// Black letters read on anything brighter.
+constexpr int kDarkestForBlack = 110;
+
+bool IsDark(QRgb color) { return qGray(color) < kDarkestForBlack; }
+
+/// Whether a tile is dark by and large. Worked out once for a tile, not for every paint.
+bool IsDark(const QImage& tile) {
+  static qint64 judged = 0;
+  static bool dark = false;
+  if (judged != tile.cacheKey()) {
+    dark = IsDark(tile.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0));
+    judged = tile.cacheKey();
+  }
+  return dark;
+}
+
+QPalette BarPalette(bool dark) {
+  if (!dark) return QApplication::palette();
+  QPalette palette(QColor(52, 56, 63), QColor(40, 43, 49));
+  palette.setColor(QPalette::Base, QColor(43, 47, 53));
+  for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
+    palette.setColor(role, QColor(222, 225, 230));
+  palette.setColor(QPalette::Highlight, QColor(92, 110, 138));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  return palette;
+}
+
 }  // namespace
 
 int LoadedWindowCount() { return loaded_count; }
@@ -82,6 +110,10 @@ void DestroyAllWindows() {
     LiveWindows().pop_back();
     window->Forget();
   }
+}
+
+void RepaintWindows() {
+  for (Window* window : LiveWindows()) window->Repaint();
 }
 
 /// The client area: the wallpaper's ground and the controls' parent.
@@ -265,6 +297,7 @@ void Window::SetBackColor(Color color) {
 void Window::TilePicture(const Picture& picture) {
   QPainter* painter = widget_->client->painter;
   if (painter == nullptr) return;
+  laid_tile_ = &picture;
   const double scale = widget_->client->devicePixelRatioF();
   const QImage& tile = TileAtScale(picture.Image(), scale);
   QBrush brush(tile);
@@ -299,7 +332,24 @@ void Window::RaiseResize() {
 }
 
 void Window::RaisePaint() {
-  if (loaded_) Form_Paint();
+  if (!loaded_) return;
+  laid_tile_ = nullptr;
+  Form_Paint();
+  NoteGround(laid_tile_ != nullptr ? IsDark(laid_tile_->Image()) : IsDark(ToolkitColor(back_color_).rgb()));
+}
+
+void Window::NoteGround(bool dark) {
+  if (dark == ground_is_dark_) return;
+  ground_is_dark_ = dark;
+  const QPalette palette = BarPalette(dark);
+  if (widget_->menu_bar != nullptr) {
+    widget_->menu_bar->setPalette(palette);
+    for (QMenu* menu : widget_->menu_bar->findChildren<QMenu*>()) menu->setPalette(palette);
+  }
+  for (Control* control : controls_) {
+    if (control->Kind() == ControlKind::StatusBar) control->Widget()->setPalette(palette);
+    if (control->Kind() == ControlKind::Label) control->Widget()->update();
+  }
 }
 
 }  // namespace platform

@@ -67,6 +67,9 @@ class Window : public Container {
   void TilePicture(const Picture& picture);
   /// Asks for a new Form_Paint.
   void Repaint();
+  /// Whether black letters would be lost on what the client area showed last, picture or colour. The menu bar
+  /// and the status bar darken with it; no setting has a colour for them.
+  bool GroundIsDark() const { return ground_is_dark_; }
   /// Takes the object out of its WindowInstance and deletes it, without asking.
   void Forget();
 
@@ -97,6 +100,7 @@ class Window : public Container {
 
   void RaiseResize();
   void RaisePaint();
+  void NoteGround(bool dark);
 
   std::string name_;
   Design design_;
@@ -106,9 +110,15 @@ class Window : public Container {
   bool loaded_ = false;
   bool unloading_ = false;
   bool resized_ = false;
+  bool ground_is_dark_ = false;
+  /// The tile that the paint that is running has laid, if any.
+  const Picture* laid_tile_ = nullptr;
   /// Takes the object out of its WindowInstance; set by that.
   std::function<std::unique_ptr<Window>()> release_;
 };
+
+/// Asks every window for a new Form_Paint: some show the picture that another one holds.
+void RepaintWindows();
 
 /// The one instance of a window: made on first use, loaded on first touch, made anew after it was unloaded.
 template <class T>

@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 """Draws the host's wallpapers into assets/wallpapers. Needs python3-numpy and python3-pil.
 
-All are light and low in contrast, since labels on them are black. Every pattern
-is built from waves that fit the tile a whole number of times, so tiles meet
-without a seam.
+All are low in contrast, and all but night are light, since labels on them are
+black. Every pattern is built from waves that fit the tile a whole number of
+times, so tiles meet without a seam.
 """
 
 from pathlib import Path
@@ -63,9 +63,17 @@ def paper(side=128):
     return tinted(sheet - sheet.mean(), (192, 186, 172))
 
 
+def night(side=160):
+    """The slate after dark, for the dark look: flatter, since on a dark ground the same steps stand out more."""
+    relief = noise(side, side, 1.5, 41, 0.55)
+    lit = (relief - np.roll(relief, 1, axis=0)) + 0.6 * (relief - np.roll(relief, 1, axis=1))
+    stone = 1.3 * relief + 1.5 * lit / lit.std() + 0.6 * noise(side, side, 0.1, 42)
+    return tinted(stone, (47, 50, 57))
+
+
 def main():
     OUT.mkdir(parents=True, exist_ok=True)
-    for wallpaper in (linen, slate, paper):
+    for wallpaper in (linen, slate, paper, night):
         wallpaper().save(OUT / f"{wallpaper.__name__}.png", optimize=True)
 
 

@@ -114,17 +114,35 @@ void StandInWindow::StartTool() {
     ShowFailure(tr("The program \"%1\" can't be started.").arg(program));
 }
 
+/// Colours bring their wallpaper along, unless the user has hung up a picture of their own.
 void StandInWindow::ChooseTheme(Theme theme) {
   if (!StoreTheme(theme)) return ShowFailure(tr("The settings can't be written."));
-  // The tools that stand open take the colours on at once.
+  const QString hanging = ChosenWallpaper();
+  if (hanging.isEmpty() || WallpaperNames().contains(hanging))
+    PutWallpaper(QString::fromUtf8(ThemeWallpaper(theme).data()));
+  DressTools();
+}
+
+void StandInWindow::ChooseWallpaper(const QString& name_or_path) {
+  PutWallpaper(name_or_path);
+  DressTools();
+}
+
+void StandInWindow::PutWallpaper(const QString& name_or_path) {
+  if (!StoreWallpaper(name_or_path)) ShowFailure(tr("The settings can't be written."));
+  stand_in_->SetWallpaper(WallpaperFile(name_or_path).toStdString());
+  if (auto* item = findChild<QAction*>("Wallpaper" + name_or_path)) item->setChecked(true);
+}
+
+/// The tools that stand open take colours and wallpaper on at once.
+void StandInWindow::DressTools() {
   for (FormObject* form : std::vector(stand_in_->Forms()))
     platform::RunEvent([form] { form->RunPrefsCallback(); });
 }
 
-void StandInWindow::ChooseWallpaper(const QString& name_or_path) {
-  if (!StoreWallpaper(name_or_path)) ShowFailure(tr("The settings can't be written."));
-  stand_in_->SetWallpaper(WallpaperFile(name_or_path).toStdString());
-  ShowNote(tr("Windows that are opened from now on show the wallpaper."));
+/// Some windows keep the colours that they were designed in until the host asks them to read its own.
+void StandInWindow::FormSent(FormObject& form) {
+  if (CurrentTheme() != Theme::Default) platform::RunEvent([&form] { form.RunPrefsCallback(); });
 }
 
 void StandInWindow::AskWallpaper() {

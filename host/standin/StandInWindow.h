@@ -35,6 +35,7 @@ class StandInWindow : public QMainWindow, public StandInView {
   void AnimationChanged() override;
   void RateChanged() override;
   void StatusChanged() override;
+  void FormSent(FormObject& form) override;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -59,6 +60,9 @@ class StandInWindow : public QMainWindow, public StandInView {
   void AddWallpapers(QMenu* menu);
   void ChooseTheme(Theme theme);
   void ChooseWallpaper(const QString& name_or_path);
+  /// Takes on a wallpaper and ticks it in the menu; the tools' windows hear of it from DressTools.
+  void PutWallpaper(const QString& name_or_path);
+  void DressTools();
   void AskWallpaper();
   void AskNewAnimation();
   void OpenDemonstration();

@@ -30,6 +30,7 @@ void StandIn::DropForm(const FormObject& form) { std::erase(forms_, &form); }
 void StandIn::SendFormObject(FormObject& form) {
   HoldForm(form);
   form.ShowForm();
+  if (view_ != nullptr) view_->FormSent(form);
 }
 
 void StandIn::SetFrameRate(double frames_per_second) {

@@ -26,6 +26,8 @@ class StandInView {
   virtual void AnimationChanged() = 0;
   virtual void RateChanged() = 0;
   virtual void StatusChanged() = 0;
+  /// A tool has sent a window, which is on its way to the screen.
+  virtual void FormSent(FormObject& form) = 0;
 };
 
 /// The host's state and the routines behind its members, each named after its member.

@@ -45,6 +45,18 @@ std::string_view ThemeName(Theme theme) {
   return "Default";
 }
 
+std::string_view ThemeWallpaper(Theme theme) {
+  switch (theme) {
+    case Theme::Dark:
+      return "night";
+    case Theme::Loud:
+      return "paper";
+    case Theme::Default:
+      break;
+  }
+  return "slate";
+}
+
 std::span<const ThemeRow> ThemeRows() { return kRows; }
 
 std::optional<std::string> ThemeText(const ThemeRow& row, Theme theme) {

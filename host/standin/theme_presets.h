@@ -1,4 +1,4 @@
-// The colour themes that the stand-in offers for itself and its tools.
+// The colour themes that the stand-in offers for its tools.
 #pragma once
 
 #include <array>
@@ -17,6 +17,8 @@ enum class Theme { Default, Dark, Loud };
 inline constexpr std::array kThemes = {Theme::Default, Theme::Dark, Theme::Loud};
 
 std::string_view ThemeName(Theme theme);
+/// The name of the wallpaper that goes with the colours; every theme has its own.
+std::string_view ThemeWallpaper(Theme theme);
 
 struct ThemeRow {
   std::string_view key;

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "app/Form1.h"
+#include "app/HandedWindow.h"
 #include "look/HGlide.h"
 #include "look/VlButton.h"
 #include "look/VlDropDial.h"
@@ -15,6 +16,8 @@
 #include "platform/Picture.h"
 #include "platform/Settings.h"
 #include "platform/Widgets.h"
+#include "sheet/Form3.h"
+#include "support/desk.h"
 
 namespace {
 
@@ -180,6 +183,31 @@ TEST_F(Prefs, WallpaperIsTiledFromTheLeftTop) {
   form1.Hold().Image1.SetPicture(Tile(300, 200));
   EXPECT_EQ(pixel(0, 0), QColor(Qt::red));
   EXPECT_EQ(pixel(40, 30), QColor(Qt::blue));
+}
+
+TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
+  support::Desk desk;
+  Form1& main = desk.Main();
+  form3->Show();
+  auto call = [form = app::HandedWindow<Form1>("Form1", form1)]() mutable {
+    form.RunPrefsCallback();
+    support::HandleEvents();
+    form1->TopWidget()->grab();
+  };
+  Store("Textbox_Fill_Color=16\n");
+  desk.host->wallpaper = support::ScratchFolder() + "/dark.png";
+  QImage dark(8, 8, QImage::Format_RGB32);
+  dark.fill(QColor(60, 60, 60));
+  ASSERT_TRUE(dark.save(QString::fromStdString(desk.host->wallpaper)));
+  call();
+  EXPECT_EQ(form3->Text7.BackColor(), 16);
+  ASSERT_TRUE(main.Image1.Picture());
+  EXPECT_TRUE(main.GroundIsDark());
+  EXPECT_EQ(main.Label1.ForeColor(), 0);
+  desk.host->wallpaper.clear();
+  call();
+  EXPECT_FALSE(main.Image1.Picture());
+  EXPECT_FALSE(main.GroundIsDark());
 }
 
 }  // namespace

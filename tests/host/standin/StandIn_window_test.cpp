@@ -141,9 +141,19 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   // Red 30, green 32, blue 37.
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"),
             std::to_string(30 + 256 * 32 + 65536 * 37));
+  EXPECT_EQ(ChosenWallpaper(), "night");
+  // A window that comes later learns of the colours too, but not of those that it was designed in.
+  CountingForm later;
+  stand_in_->SendFormObject(later);
+  EXPECT_EQ(later.callbacks, 1);
+  stand_in_->DropForm(later);
+  EXPECT_TRUE(StoreWallpaper(folder_.path() + "/own.png"));
   Choose("ThemeDefault");
   EXPECT_EQ(form.callbacks, 2);
   EXPECT_EQ(CurrentTheme(), Theme::Default);
+  EXPECT_EQ(ChosenWallpaper(), folder_.path() + "/own.png");
+  stand_in_->SendFormObject(later);
+  EXPECT_EQ(later.callbacks, 1);
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"), std::nullopt);
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Of_Another"), "7");
 }

@@ -4,8 +4,6 @@
 #include <unistd.h>
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <cstdlib>
@@ -15,8 +13,7 @@
 #include "app/HostSession.h"
 #include "app/Main.h"
 #include "host/bus/BusHost.h"
-#include "host/bus/BusService.h"
-#include "host/bus/bus_names.h"
+#include "host/standin/BusService.h"
 #include "host/standin/EmbeddedHost.h"
 #include "host/standin/StandInWindow.h"
 #include "painter/FramePainter.h"
@@ -41,7 +38,7 @@ int RunHost(int argument_count, char** arguments) {
   const auto stand_in = std::make_shared<host::StandIn>(host::Animation(kSize, kFrames));
   stand_in->SetAppDir("/");
   host::StandInWindow window(stand_in, host::Place::Apart);
-  host::BusService service(stand_in, QDBusConnection::sessionBus());
+  host::BusService service(stand_in);
   if (service.Start()) return 1;
   window.show();
   return QApplication::exec();
@@ -51,8 +48,7 @@ QProcess* StartHost() {
   auto* process = new QProcess(qApp);
   process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
   process->start(QCoreApplication::applicationFilePath(), {"--host"});
-  auto* bus = QDBusConnection::sessionBus().interface();
-  while (!bus->isServiceRegistered(host::kHostService)) usleep(10'000);
+  while (host::ConnectToBusHost() == nullptr) usleep(10'000);
   return process;
 }
 

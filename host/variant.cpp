@@ -35,6 +35,12 @@ std::int32_t AsLong(const Variant& value, std::string_view member) {
   FailWithType(value, member, "a number");
 }
 
+double AsDouble(const Variant& value, std::string_view member) {
+  if (const auto* number = std::get_if<double>(&value)) return *number;
+  if (const auto* number = std::get_if<float>(&value)) return *number;
+  return AsLong(value, member);
+}
+
 const std::string& AsText(const Variant& value, std::string_view member) {
   if (const auto* text = std::get_if<std::string>(&value)) return *text;
   FailWithType(value, member, "a text");

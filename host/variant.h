@@ -48,6 +48,8 @@ class HostError : public std::runtime_error {
 
 /// The value as a whole number, whatever numeric type carries it; a HostError naming the member otherwise.
 std::int32_t AsLong(const Variant& value, std::string_view member);
+/// The value as a double, whatever numeric type carries it; a HostError naming the member otherwise.
+double AsDouble(const Variant& value, std::string_view member);
 /// The value as text; a HostError naming the member if it is not text.
 const std::string& AsText(const Variant& value, std::string_view member);
 /// The value as a byte table of just `byte_count` bytes; a HostError naming the member otherwise.

@@ -3,7 +3,7 @@
 
 # shellcheck disable=SC2034  # used by the scripts that source this file
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools libgl-dev
-  libsdl2-dev libsndfile1-dev libgtest-dev libgmock-dev"
+  libsdl2-dev libsndfile1-dev libsystemd-dev libgtest-dev libgmock-dev"
 
 # What the program itself wants at run time beyond the libraries that it is linked to.
 RUN_PACKAGES="fonts-liberation fonts-dejavu-core x11-utils"

@@ -1,164 +1,172 @@
 #include "host/bus/BusHost.h"
 
 #include <QCoreApplication>
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusReply>
-#include <QDBusServiceWatcher>
-#include <QFileInfo>
-#include <QThread>
 #include <map>
 
-#include "host/bus/BusForm.h"
+#include "host/bus/Connection.h"
 #include "host/bus/Wire.h"
 #include "host/bus/bus_names.h"
-#include "host/bus/call_desk.h"
 #include "host/members.h"
 #include "platform/Application.h"
 
 namespace host {
 namespace {
 
-/// A call on its way: what the bus's thread leaves for the tool's.
-struct Answer {
-  std::shared_ptr<CallDesk::Ticket> ticket = std::make_shared<CallDesk::Ticket>();
-  QDBusMessage message;
-};
+constexpr const char* kGone = "the host is no longer running";
 
 class BusHost final : public HostObject {
  public:
-  BusHost(QDBusConnection connection, QString service);
-  ~BusHost() override { Stop(); }
+  BusHost(std::unique_ptr<Connection> connection, std::string service);
 
   Variant Invoke(std::string_view name, std::span<const Variant> arguments) override;
 
  private:
-  QString Offer(FormObject& form);
-  QDBusMessage Send(const QDBusMessage& call);
-  void HandToTool(std::function<void()> work);
-  void WatchForLoss();
-  void Stop();
+  std::string Offer(FormObject& form);
+  Message AnswerTo(std::uint64_t number, std::string_view member);
+  void Take(Message message);
+  void TakeCall(const Message& call);
+  bool AnswerStandardCall(const Message& call, const FormObject& form);
+  void RunRoutine(const Message& call, const std::function<void()>& routine);
+  void TakeAllThatCame();
 
-  QDBusConnection connection_;
-  QString service_;
-  std::shared_ptr<CallDesk> desk_ = std::make_shared<CallDesk>();
-  /// Lives in thread_: answers and call-backs arrive there, so that they arrive while the tool's thread
-  /// waits.
-  std::unique_ptr<QObject> receiver_ = std::make_unique<QObject>();
-  QThread thread_;
-  std::map<FormObject*, std::unique_ptr<BusForm>> forms_;
+  std::unique_ptr<Connection> connection_;
+  std::string service_;
+  /// The answers that are waited for, by number. While the tool waits for one it runs what the host calls
+  /// back, which may call the host in turn: so there can be several, and they come in any order.
+  std::map<std::uint64_t, Message> awaited_;
+  /// By object path.
+  std::map<std::string, FormObject*> forms_;
   /// Windows that the host has and hasn't shown yet. The process waits for it, as no window of its own is
   /// loaded.
   std::map<FormObject*, platform::KeepAlive> unshown_;
 };
 
-BusHost::BusHost(QDBusConnection connection, QString service)
+BusHost::BusHost(std::unique_ptr<Connection> connection, std::string service)
     : connection_(std::move(connection)), service_(std::move(service)) {
-  receiver_->moveToThread(&thread_);
-  thread_.setObjectName("bus");
-  thread_.start();
-  WatchForLoss();
-  // The tool holds its host until the process ends, which is later than a thread of the toolkit can live.
-  QObject::connect(
-      qApp, &QCoreApplication::aboutToQuit, receiver_.get(), [this] { Stop(); }, Qt::DirectConnection);
-  QObject::connect(
-      qApp, &QObject::destroyed, receiver_.get(), [this] { Stop(); }, Qt::DirectConnection);
+  connection_->WatchForLeaving(",arg0='" + service_ + "'");
+  connection_->OnArrival([this] { TakeAllThatCame(); });
 }
 
-void BusHost::Stop() {
-  thread_.quit();
-  thread_.wait();
-  forms_.clear();
-  unshown_.clear();
+void BusHost::TakeAllThatCame() {
+  while (Message message = connection_->Next()) Take(std::move(message));
 }
 
-void BusHost::WatchForLoss() {
-  auto* watcher =
-      new QDBusServiceWatcher(service_, connection_, QDBusServiceWatcher::WatchForUnregistration, qApp);
-  QObject::connect(watcher, &QDBusServiceWatcher::serviceUnregistered, receiver_.get(),
-                   [this] { HandToTool([this] { unshown_.clear(); }); });
-}
-
-void BusHost::HandToTool(std::function<void()> work) {
-  desk_->AddWork(std::move(work));
-  // Taken by the call that the tool waits for, if there is one; else by this.
-  platform::RunLater([desk = desk_] { desk->RunWaiting(); });
-}
-
-QString BusHost::Offer(FormObject& form) {
-  const QString name = QString::fromStdString(form.FormName());
-  const QString path = "/" + name;
+std::string BusHost::Offer(FormObject& form) {
+  const std::string path = "/" + form.FormName();
+  forms_[path] = &form;
   unshown_.try_emplace(&form);
-  auto& offered = forms_[&form];
-  if (offered) return path;
-  const auto show = [this, &form] {
-    form.ShowForm();
-    unshown_.erase(&form);
-  };
-  offered =
-      std::make_unique<BusForm>(FormRoutines{name, show, [&form] { form.RunPrefsCallback(); }}, service_,
-                                [this](std::function<void()> work) { HandToTool(std::move(work)); });
-  offered->moveToThread(&thread_);
-  connection_.registerVirtualObject(path, offered.get());
   return path;
 }
 
-QDBusMessage BusHost::Send(const QDBusMessage& call) {
-  const auto answer = std::make_shared<Answer>();
-  const QDBusPendingCall pending = connection_.asyncCall(call, kNoTimeLimit);
-  // The watcher must be made in the bus's thread: its signal comes to the thread in which it was made.
-  QMetaObject::invokeMethod(receiver_.get(), [pending, answer, desk = desk_, receiver = receiver_.get()] {
-    auto* watcher = new QDBusPendingCallWatcher(pending, receiver);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, receiver, [answer, desk, watcher] {
-      answer->message = watcher->reply();
-      watcher->deleteLater();
-      desk->Finish(answer->ticket);
-    });
-  });
-  desk_->WaitFor(answer->ticket);
-  return answer->message;
+void BusHost::Take(Message message) {
+  std::uint64_t number = 0;
+  if (sd_bus_message_is_method_call(message.get(), nullptr, nullptr)) {
+    TakeCall(message);
+  } else if (sd_bus_message_get_reply_cookie(message.get(), &number) >= 0) {
+    const auto waiting = awaited_.find(number);
+    if (waiting != awaited_.end()) waiting->second = std::move(message);
+  } else if (sd_bus_message_is_signal(message.get(), kBusService, "NameOwnerChanged")) {
+    // A call that is waited for fails by itself. But nothing else would ever bring up a window that the host
+    // was to show.
+    if (awaited_.empty() && !unshown_.empty()) throw HostError("Vel_SendFormObject", kGone);
+  }
 }
 
-std::string FailureText(const QDBusMessage& answer) {
+void BusHost::TakeCall(const Message& call) {
+  const auto form = forms_.find(sd_bus_message_get_path(call.get()));
+  if (form == forms_.end())
+    return connection_->Refuse(call, SD_BUS_ERROR_UNKNOWN_OBJECT, "There is no such window.");
+  if (AnswerStandardCall(call, *form->second)) return;
+  const char* interface = sd_bus_message_get_interface(call.get());
+  const std::string member = sd_bus_message_get_member(call.get());
+  if ((interface != nullptr && std::string_view(interface) != kFormInterface) ||
+      (member != kShow && member != kPrefsCallback))
+    return connection_->Refuse(call, SD_BUS_ERROR_UNKNOWN_METHOD, "A window has no such routine.");
+  // Nothing but the host's own calls may run while the tool waits for the host.
+  if (sd_bus_message_get_sender(call.get()) != service_)
+    return connection_->Refuse(call, SD_BUS_ERROR_ACCESS_DENIED, "Only the host may call this.");
+  RunRoutine(call, [this, &form = *form->second, shows = member == kShow] {
+    if (!shows) return form.RunPrefsCallback();
+    form.ShowForm();
+    unshown_.erase(&form);
+  });
+}
+
+bool BusHost::AnswerStandardCall(const Message& call, const FormObject& form) {
+  const std::string name = form.FormName();
+  if (sd_bus_message_is_method_call(call.get(), kIntrospectable, "Introspect"))
+    return sd_bus_reply_method_return(call.get(), "s", FormIntrospection().c_str()) >= 0;
+  if (sd_bus_message_is_method_call(call.get(), kProperties, "GetAll"))
+    return sd_bus_reply_method_return(call.get(), "a{sv}", 1, "Name", "s", name.c_str()) >= 0;
+  const char *interface = nullptr, *property = nullptr;
+  if (sd_bus_message_is_method_call(call.get(), kProperties, "Get") &&
+      sd_bus_message_read(call.get(), "ss", &interface, &property) > 0 &&
+      std::string_view(property) == "Name")
+    return sd_bus_reply_method_return(call.get(), "v", "s", name.c_str()) >= 0;
+  return false;
+}
+
+/// Runs the routine and answers the host, with an error if the routine fails. The failure then goes on its
+/// way through the tool.
+void BusHost::RunRoutine(const Message& call, const std::function<void()>& routine) {
+  try {
+    routine();
+  } catch (const std::exception& failure) {
+    connection_->Refuse(call, failure.what());
+    throw;
+  }
+  connection_->Answer(call);
+}
+
+std::string FailureText(sd_bus_message* answer) {
+  const sd_bus_error* error = sd_bus_message_get_error(answer);
   // Of a host that has gone the bus has only a number to give.
-  if (answer.errorName() == "org.freedesktop.DBus.Error.NameHasNoOwner" ||
-      answer.errorName() == "org.freedesktop.DBus.Error.ServiceUnknown")
-    return "the host is no longer running";
-  return (answer.errorMessage().isEmpty() ? answer.errorName() : answer.errorMessage()).toStdString();
+  if (sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) ||
+      sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN))
+    return kGone;
+  return error->message != nullptr && *error->message != '\0' ? error->message : error->name;
+}
+
+Message BusHost::AnswerTo(std::uint64_t number, std::string_view member) {
+  struct Awaited {
+    ~Awaited() { all.erase(entry); }
+    std::map<std::uint64_t, Message>& all;
+    std::map<std::uint64_t, Message>::iterator entry;
+  };
+  const Awaited awaited{awaited_, awaited_.try_emplace(number).first};
+  Message& answer = awaited.entry->second;
+  while (!answer) {
+    if (Message message = connection_->Next()) {
+      Take(std::move(message));
+    } else if (!connection_->IsOpen()) {
+      throw HostError(member, "the session bus has gone");
+    } else {
+      connection_->Wait(1000);
+    }
+  }
+  return std::move(answer);
 }
 
 Variant BusHost::Invoke(std::string_view name, std::span<const Variant> arguments) {
   const Member& member = CheckedMember(name, arguments);
-  if (!thread_.isRunning()) throw HostError(name, "the program is ending");
-  QDBusMessage call =
-      QDBusMessage::createMethodCall(service_, kHostPath, kHostInterface,
-                                     QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
-  call.setAutoStartService(false);
-  call.setArguments(ToWire(member, arguments, [this](FormObject& form) { return Offer(form); }));
-  const QDBusMessage answer = Send(call);
-  if (answer.type() != QDBusMessage::ReplyMessage) throw HostError(name, FailureText(answer));
-  return ResultFromWire(member, answer.arguments());
-}
-
-/// Whether there is a session bus to connect to. Without this question the toolkit would start one.
-bool SessionBusExists() {
-  if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return true;
-  const QString runtime_folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-  return !runtime_folder.isEmpty() && QFileInfo::exists(runtime_folder + "/bus");
+  if (QCoreApplication::instance() == nullptr || QCoreApplication::closingDown())
+    throw HostError(name, "the program is ending");
+  const Message call = connection_->MakeCall(service_, kHostPath, kHostInterface, std::string(name));
+  WriteArguments(call.get(), member, arguments, [this](FormObject& form) { return Offer(form); });
+  const Message answer = AnswerTo(connection_->Send(call), name);
+  connection_->PassOnTheRest();
+  if (sd_bus_message_is_method_error(answer.get(), nullptr)) throw HostError(name, FailureText(answer.get()));
+  return ReadResult(member, answer.get());
 }
 
 }  // namespace
 
 std::shared_ptr<HostObject> ConnectToBusHost() {
-  if (!SessionBusExists()) return nullptr;
-  const QDBusConnection connection =
-      QDBusConnection::connectToBus(QDBusConnection::SessionBus, "exposure-sheet");
-  if (!connection.isConnected()) return nullptr;
-  const QDBusReply<QString> owner = connection.interface()->serviceOwner(kHostService);
-  if (!owner.isValid()) return nullptr;
-  return std::make_shared<BusHost>(connection, owner.value());
+  auto connection = Connection::Open();
+  if (!connection) return nullptr;
+  std::string owner = connection->OwnerOf(kHostService);
+  if (owner.empty()) return nullptr;
+  return std::make_shared<BusHost>(std::move(connection), std::move(owner));
 }
 
 }  // namespace host

@@ -1,149 +1,133 @@
 #include "host/bus/Wire.h"
 
-#include <QDBusObjectPath>
-
 #include "host/bus/bus_names.h"
 
 namespace host {
 namespace {
 
-QVariant LentTable(const ByteTable& table) {
-  return QByteArray::fromRawData(reinterpret_cast<const char*>(table.bytes.data()),
-                                 static_cast<qsizetype>(table.bytes.size()));
-}
-
-ByteTable OwnedTable(const QByteArray& bytes) {
-  auto owner = std::make_shared<const QByteArray>(bytes);
-  return {
-      {reinterpret_cast<const std::uint8_t*>(owner->constData()), static_cast<std::size_t>(owner->size())},
-      owner};
-}
-
-double AsDouble(const Variant& value) {
-  if (const auto* number = std::get_if<double>(&value)) return *number;
-  if (const auto* number = std::get_if<float>(&value)) return *number;
-  return AsLong(value, {});
-}
-
-bool IsWhole(const Variant& value) {
-  return std::holds_alternative<std::int32_t>(value) || std::holds_alternative<std::int16_t>(value);
-}
-
-QVariant ToWire(ArgumentKind kind, const Variant& value, const std::function<QString(FormObject&)>& path_of) {
-  switch (kind) {
-    case ArgumentKind::None:
-      break;
-    case ArgumentKind::Window:
-      return QVariant::fromValue(QDBusObjectPath(path_of(*std::get<FormObject*>(value))));
-    case ArgumentKind::Integer:
-      return AsLong(value, {});
-    case ArgumentKind::Frame:
-      return IsWhole(value) ? QVariant(AsLong(value, {})) : QVariant(AsDouble(value));
-    case ArgumentKind::Number:
-      return AsDouble(value);
-    case ArgumentKind::Text:
-      return QString::fromStdString(std::get<std::string>(value));
-    case ArgumentKind::Table:
-      return LentTable(std::get<ByteTable>(value));
-  }
-  return {};
-}
-
-bool HasType(const Variant& value, ResultKind kind) {
-  switch (kind) {
-    case ResultKind::None:
-      return true;
-    case ResultKind::Integer:
-      return std::holds_alternative<std::int32_t>(value);
-    case ResultKind::Text:
-      return std::holds_alternative<std::string>(value);
-    case ResultKind::Table:
-      return std::holds_alternative<ByteTable>(value);
-  }
-  return false;
-}
-
-std::string_view KindName(ResultKind kind) {
-  switch (kind) {
-    case ResultKind::Integer:
-      return "an integer";
-    case ResultKind::Text:
-      return "a text";
-    case ResultKind::Table:
-      return "a byte table";
-    case ResultKind::None:
-      break;
-  }
-  return "nothing";
-}
-
-const char* Signature(ArgumentKind kind) {
+const char* Signature(ArgumentKind kind, const Variant& value) {
   static constexpr std::array signatures = {"", "o", "i", "i", "d", "s", "ay"};
-  return signatures[static_cast<std::size_t>(kind)];
+  const bool whole =
+      std::holds_alternative<std::int32_t>(value) || std::holds_alternative<std::int16_t>(value);
+  return kind == ArgumentKind::Frame && !whole ? "d" : signatures[static_cast<std::size_t>(kind)];
 }
 const char* Signature(ResultKind kind) {
   static constexpr std::array signatures = {"", "i", "s", "ay"};
   return signatures[static_cast<std::size_t>(kind)];
 }
 
+void WriteTable(sd_bus_message* message, const ByteTable& table, std::string_view member) {
+  if (table.bytes.size() > kMostBytesInMessage)
+    throw HostError(member, "a plane of " + std::to_string(table.bytes.size()) +
+                                " bytes is more than a message of the bus carries, which is " +
+                                std::to_string(kMostBytesInMessage));
+  sd_bus_message_append_array(message, 'y', table.bytes.data(), table.bytes.size());
+}
+
+void Write(sd_bus_message* message, std::string_view signature, const Variant& value,
+           std::string_view member) {
+  if (signature == "i") sd_bus_message_append(message, "i", AsLong(value, member));
+  if (signature == "d") sd_bus_message_append(message, "d", AsDouble(value, member));
+  if (signature == "s") sd_bus_message_append(message, "s", BusText(AsText(value, member)).c_str());
+  if (signature == "ay") WriteTable(message, std::get<ByteTable>(value), member);
+}
+
+bool ReadTable(sd_bus_message* message, Variant& value) {
+  const void* bytes = nullptr;
+  std::size_t size = 0;
+  if (sd_bus_message_read_array(message, 'y', &bytes, &size) < 0) return false;
+  const std::shared_ptr<void> owner(sd_bus_message_ref(message), MessageRelease());
+  value = ByteTable{{static_cast<const std::uint8_t*>(bytes), size}, owner};
+  return true;
+}
+
+template <typename T>
+bool ReadBasic(sd_bus_message* message, char type, const std::function<void(T)>& take) {
+  T value{};
+  if (sd_bus_message_read_basic(message, type, &value) <= 0) return false;
+  take(value);
+  return true;
+}
+
+/// The next value of a message; false behind the last one, and where the message is damaged.
+bool ReadNext(sd_bus_message* message, Variant& value,
+              const std::function<FormObject*(const std::string& path)>& form_of) {
+  char type = 0;
+  const char* contents = nullptr;
+  value = {};
+  if (sd_bus_message_peek_type(message, &type, &contents) <= 0) return false;
+  if (type == 'i') return ReadBasic<std::int32_t>(message, type, [&](auto number) { value = number; });
+  if (type == 'n') return ReadBasic<std::int16_t>(message, type, [&](auto number) { value = number; });
+  if (type == 'd') return ReadBasic<double>(message, type, [&](auto number) { value = number; });
+  if (type == 's')
+    return ReadBasic<const char*>(message, type, [&](auto text) { value = std::string(text); });
+  if (type == 'a' && std::string_view(contents) == "y") return ReadTable(message, value);
+  if (type == 'o' && form_of)
+    return ReadBasic<const char*>(message, type, [&](auto path) { value = form_of(path); });
+  return sd_bus_message_skip(message, nullptr) > 0;
+}
+
+std::string_view WordsFor(std::string_view signature) {
+  if (signature == "i") return "an integer";
+  if (signature == "n") return "a short integer";
+  if (signature == "d") return "a double";
+  if (signature == "s") return "a text";
+  if (signature == "ay") return "a byte table";
+  return signature.empty() ? "nothing" : "another type";
+}
+
+std::string Argument(const char* direction, const char* type) {
+  return std::string("<arg direction=\"") + direction + "\" type=\"" + type + "\"/>";
+}
+
 }  // namespace
 
-QList<QVariant> ToWire(const Member& member, std::span<const Variant> arguments,
-                       const std::function<QString(FormObject&)>& path_of) {
-  QList<QVariant> values;
-  for (std::size_t i = 0; i < arguments.size(); ++i)
-    values << ToWire(member.arguments[i], arguments[i], path_of);
+void WriteArguments(sd_bus_message* call, const Member& member, std::span<const Variant> arguments,
+                    const std::function<std::string(FormObject&)>& path_of) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (member.arguments[i] == ArgumentKind::Window)
+      sd_bus_message_append(call, "o", path_of(*std::get<FormObject*>(arguments[i])).c_str());
+    else
+      Write(call, Signature(member.arguments[i], arguments[i]), arguments[i], member.name);
+  }
+}
+
+void WriteResult(sd_bus_message* answer, const Member& member, const Variant& result) {
+  Write(answer, Signature(member.result), result, member.name);
+}
+
+std::vector<Variant> ReadArguments(sd_bus_message* call,
+                                   const std::function<FormObject*(const std::string& path)>& form_of) {
+  std::vector<Variant> values;
+  for (Variant value; ReadNext(call, value, form_of);) values.push_back(value);
   return values;
 }
 
-QList<QVariant> ResultToWire(const Variant& result) {
-  if (const auto* number = std::get_if<std::int32_t>(&result)) return {*number};
-  if (const auto* text = std::get_if<std::string>(&result)) return {QString::fromStdString(*text)};
-  if (const auto* table = std::get_if<ByteTable>(&result)) return {LentTable(*table)};
-  return {};
-}
-
-Variant FromWire(const QVariant& value, const std::function<FormObject*(const QString& path)>& form_of) {
-  if (value.typeId() == QMetaType::Int) return std::int32_t{value.toInt()};
-  if (value.typeId() == QMetaType::Short) return static_cast<std::int16_t>(value.toInt());
-  if (value.typeId() == QMetaType::Double) return value.toDouble();
-  if (value.typeId() == QMetaType::QString) return value.toString().toStdString();
-  if (value.typeId() == QMetaType::QByteArray) return OwnedTable(value.toByteArray());
-  if (value.metaType() == QMetaType::fromType<QDBusObjectPath>() && form_of)
-    return form_of(value.value<QDBusObjectPath>().path());
-  return {};
-}
-
-Variant ResultFromWire(const Member& member, const QList<QVariant>& values) {
+Variant ReadResult(const Member& member, sd_bus_message* answer) {
   if (member.result == ResultKind::None) return {};
-  Variant result = values.size() == 1 ? FromWire(values[0], {}) : Variant();
-  if (HasType(result, member.result)) return result;
-  const bool unknown = !values.isEmpty() && std::holds_alternative<std::monostate>(result);
-  throw HostError(member.name, "it answered with " +
-                                   std::string(unknown ? "another type" : TypeName(result)) + " where " +
-                                   std::string(KindName(member.result)) + " was expected");
+  const std::string_view wanted = Signature(member.result), given = sd_bus_message_get_signature(answer, 1);
+  Variant result;
+  if (given == wanted && ReadNext(answer, result, {})) return result;
+  throw HostError(member.name, "it answered with " + std::string(WordsFor(given)) + " where " +
+                                   std::string(WordsFor(wanted)) + " was expected");
 }
 
-QString HostInterfaceXml() {
-  QString xml = QString("  <interface name=\"%1\">\n").arg(kHostInterface);
+std::string HostIntrospection() {
+  std::string xml = std::string("<node><interface name=\"") + kHostInterface + "\">";
   for (const Member& member : Members()) {
-    xml += QString("    <method name=\"%1\">\n").arg(QString::fromUtf8(member.name.data()));
+    xml += "<method name=\"" + std::string(member.name) + "\">";
     for (std::size_t i = 0; i < member.ArgumentCount(); ++i)
-      xml += QString("      <arg direction=\"in\" type=\"%1\"/>\n").arg(Signature(member.arguments[i]));
-    if (member.result != ResultKind::None)
-      xml += QString("      <arg direction=\"out\" type=\"%1\"/>\n").arg(Signature(member.result));
-    xml += "    </method>\n";
+      xml += Argument("in", Signature(member.arguments[i], std::int32_t{0}));
+    if (member.result != ResultKind::None) xml += Argument("out", Signature(member.result));
+    xml += "</method>";
   }
-  return xml + "  </interface>\n";
+  return xml + "</interface></node>";
 }
 
-QString FormInterfaceXml() {
-  return QString(
-             "  <interface name=\"%1\">\n"
-             "    <method name=\"%2\"/>\n    <method name=\"%3\"/>\n"
-             "    <property name=\"Name\" type=\"s\" access=\"read\"/>\n"
-             "  </interface>\n")
-      .arg(kFormInterface, kShow, kPrefsCallback);
+std::string FormIntrospection() {
+  return std::string("<node><interface name=\"") + kFormInterface + "\"><method name=\"" + kShow +
+         "\"/><method name=\"" + kPrefsCallback +
+         "\"/><property name=\"Name\" type=\"s\" access=\"read\"/></interface></node>";
 }
 
 }  // namespace host

@@ -1,31 +1,33 @@
 // Values between the tool's types and the bus's.
 #pragma once
 
-#include <QList>
-#include <QVariant>
 #include <functional>
+#include <string>
+#include <vector>
 
+#include "host/bus/Connection.h"
 #include "host/members.h"
 
 namespace host {
 
-/// The arguments as the member's methods take them. A byte table is lent, not copied: the list must be sent
-/// before the table goes. `path_of` gives a window's object path.
-QList<QVariant> ToWire(const Member& member, std::span<const Variant> arguments,
-                       const std::function<QString(FormObject&)>& path_of);
+/// Writes the arguments as the member takes them. `path_of` gives a window's object path. Throws HostError
+/// for a byte table that is longer than a message may be.
+void WriteArguments(sd_bus_message* call, const Member& member, std::span<const Variant> arguments,
+                    const std::function<std::string(FormObject&)>& path_of);
 
-/// A result as it goes out, lent likewise.
-QList<QVariant> ResultToWire(const Variant& result);
+/// Writes a member's result, by the same rules.
+void WriteResult(sd_bus_message* answer, const Member& member, const Variant& result);
 
-/// A value that came in; a byte table owns what came. `form_of` gives the window behind an object path.
-/// Nothing (monostate) for a type that no member takes or gives.
-Variant FromWire(const QVariant& value, const std::function<FormObject*(const QString& path)>& form_of);
+/// Everything that a call passes. A byte table keeps the message as its owner. `form_of` gives the window
+/// behind an object path. A value of a type that no member takes is nothing (monostate).
+std::vector<Variant> ReadArguments(sd_bus_message* call,
+                                   const std::function<FormObject*(const std::string& path)>& form_of);
 
 /// What a member answered, of the type that it must have; a HostError that names the member if it has not.
-Variant ResultFromWire(const Member& member, const QList<QVariant>& values);
+Variant ReadResult(const Member& member, sd_bus_message* answer);
 
-/// The interface as the bus's introspection describes it.
-QString HostInterfaceXml();
-QString FormInterfaceXml();
+/// The interfaces as the bus's introspection describes them.
+std::string HostIntrospection();
+std::string FormIntrospection();
 
 }  // namespace host

@@ -1,6 +1,8 @@
 // Under which names host and tool meet on the session bus.
 #pragma once
 
+#include <cstddef>
+
 namespace host {
 
 inline constexpr const char* kHostService = "Vellumark.Vellumark_Class";
@@ -12,10 +14,15 @@ inline constexpr const char* kFormInterface = "Vellumark.Form";
 inline constexpr const char* kShow = "Show";
 inline constexpr const char* kPrefsCallback = "PrefsCallback";
 
+inline constexpr const char* kBusService = "org.freedesktop.DBus";
+inline constexpr const char* kBusPath = "/org/freedesktop/DBus";
+inline constexpr const char* kIntrospectable = "org.freedesktop.DBus.Introspectable";
+inline constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
+
 /// The name of every error that host and tool answer with; the message says the rest.
 inline constexpr const char* kErrorName = "Vellumark.Error.Failed";
 
-/// Milliseconds that stand for no time limit: either side may think as long as it likes.
-inline constexpr int kNoTimeLimit = 0x7FFFFFFF;
+/// The longest array of bytes that a message of the bus may hold (D-Bus Specification, "Marshaling").
+inline constexpr std::size_t kMostBytesInMessage = std::size_t{64} << 20;
 
 }  // namespace host

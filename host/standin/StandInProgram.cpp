@@ -1,11 +1,10 @@
 #include "host/standin/StandInProgram.h"
 
 #include <QApplication>
-#include <QDBusConnection>
 #include <QStyleFactory>
 #include <cstdio>
 
-#include "host/bus/BusService.h"
+#include "host/standin/BusService.h"
 #include "host/standin/StandInWindow.h"
 #include "host/standin/demo_animation.h"
 
@@ -19,7 +18,7 @@ int RunStandIn(int argument_count, char** arguments) {
   const auto stand_in = std::make_shared<StandIn>(DrawDemoAnimation());
   stand_in->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
   StandInWindow window(stand_in, Place::Apart);
-  BusService service(stand_in, QDBusConnection::sessionBus());
+  BusService service(stand_in);
   if (const auto reason = service.Start()) {
     std::fprintf(stderr, "vellumark-standin: %s\n", qPrintable(*reason));
     window.ShowNote(*reason);

@@ -1,0 +1,120 @@
+#include "host/bus/Connection.h"
+
+#include <poll.h>
+
+#include <QString>
+#include <cstring>
+#include <stdexcept>
+
+#include "host/bus/bus_names.h"
+#include "platform/Application.h"
+
+namespace host {
+namespace {
+
+void Check(int result, const char* what) {
+  if (result < 0) throw std::runtime_error(std::string(what) + ": " + std::strerror(-result));
+}
+
+}  // namespace
+
+std::unique_ptr<Connection> Connection::Open() {
+  sd_bus* bus = nullptr;
+  if (sd_bus_open_user(&bus) < 0) return nullptr;
+  std::unique_ptr<Connection> connection(new Connection(bus));
+  // The greeting is exchanged with the first call.
+  return connection->OwnerOf(kBusService).empty() ? nullptr : std::move(connection);
+}
+
+Connection::~Connection() { sd_bus_flush_close_unref(bus_); }
+
+std::string Connection::OwnerOf(const char* name) {
+  sd_bus_message* answer = nullptr;
+  const char* owner = "";
+  if (sd_bus_call_method(bus_, kBusService, kBusPath, kBusService, "GetNameOwner", nullptr, &answer, "s",
+                         name) >= 0)
+    sd_bus_message_read(answer, "s", &owner);
+  std::string result = owner;
+  sd_bus_message_unref(answer);
+  return result;
+}
+
+void Connection::WatchForLeaving(const std::string& rule) {
+  const std::string match =
+      "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged',arg2=''" + rule;
+  sd_bus_call_method(bus_, kBusService, kBusPath, kBusService, "AddMatch", nullptr, nullptr, "s",
+                     match.c_str());
+}
+
+Message Connection::MakeCall(const std::string& service, const std::string& path, const char* interface,
+                             const std::string& member) {
+  sd_bus_message* call = nullptr;
+  Check(sd_bus_message_new_method_call(bus_, &call, service.c_str(), path.c_str(), interface, member.c_str()),
+        "the call can't be made");
+  sd_bus_message_set_auto_start(call, 0);
+  return Message(call);
+}
+
+std::uint64_t Connection::Send(const Message& message) {
+  std::uint64_t number = 0;
+  Check(sd_bus_send(bus_, message.get(), &number), "it can't be sent");
+  WatchForRoomToWrite();
+  return number;
+}
+
+void Connection::Refuse(const Message& call, const char* error_name, const std::string& reason) {
+  const std::string text = BusText(reason);
+  const sd_bus_error error = SD_BUS_ERROR_MAKE_CONST(error_name ? error_name : kErrorName, text.c_str());
+  sd_bus_reply_method_error(call.get(), &error);
+}
+
+Message Connection::Next() {
+  for (;;) {
+    sd_bus_message* message = nullptr;
+    const int result = sd_bus_process(bus_, &message);
+    if (message != nullptr) return Message(message);
+    if (result <= 0) break;
+  }
+  WatchForRoomToWrite();
+  return nullptr;
+}
+
+void Connection::WatchForRoomToWrite() {
+  if (writable_) writable_->setEnabled(IsOpen() && sd_bus_get_events(bus_) & POLLOUT);
+}
+
+void Connection::Wait(int milliseconds) {
+  pollfd socket{sd_bus_get_fd(bus_), static_cast<short>(sd_bus_get_events(bus_)), 0};
+  poll(&socket, 1, milliseconds);
+}
+
+void Connection::OnArrival(std::function<void()> routine) {
+  arrived_ = std::make_shared<std::function<void()>>(std::move(routine));
+  readable_ = std::make_unique<QSocketNotifier>(sd_bus_get_fd(bus_), QSocketNotifier::Read);
+  writable_ = std::make_unique<QSocketNotifier>(sd_bus_get_fd(bus_), QSocketNotifier::Write);
+  for (QSocketNotifier* notifier : {readable_.get(), writable_.get()})
+    QObject::connect(notifier, &QSocketNotifier::activated, [this] { Arrived(); });
+  writable_->setEnabled(false);
+  PassOnTheRest();
+}
+
+void Connection::Arrived() {
+  // The socket of a bus that has gone is readable for good.
+  if (!IsOpen()) readable_->setEnabled(false);
+  platform::RunEvent(*arrived_);
+}
+
+void Connection::PassOnTheRest() {
+  std::uint64_t queued = 0;
+  if (!arrived_ || sd_bus_get_n_queued_read(bus_, &queued) < 0 || queued == 0) return;
+  platform::RunLater([routine = std::weak_ptr(arrived_)] {
+    if (const auto still_there = routine.lock()) (*still_there)();
+  });
+}
+
+std::string BusText(const std::string& text) {
+  const std::string valid = QString::fromStdString(text).toStdString();
+  return valid.substr(0, valid.find('\0'));
+}
+
+}  // namespace host

@@ -1,0 +1,70 @@
+// One end of the session bus. Everything happens on the caller's own thread, when the caller asks for it.
+#pragma once
+
+#include <systemd/sd-bus.h>
+
+#include <QSocketNotifier>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace host {
+
+struct MessageRelease {
+  void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+};
+using Message = std::unique_ptr<sd_bus_message, MessageRelease>;
+
+class Connection {
+ public:
+  /// The session bus, or null if there is none that answers.
+  static std::unique_ptr<Connection> Open();
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// False once the bus has gone.
+  bool IsOpen() const { return sd_bus_is_open(bus_) > 0; }
+  /// Which connection has the name; empty if none has.
+  std::string OwnerOf(const char* name);
+  /// True if this connection has the name now, which no other had.
+  bool TakeName(const char* name) { return sd_bus_request_name(bus_, name, 0) >= 0; }
+  /// Asks the bus to pass on its own message that a connection has gone. `rule` narrows it.
+  void WatchForLeaving(const std::string& rule);
+
+  /// A call that starts no program. Throws std::runtime_error if one of the names isn't the bus's kind of
+  /// name.
+  Message MakeCall(const std::string& service, const std::string& path, const char* interface,
+                   const std::string& member);
+  /// Sends, or leaves what the socket doesn't take yet to be sent with the next look at the connection. Gives
+  /// the number that the answer will carry. Throws std::runtime_error if it can't be sent.
+  std::uint64_t Send(const Message& message);
+  void Answer(const Message& call) { sd_bus_reply_method_return(call.get(), ""); }
+  void Refuse(const Message& call, const std::string& reason) { Refuse(call, nullptr, reason); }
+  /// With one of the bus's own error names, null for the one that host and tool use.
+  void Refuse(const Message& call, const char* error_name, const std::string& reason);
+
+  /// The next message that has come and nobody has taken, or null. It also writes what is still to be sent.
+  Message Next();
+  /// Sleeps until there is something to read or write, at most so many milliseconds.
+  void Wait(int milliseconds);
+
+  /// What the event loop runs when something has come. It must take all that Next() gives.
+  void OnArrival(std::function<void()> routine);
+  /// Has the routine run soon if there are messages left that were read along with others.
+  void PassOnTheRest();
+
+ private:
+  explicit Connection(sd_bus* bus) : bus_(bus) {}
+  void Arrived();
+  void WatchForRoomToWrite();
+
+  sd_bus* bus_;
+  std::shared_ptr<std::function<void()>> arrived_;
+  std::unique_ptr<QSocketNotifier> readable_, writable_;
+};
+
+/// Text as the bus takes it: UTF-8 without a zero in it.
+std::string BusText(const std::string& text);
+
+}  // namespace host

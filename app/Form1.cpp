@@ -1,6 +1,5 @@
 #include "app/Form1.h"
 
-#include "platform/WaveOut.h"
 #include "sheet/shape_names.h"
 #include "timeline/VelocityCanvas.h"
 #include "timeline/WaveCanvas.h"
@@ -145,7 +144,6 @@ void Form1::BindSheet() {
 }
 
 void Form1::BindTransport() {
-  platform::WaveOut();  // looks for the sound device while the window comes up
   vl_button1.Click = [this] { vl_button1_Click(); };
   vl_button2.Click = [this] { vl_button2_Click(); };
   vl_button5.Click = [this] { vl_button5_Click(); };

@@ -194,6 +194,8 @@ class Form1 : public platform::Window {
   void ChangeZoom(float factor);
   void ChooseMouthSet(platform::MenuItem& chosen, platform::MenuItem& other);
 
+  bool PaintedOnce = false;
+
   /// Clock reading in seconds since midnight when "Play waveform" was pressed.
   float PlayStartTime = 0;
   /// The frame of the last press or drag on the waveform; outlives a load.

@@ -1,9 +1,13 @@
 // The main window's start and end.
+#include <utility>
+
 #include "app/Form1.h"
 #include "app/HostSession.h"
 #include "audio/Form2.h"
 #include "painter/noise.h"
 #include "platform/Application.h"
+#include "platform/Picture.h"
+#include "platform/WaveOut.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "timeline/Form4.h"
@@ -30,7 +34,12 @@ void Form1::Form_Load() {
   SetupGrid();
 }
 
-void Form1::Form_Paint() { Draw_Pattern(*this); }
+void Form1::Form_Paint() {
+  Draw_Pattern(*this);
+  // Looks for the sound device: ready before anybody can press "Play waveform", but not before the window is
+  // seen.
+  if (!std::exchange(PaintedOnce, true)) platform::RunLater([] { platform::WaveOut(); });
+}
 
 void Form1::QuitMouth_Click() {
   platform::Flag cancel = platform::kTrue;

@@ -2,6 +2,7 @@
 
 #include <cassert>
 #include <cstring>
+#include <utility>
 
 namespace host {
 
@@ -17,11 +18,17 @@ ByteTable OwnTable(std::vector<std::uint8_t> bytes) {
   return {*owner, owner};
 }
 
-Animation::Animation(FrameSize size, int frame_count)
-    : size_(size), frames_(static_cast<std::size_t>(frame_count)) {}
+Animation::Animation(FrameSize size, int frame_count, DrawFrame draw)
+    : size_(size), draw_(std::move(draw)), frames_(static_cast<std::size_t>(frame_count)) {}
 
 ByteTable Animation::Plane(int frame, Channel channel) const {
-  const ByteTable& plane = frames_[static_cast<std::size_t>(frame)][static_cast<std::size_t>(channel)];
+  Frame& planes = frames_[static_cast<std::size_t>(frame)];
+  const ByteTable& plane = planes[static_cast<std::size_t>(channel)];
+  if (!plane.owner && draw_) {
+    Frame drawn = draw_(frame);
+    for (std::size_t part = 0; part < drawn.size(); ++part)
+      if (!planes[part].owner) planes[part] = std::move(drawn[part]);
+  }
   if (plane.owner) return plane;
   if (!white_.owner) white_ = OwnTable(std::vector<std::uint8_t>(size_.PlaneBytes(), 255));
   return white_;
@@ -36,6 +43,7 @@ void Animation::SetPlane(int frame, Channel channel, const ByteTable& table) {
 void Animation::TakeSize(FrameSize size) {
   size_ = size;
   white_ = {};
+  draw_ = {};
 }
 
 }  // namespace host

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -17,13 +18,18 @@ inline constexpr int kMaximumFrames = 1'036'800;
 
 /// Frames of three separate planes each, x fastest, (width + 1) by (height + 1) bytes.
 ///
-/// A frame that was never written is white and costs no memory. Planes are never changed once they stand,
-/// only exchanged: a plane that was handed out keeps its bytes whatever is written later.
+/// A frame that was never written is white and costs no memory, or is drawn when it is first asked for.
+/// Planes are never changed once they stand, only exchanged: a plane that was handed out keeps its bytes
+/// whatever is written later.
 class Animation {
  public:
+  using Frame = std::array<ByteTable, 3>;
+  /// Gives the three planes of a frame, each with an owner and of the animation's size.
+  using DrawFrame = std::function<Frame(int frame)>;
+
   Animation() = default;
-  /// `frame_count` white frames, from 0 to kMaximumFrames.
-  Animation(FrameSize size, int frame_count);
+  /// `frame_count` frames, from 0 to kMaximumFrames: white, or what `draw` gives.
+  Animation(FrameSize size, int frame_count, DrawFrame draw = {});
 
   FrameSize Size() const { return size_; }
   int FrameCount() const { return static_cast<int>(frames_.size()); }
@@ -39,10 +45,10 @@ class Animation {
   void TakeSize(FrameSize size);
 
  private:
-  using Frame = std::array<ByteTable, 3>;
-
   FrameSize size_;
-  std::vector<Frame> frames_;
+  DrawFrame draw_;
+  /// A plane that stands has an owner.
+  mutable std::vector<Frame> frames_;
   /// The one plane that all white channels share, made when the first of them is asked for.
   mutable ByteTable white_;
 };

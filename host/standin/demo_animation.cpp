@@ -95,20 +95,22 @@ void DrawFellow(SoftCanvas& canvas, const Pose& pose, int frame) {
   DrawFace(canvas, pose, frame);
 }
 
+Animation::Frame DrawFrame(const SoftCanvas& meadow, int frame) {
+  SoftCanvas canvas = meadow;
+  const double drift = 14 * std::sin(2 * std::numbers::pi * frame / kFrames);
+  DrawCloud(canvas, {70 + drift, 46});
+  DrawCloud(canvas, {176 - drift * 0.6, 78});
+  DrawFellow(canvas, PoseAt(frame), frame);
+  return canvas.Planes();
+}
+
 }  // namespace
 
 Animation DrawDemoAnimation() {
-  Animation animation(kSize, kFrames);
-  const SoftCanvas meadow = DrawMeadow();
-  for (int frame = 0; frame < kFrames; ++frame) {
-    SoftCanvas canvas = meadow;
-    const double drift = 14 * std::sin(2 * std::numbers::pi * frame / kFrames);
-    DrawCloud(canvas, {70 + drift, 46});
-    DrawCloud(canvas, {176 - drift * 0.6, 78});
-    DrawFellow(canvas, PoseAt(frame), frame);
-    canvas.WriteTo(animation, frame);
-  }
-  return animation;
+  return {kSize, kFrames, [](int frame) {
+            static const SoftCanvas meadow = DrawMeadow();
+            return DrawFrame(meadow, frame);
+          }};
 }
 
 }  // namespace host

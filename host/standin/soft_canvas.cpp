@@ -10,14 +10,18 @@ std::array<int, 3> Parts(platform::Color color) {
   return {platform::RedOf(color), platform::GreenOf(color), platform::BlueOf(color)};
 }
 
+/// Colour parts are never negative: half a step more and cut off is the nearest.
 std::uint8_t Mix(double from, double to, double share) {
-  return static_cast<std::uint8_t>(std::lround(from + (to - from) * share));
+  return static_cast<std::uint8_t>(from + (to - from) * share + 0.5);
 }
+
+/// Coordinates of pixels are far from where the library's slower way would be needed.
+double Length(double x, double y) { return std::sqrt(x * x + y * y); }
 
 /// Distance to the rim of an ellipse around the origin, negative inside; exact enough near the rim.
 double EllipseDistance(Spot at, Spot radii) {
-  const double scaled = std::hypot(at.x / radii.x, at.y / radii.y);
-  const double slope = std::hypot(at.x / (radii.x * radii.x), at.y / (radii.y * radii.y));
+  const double scaled = Length(at.x / radii.x, at.y / radii.y);
+  const double slope = Length(at.x / (radii.x * radii.x), at.y / (radii.y * radii.y));
   return slope > 0 ? scaled * (scaled - 1) / slope : -std::min(radii.x, radii.y);
 }
 
@@ -26,7 +30,7 @@ double SegmentDistance(Spot at, Spot from, Spot to) {
   const double length = along.x * along.x + along.y * along.y;
   const double part =
       length > 0 ? std::clamp(((at.x - from.x) * along.x + (at.y - from.y) * along.y) / length, 0.0, 1.0) : 0;
-  return std::hypot(at.x - from.x - along.x * part, at.y - from.y - along.y * part);
+  return Length(at.x - from.x - along.x * part, at.y - from.y - along.y * part);
 }
 
 }  // namespace
@@ -78,9 +82,8 @@ void SoftCanvas::DrawStroke(Spot from, Spot to, double thickness, platform::Colo
             [&](Spot at) { return SegmentDistance(at, from, to) - half; });
 }
 
-void SoftCanvas::WriteTo(Animation& animation, int frame) const {
-  for (const Channel channel : {Channel::Red, Channel::Green, Channel::Blue})
-    animation.SetPlane(frame, channel, CopyTable(planes_[static_cast<std::size_t>(channel)]));
+Animation::Frame SoftCanvas::Planes() const {
+  return {CopyTable(planes_[0]), CopyTable(planes_[1]), CopyTable(planes_[2])};
 }
 
 }  // namespace host

@@ -27,7 +27,8 @@ class SoftCanvas {
   /// A line with round ends.
   void DrawStroke(Spot from, Spot to, double thickness, platform::Color color);
 
-  void WriteTo(Animation& animation, int frame) const;
+  /// A copy of the planes as they stand.
+  Animation::Frame Planes() const;
 
  private:
   template <typename Distance>

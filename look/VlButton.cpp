@@ -232,8 +232,8 @@ void vl_button::SetCaption(const std::string& caption) {
 
 void vl_button::SetPicture(const std::string& resource) {
   const QString base = QString::fromStdString(resource);
-  state_->widget->picture = QImage(base + ".png");
-  state_->widget->dense_picture = QImage(base + "@2x.png");
+  state_->widget->picture = QImage(base + ".png", "PNG");
+  state_->widget->dense_picture = QImage(base + "@2x.png", "PNG");
   state_->widget->dense_picture.setDevicePixelRatio(1);
   state_->widget->update();
 }

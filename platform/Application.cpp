@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QLocale>
+#include <QPixmap>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStyleFactory>
@@ -48,8 +49,10 @@ void PrepareApplication() {
   QApplication::setDesktopFileName("exposure-sheet");
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   QIcon icon;
-  for (const int size : {16, 24, 32, 48, 64, 128, 256})
-    icon.addFile(QString(":/assets/icons/app-%1.png").arg(size), QSize(size, size));
+  // The format is said, so that the toolkit doesn't load all its readers of pictures to find out; and the
+  // largest drawing, which takes longer than all others together, comes by the name of the desktop's file.
+  for (const int size : {16, 24, 32, 48, 64, 128})
+    icon.addPixmap(QPixmap(QString(":/assets/icons/app-%1.png").arg(size), "PNG"));
   QApplication::setWindowIcon(icon);
   RememberStartFolder();
 }

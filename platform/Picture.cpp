@@ -1,5 +1,6 @@
 #include "platform/Picture.h"
 
+#include <QFileInfo>
 #include <QImage>
 #include <QImageReader>
 #include <stdexcept>
@@ -11,8 +12,16 @@ Picture::~Picture() = default;
 
 std::shared_ptr<const Picture> Picture::Load(const std::string& path) {
   if (path.empty()) throw std::runtime_error("There is no picture: its file name is empty");
-  QImageReader reader(QString::fromStdString(path));
+  const QString name = QString::fromStdString(path);
+  // Left to itself the toolkit loads all its readers of pictures to find out what it has. A file that isn't
+  // what its name says is rare, and gets that second try.
+  QImageReader reader(name, QFileInfo(name).suffix().toLatin1());
   QImage image = reader.read();
+  if (image.isNull()) {
+    reader.setFileName(name);
+    reader.setFormat({});
+    image = reader.read();
+  }
   if (image.isNull())
     throw std::runtime_error("Can't read the picture \"" + path +
                              "\": " + reader.errorString().toStdString());

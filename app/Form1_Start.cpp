@@ -2,20 +2,19 @@
 #include <utility>
 
 #include "app/Form1.h"
-#include "app/HostSession.h"
 #include "audio/Form2.h"
+#include "host/HostSession.h"
 #include "painter/noise.h"
 #include "platform/Application.h"
 #include "platform/Picture.h"
 #include "platform/WaveOut.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
-#include "timeline/Form4.h"
-#include "timeline/Form5.h"
+#include "timeline/MouthSets.h"
 #include "timeline/velocity_values.h"
 #include "timeline/zoom.h"
 
-using app::HostSession;
+using host::HostSession;
 
 void Form1::Form_Load() {
   platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir"));

@@ -1,4 +1,4 @@
-#include "app/Main.h"
+#include "app/Program.h"
 #include "platform/Application.h"
 
 int main() { return platform::RunApplication(app::Main); }

@@ -2,15 +2,15 @@
 #include <atomic>
 
 #include "app/Form1.h"
-#include "app/Guarded.h"
-#include "app/HostSession.h"
 #include "audio/transport.h"
+#include "host/HostSession.h"
+#include "platform/Application.h"
 #include "platform/Clock.h"
 #include "platform/WaveOut.h"
 #include "sheet/SheetDocument.h"
 #include "timeline/mappings.h"
 
-using app::HostSession;
+using host::HostSession;
 
 namespace {
 
@@ -77,17 +77,17 @@ void Form1::EndRun() {
 /// run over another sound than it began with goes on over that one's length.
 void Form1::Timer1_Timer() {
   const double sound_seconds = sheet::CalcTime().value_or(0);
-  app::Guarded([&] { FollowSound(sound_seconds); });
+  platform::Guarded([&] { FollowSound(sound_seconds); });
   if (audio::ElapsedSeconds(PlayStartTime, platform::SecondsSinceMidnight()) > sound_seconds) EndRun();
 }
 
 void Form1::FollowSound(double sound_seconds) {
   if (sound_seconds == 0) return;
   const float elapsed = audio::ElapsedSeconds(PlayStartTime, platform::SecondsSinceMidnight());
-  const float fraction = timeline::FractionOfTime(elapsed, sound_seconds);
+  const float fraction = audio::FractionOfTime(elapsed, sound_seconds);
   Line1.SetX(platform::RoundToLong(timeline::PixelOfTime(fraction, Picture2.ScaleWidth())));
   const std::int32_t frame_rows = Grid1.Rows() - 1;
-  const std::int32_t row = timeline::RowOfTime(fraction, frame_rows);
+  const std::int32_t row = audio::RowOfTime(fraction, frame_rows);
   if (row > 0 && row < frame_rows && Grid1.Row() < row) AdvanceToRow(row);
 }
 
@@ -112,7 +112,8 @@ void Form1::Picture2_MouseDown(std::int16_t button, std::int16_t /*shift*/, floa
   const double exact_frames = sheet::CalcTime().value_or(0) * sheet::FrameRate();
   if (exact_frames == 0) return;
   if (button == kLeftButtonAlone)
-    app::Guarded([&] { ScrubTo(audio::FrameAtPress(x, exact_frames, Picture2.ScaleWidth(), Grid1.Rows())); });
+    platform::Guarded(
+        [&] { ScrubTo(timeline::FrameAtPress(x, exact_frames, Picture2.ScaleWidth(), Grid1.Rows())); });
   Grid1.SetFocus();
 }
 

@@ -7,7 +7,6 @@
 #include "audio/wave_reader.h"
 #include "platform/Application.h"
 #include "sheet/SheetDocument.h"
-#include "sheet/timing.h"
 
 namespace {
 
@@ -21,7 +20,7 @@ bool Form1::OpenWaveFile(const std::string& path) {
   busy.reset();
   if (read.sound) {
     // Asked before the sound is taken over, so that a refusal finds the old sheet with its sound.
-    if (const auto seconds = sheet::SecondsOfSound(*read.sound))
+    if (const auto seconds = audio::SecondsOfSound(*read.sound))
       read.reason = RefusalOfRows(sheet::FrameRate(), *seconds);
   }
   if (!read.reason.empty()) {

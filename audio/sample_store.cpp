@@ -47,4 +47,17 @@ std::int32_t SampleCount(const SampleStore& sound) {
   }
 }
 
+std::optional<double> SecondsOfSound(const SampleStore& sound) {
+  const auto& format = sound.WaveFormat;
+  if (sound.WaveDataLength <= 0 || format.nSamplesPerSec <= 0) return std::nullopt;
+  switch (format.wBitsPerSample) {
+    case 8:
+      return static_cast<double>(sound.WaveDataLength) / format.nSamplesPerSec;
+    case 16:
+      return static_cast<double>(sound.WaveDataLength) / 2 / format.nSamplesPerSec;
+    default:
+      return std::nullopt;
+  }
+}
+
 }  // namespace audio

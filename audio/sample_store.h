@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace audio {
@@ -87,5 +88,9 @@ SampleStore& LoadedSound();
 
 /// Samples of one channel: WaveDataLength at 8 bits, half of it at 16, 0 at any other depth.
 std::int32_t SampleCount(const SampleStore& sound);
+
+/// The seconds of the sound. No value, which counts as 0, without a sound, at a depth other than 8 or 16 bits
+/// and at a sample rate that isn't above 0.
+std::optional<double> SecondsOfSound(const SampleStore& sound);
 
 }  // namespace audio

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "timeline/mappings.h"
+#include "platform/numbers.h"
 
 namespace audio {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 constexpr float kSecondsPerDay = 86400;
 
 template <typename Sample>
-std::span<const std::byte> BytesWithin(const SampleArray<Sample>& samples, timeline::ByteSlice slice) {
+std::span<const std::byte> BytesWithin(const SampleArray<Sample>& samples, ByteSlice slice) {
   const auto all = std::as_bytes(std::span(samples.Data(), static_cast<std::size_t>(samples.Count())));
   const auto first = static_cast<std::size_t>(slice.start) / sizeof(Sample) * sizeof(Sample);
   const auto length = static_cast<std::size_t>(slice.length);
@@ -20,10 +20,15 @@ std::span<const std::byte> BytesWithin(const SampleArray<Sample>& samples, timel
 
 }  // namespace
 
+ByteSlice SliceOfFrame(std::int32_t frame, std::int32_t data_bytes, std::int32_t frame_rows) {
+  const double frame_bytes = static_cast<double>(data_bytes) / frame_rows;
+  return {platform::RoundToLong(frame_bytes * frame), platform::RoundToLong(frame_bytes)};
+}
+
 std::span<const std::byte> BytesOfFrame(const SampleStore& sound, std::int32_t frame,
                                         std::int32_t frame_rows) {
   if (sound.WaveDataLength <= 0 || frame_rows <= 0) return {};
-  const timeline::ByteSlice slice = timeline::SliceOfFrame(frame, sound.WaveDataLength, frame_rows);
+  const ByteSlice slice = SliceOfFrame(frame, sound.WaveDataLength, frame_rows);
   if (slice.start < 0) return {};
   switch (sound.WaveFormat.wBitsPerSample) {
     case 8:
@@ -41,9 +46,13 @@ float ElapsedSeconds(float start_reading, double reading) {
   return elapsed < -kSecondsPerDay / 2 ? elapsed + kSecondsPerDay : elapsed;
 }
 
-std::int32_t FrameAtPress(float x_pixel, double exact_frames, int canvas_pixels, std::int32_t grid_rows) {
-  const std::int32_t frame = timeline::FrameAtPixel(x_pixel, exact_frames, canvas_pixels);
-  return std::max(0, std::min(frame, grid_rows - 2));
+float FractionOfTime(double passed_seconds, double sound_seconds) {
+  return static_cast<float>(passed_seconds / sound_seconds);
+}
+
+std::int32_t RowOfTime(float fraction, std::int32_t frame_rows) {
+  const float rows = static_cast<float>(frame_rows) * fraction;
+  return platform::FloorToLong(static_cast<double>(rows));
 }
 
 }  // namespace audio

@@ -25,21 +25,22 @@ WaveResult Refused(std::string reason) { return {std::nullopt, std::move(reason)
 
 /// What the file doesn't hold reads as zeros.
 template <typename Field>
-bool ReadField(ByteSource& source, Field& field) {
+bool ReadField(platform::ByteSource& source, Field& field) {
   field = {};
   return source.Read(&field, sizeof field) == sizeof field;
 }
 
 bool IsStereo(const SampleStore& sound) { return sound.WaveFormat.nChannels == 2; }
 
-bool NextIs(ByteSource& source, std::string_view identifier) {
+bool NextIs(platform::ByteSource& source, std::string_view identifier) {
   std::array<char, 4> found;
   return ReadField(source, found) && std::string_view(found.data(), found.size()) == identifier;
 }
 
 /// A fresh array for what the source has from its position on, of which one sample in `step` is kept.
 template <typename Sample>
-SampleArray<Sample> FreshArray(const ByteSource& source, std::int32_t last_index, std::int64_t step) {
+SampleArray<Sample> FreshArray(const platform::ByteSource& source, std::int32_t last_index,
+                               std::int64_t step) {
   const std::int64_t bytes_held = std::max<std::int64_t>(source.Size() - source.Position(), 0);
   const std::int64_t held = bytes_held / (static_cast<std::int64_t>(sizeof(Sample)) * step);
   return SampleArray<Sample>::Zeroed(last_index, std::min(held, std::int64_t{last_index} + 1));
@@ -53,7 +54,7 @@ std::size_t SamplesIn(std::size_t bytes) {
 
 /// Samples 0 to last_index as the file has them. False if the memory can't be had.
 template <typename Sample>
-bool ReadSamples(ByteSource& source, std::int32_t last_index, SampleArray<Sample>& samples) {
+bool ReadSamples(platform::ByteSource& source, std::int32_t last_index, SampleArray<Sample>& samples) {
   auto fresh = FreshArray<Sample>(source, last_index, 1);
   if (!fresh.Allocated()) return false;
   const auto wanted_bytes = static_cast<std::size_t>(fresh.Count()) * sizeof(Sample);
@@ -65,7 +66,7 @@ bool ReadSamples(ByteSource& source, std::int32_t last_index, SampleArray<Sample
 
 /// The same samples, of which those at even places are kept: place 2 x i goes to index i.
 template <typename Sample>
-bool ReadFirstOfPairs(ByteSource& source, std::int32_t last_index, SampleArray<Sample>& samples) {
+bool ReadFirstOfPairs(platform::ByteSource& source, std::int32_t last_index, SampleArray<Sample>& samples) {
   auto fresh = FreshArray<Sample>(source, last_index / 2, 2);
   if (!fresh.Allocated()) return false;
   std::array<Sample, kPieceBytes / sizeof(Sample)> piece;
@@ -89,7 +90,7 @@ bool ReadFirstOfPairs(ByteSource& source, std::int32_t last_index, SampleArray<S
 }
 
 /// The array of the sound's depth; at any other depth nothing is read.
-bool ReadSamplesOfDepth(ByteSource& source, SampleStore& sound) {
+bool ReadSamplesOfDepth(platform::ByteSource& source, SampleStore& sound) {
   const auto read = [&](auto& samples) {
     return IsStereo(sound) ? ReadFirstOfPairs(source, sound.WaveDataLength, samples)
                            : ReadSamples(source, sound.WaveDataLength, samples);
@@ -105,7 +106,7 @@ bool ReadSamplesOfDepth(ByteSource& source, SampleStore& sound) {
 }
 
 /// The data chunk's size and samples, from the position behind its identifier.
-WaveResult ReadDataChunk(ByteSource& source, SampleStore sound,
+WaveResult ReadDataChunk(platform::ByteSource& source, SampleStore sound,
                          const std::function<void()>& before_reducing) {
   // A file that ends within the size is cut like one that ends before it.
   if (!ReadField(source, sound.WaveDataLength)) return Refused(kNoData);
@@ -121,7 +122,7 @@ WaveResult ReadDataChunk(ByteSource& source, SampleStore sound,
 
 }  // namespace
 
-std::int32_t FindDataChunk(ByteSource& source) {
+std::int32_t FindDataChunk(platform::ByteSource& source) {
   int skipped = 0;
   while (!NextIs(source, "data")) {
     std::uint32_t size = 0;
@@ -133,7 +134,7 @@ std::int32_t FindDataChunk(ByteSource& source) {
   return 0;
 }
 
-WaveResult ReadWave(ByteSource& source, const SampleStore& earlier,
+WaveResult ReadWave(platform::ByteSource& source, const SampleStore& earlier,
                     const std::function<void()>& before_reducing) {
   source.MoveTo(0);
   if (!NextIs(source, "RIFF")) return Refused("Not a riff file");
@@ -155,7 +156,7 @@ WaveResult ReadWave(ByteSource& source, const SampleStore& earlier,
 
 WaveResult ReadWaveFile(const std::string& path, const SampleStore& earlier,
                         const std::function<void()>& before_reducing) {
-  const OpenedFile file = OpenFileSource(path);
+  const platform::OpenedFile file = platform::OpenFileSource(path);
   if (!file.source) return Refused("Can't open wave file " + path + ": " + file.reason);
   return ReadWave(*file.source, earlier, before_reducing);
 }

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "audio/byte_source.h"
 #include "audio/sample_store.h"
+#include "platform/byte_source.h"
 
 namespace audio {
 
@@ -29,7 +29,7 @@ struct WaveResult {
 /// and WaveDataLength is halved, rounded down; the format keeps describing the file. That is done piece by
 /// piece while reading, so that the memory is never above the samples kept and one piece. `before_reducing`
 /// is called once before it.
-WaveResult ReadWave(ByteSource& source, const SampleStore& earlier,
+WaveResult ReadWave(platform::ByteSource& source, const SampleStore& earlier,
                     const std::function<void()>& before_reducing = {});
 
 /// The same for a file by name; a file that can't be opened is a reason that names it.
@@ -39,6 +39,6 @@ WaveResult ReadWaveFile(const std::string& path, const SampleStore& earlier,
 /// Walks from the position, the first byte behind the "fmt " chunk, to "data". 0: the identifier has just
 /// been read. -1: there is none, or ten other chunks stood before it. Chunks are not aligned: an odd one is
 /// followed at once by the next.
-std::int32_t FindDataChunk(ByteSource& source);
+std::int32_t FindDataChunk(platform::ByteSource& source);
 
 }  // namespace audio

@@ -10,8 +10,8 @@
 #include <fstream>
 
 #include "app/Form1.h"
-#include "app/HostSession.h"
-#include "app/Main.h"
+#include "app/Program.h"
+#include "host/HostSession.h"
 #include "host/bus/BusHost.h"
 #include "host/standin/BusService.h"
 #include "host/standin/EmbeddedHost.h"
@@ -24,7 +24,7 @@
 
 namespace {
 
-using app::HostSession;
+using host::HostSession;
 
 constexpr host::FrameSize kSize{1280, 720};
 constexpr int kFrames = 100;

@@ -14,7 +14,7 @@
 #include <ctime>
 #include <functional>
 
-#include "app/HostSession.h"
+#include "host/HostSession.h"
 #include "host/standin/EmbeddedHost.h"
 #include "painter/DibRelated.h"
 #include "painter/FramePainter.h"
@@ -134,14 +134,14 @@ constexpr int kRetrievedFrames = 40;
 void FillHost() {
   static bool filled = false;
   if (std::exchange(filled, true)) return;
-  app::HostSession.Hold(host::MakeEmbeddedHost());
+  host::HostSession.Hold(host::MakeEmbeddedHost());
   StripPlanes planes = Speckled(kFrame);
-  app::HostSession.Call("vel_CreateAnimAdv", std::int32_t{kRetrievedFrames}, std::int16_t{2});
+  host::HostSession.Call("vel_CreateAnimAdv", std::int32_t{kRetrievedFrames}, std::int16_t{2});
   for (std::int32_t f = 0; f < kRetrievedFrames; ++f) {
-    app::HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
-    app::HostSession.Call("vel_SetRbuffer", host::ByteTable{planes.red, nullptr});
-    app::HostSession.Call("vel_SetGBuffer", host::ByteTable{planes.green, nullptr});
-    app::HostSession.Call("vel_SetBBuffer", host::ByteTable{planes.blue, nullptr});
+    host::HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
+    host::HostSession.Call("vel_SetRbuffer", host::ByteTable{planes.red, nullptr});
+    host::HostSession.Call("vel_SetGBuffer", host::ByteTable{planes.green, nullptr});
+    host::HostSession.Call("vel_SetBBuffer", host::ByteTable{planes.blue, nullptr});
   }
 }
 
@@ -149,9 +149,9 @@ void FillHost() {
 std::vector<host::ByteTable> HostPlanes() {
   std::vector<host::ByteTable> planes;
   for (std::int32_t f = 0; f < kRetrievedFrames; ++f) {
-    app::HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
+    host::HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
     for (const char* member : {"vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer"})
-      planes.push_back(std::get<host::ByteTable>(app::HostSession.Call(member)));
+      planes.push_back(std::get<host::ByteTable>(host::HostSession.Call(member)));
   }
   return planes;
 }

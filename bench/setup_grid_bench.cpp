@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "app/Form1.h"
-#include "app/Main.h"
+#include "app/Program.h"
 #include "audio/sample_store.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"

@@ -7,7 +7,7 @@
 #include <fstream>
 
 #include "app/Form1.h"
-#include "app/Main.h"
+#include "app/Program.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "sheet/sheet_file.h"

@@ -6,8 +6,8 @@
 #include <cstdlib>
 
 #include "app/Form1.h"
-#include "app/HostSession.h"
 #include "audio/sample_store.h"
+#include "host/HostSession.h"
 #include "platform/Application.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
@@ -69,7 +69,7 @@ void DrawTracks() {
 /// The main window with a sheet of `frames` at the design's size, its canvases at zoom 1 or at their widest.
 Form1& WindowWith(int frames, bool widest) {
   static const bool held = [] {
-    app::HostSession.Hold(std::make_shared<QuietHost>());
+    host::HostSession.Hold(std::make_shared<QuietHost>());
     return true;
   }();
   benchmark::DoNotOptimize(held);

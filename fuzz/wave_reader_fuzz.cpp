@@ -26,7 +26,7 @@ void CheckSound(const audio::SampleStore& sound) {
   Check(sound.WaveDataLength >= 0);
   if (sound.WaveFormat.wBitsPerSample == 8) CheckArray(sound, sound.Samples8);
   if (sound.WaveFormat.wBitsPerSample == 16) CheckArray(sound, sound.Samples16);
-  const double seconds = sheet::SecondsOfSound(sound).value_or(0);
+  const double seconds = audio::SecondsOfSound(sound).value_or(0);
   const sheet::RowCount rows = sheet::GridRows(24, seconds);
   Check(rows.rows ? *rows.rows >= 1 : !rows.reason.empty());
 }
@@ -34,7 +34,7 @@ void CheckSound(const audio::SampleStore& sound) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  audio::MemorySource source({reinterpret_cast<const char*>(data), size});
+  platform::MemorySource source({reinterpret_cast<const char*>(data), size});
   audio::WaveResult result = audio::ReadWave(source, {});
   Check(result.sound.has_value() == result.reason.empty());
   if (!result.sound) return 0;

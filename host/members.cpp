@@ -4,119 +4,30 @@
 #include <cctype>
 #include <string>
 
-#include "host/standin/stand_in.h"
-
 namespace host {
 namespace {
 
-using Arguments = std::span<const Variant>;
-
-std::int32_t Integer(const Variant& value) { return AsLong(value, {}); }
-
-double Number(const Variant& value) {
-  if (const auto* number = std::get_if<double>(&value)) return *number;
-  if (const auto* number = std::get_if<float>(&value)) return *number;
-  return Integer(value);
-}
-
-FormObject& Window(const Variant& value) { return *std::get<FormObject*>(value); }
-
-/// Stands for `(stand_in.*routine)(); return nothing`.
-template <typename Action>
-Variant Done(Action&& action) {
-  action();
-  return {};
-}
-
 constexpr auto kMembers = std::to_array<Member>({
-    {"Vel_SendFormObject",
-     {ArgumentKind::Window, ArgumentKind::Integer},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) { return Done([&] { host.SendFormObject(Window(given[0])); }); }},
-    {"Vel_GetAppDir",
-     {},
-     ResultKind::Text,
-     [](StandIn& host, Arguments) { return Variant(host.GetAppDir()); }},
-    {"Vel_WallpaperFilename",
-     {},
-     ResultKind::Text,
-     [](StandIn& host, Arguments) { return Variant(host.WallpaperFilename()); }},
-    {"Vel_GetFrameRate",
-     {},
-     ResultKind::Text,
-     [](StandIn& host, Arguments) { return Variant(host.RateText()); }},
-    {"vel_SetFrameRate",
-     {ArgumentKind::Number},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) { return Done([&] { host.SetFrameRate(Number(given[0])); }); }},
-    {"vel_BufferWidth",
-     {},
-     ResultKind::Integer,
-     [](StandIn& host, Arguments) { return Variant(host.BufferWidth()); }},
-    {"vel_BufferHeight",
-     {},
-     ResultKind::Integer,
-     [](StandIn& host, Arguments) { return Variant(host.BufferHeight()); }},
-    {"vel_GetTotalFrames",
-     {},
-     ResultKind::Integer,
-     [](StandIn& host, Arguments) { return Variant(std::int32_t{host.CurrentAnimation().FrameCount()}); }},
-    {"Vel_GotoFrame",
-     {ArgumentKind::Frame},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) { return Done([&] { host.GotoFrame(Integer(given[0])); }); }},
-    {"Vel_GotoFrameAdv",
-     {ArgumentKind::Integer, ArgumentKind::Integer},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) { return Done([&] { host.GotoFrameAdv(Integer(given[0])); }); }},
-    {"vel_GetRbuffer",
-     {},
-     ResultKind::Table,
-     [](StandIn& host, Arguments) { return Variant(host.GetBuffer(Channel::Red, "vel_GetRbuffer")); }},
-    {"vel_GetGbuffer",
-     {},
-     ResultKind::Table,
-     [](StandIn& host, Arguments) { return Variant(host.GetBuffer(Channel::Green, "vel_GetGbuffer")); }},
-    {"Vel_GetBbuffer",
-     {},
-     ResultKind::Table,
-     [](StandIn& host, Arguments) { return Variant(host.GetBuffer(Channel::Blue, "Vel_GetBbuffer")); }},
-    {"vel_SetRbuffer",
-     {ArgumentKind::Table},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) {
-       return Done([&] { host.SetBuffer(Channel::Red, std::get<ByteTable>(given[0]), "vel_SetRbuffer"); });
-     }},
-    {"vel_SetGBuffer",
-     {ArgumentKind::Table},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) {
-       return Done([&] { host.SetBuffer(Channel::Green, std::get<ByteTable>(given[0]), "vel_SetGBuffer"); });
-     }},
-    {"vel_SetBBuffer",
-     {ArgumentKind::Table},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) {
-       return Done([&] { host.SetBuffer(Channel::Blue, std::get<ByteTable>(given[0]), "vel_SetBBuffer"); });
-     }},
-    {"vel_CreateAnimAdv",
-     {ArgumentKind::Integer, ArgumentKind::Integer},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) { return Done([&] { host.CreateAnimAdv(Integer(given[0])); }); }},
-    {"vel_StatusOpen",
-     {ArgumentKind::Text},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) {
-       return Done([&] { host.StatusOpen(std::get<std::string>(given[0])); });
-     }},
-    {"vel_Status",
-     {ArgumentKind::Number},
-     ResultKind::None,
-     [](StandIn& host, Arguments given) { return Done([&] { host.StatusPercent(Number(given[0])); }); }},
-    {"vel_StatusClose",
-     {},
-     ResultKind::None,
-     [](StandIn& host, Arguments) { return Done([&] { host.StatusClose(); }); }},
+    {"Vel_SendFormObject", {ArgumentKind::Window, ArgumentKind::Integer}, ResultKind::None},
+    {"Vel_GetAppDir", {}, ResultKind::Text},
+    {"Vel_WallpaperFilename", {}, ResultKind::Text},
+    {"Vel_GetFrameRate", {}, ResultKind::Text},
+    {"vel_SetFrameRate", {ArgumentKind::Number}, ResultKind::None},
+    {"vel_BufferWidth", {}, ResultKind::Integer},
+    {"vel_BufferHeight", {}, ResultKind::Integer},
+    {"vel_GetTotalFrames", {}, ResultKind::Integer},
+    {"Vel_GotoFrame", {ArgumentKind::Frame}, ResultKind::None},
+    {"Vel_GotoFrameAdv", {ArgumentKind::Integer, ArgumentKind::Integer}, ResultKind::None},
+    {"vel_GetRbuffer", {}, ResultKind::Table},
+    {"vel_GetGbuffer", {}, ResultKind::Table},
+    {"Vel_GetBbuffer", {}, ResultKind::Table},
+    {"vel_SetRbuffer", {ArgumentKind::Table}, ResultKind::None},
+    {"vel_SetGBuffer", {ArgumentKind::Table}, ResultKind::None},
+    {"vel_SetBBuffer", {ArgumentKind::Table}, ResultKind::None},
+    {"vel_CreateAnimAdv", {ArgumentKind::Integer, ArgumentKind::Integer}, ResultKind::None},
+    {"vel_StatusOpen", {ArgumentKind::Text}, ResultKind::None},
+    {"vel_Status", {ArgumentKind::Number}, ResultKind::None},
+    {"vel_StatusClose", {}, ResultKind::None},
 });
 
 bool Fits(const Variant& value, ArgumentKind kind) {

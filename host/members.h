@@ -1,5 +1,4 @@
-// The host's members: their names in exact letter case, what they take and give, and what the stand-in does
-// for each.
+// The host's members: their names in exact letter case, what they take and what they give.
 #pragma once
 
 #include <array>
@@ -10,8 +9,6 @@
 
 namespace host {
 
-class StandIn;
-
 /// What an argument may be: Integer a long or short, Frame and Number any numeric type. Between processes a
 /// Frame keeps being whole or not, a Number always travels as a double.
 enum class ArgumentKind { None, Window, Integer, Frame, Number, Text, Table };
@@ -21,8 +18,6 @@ struct Member {
   std::string_view name;
   std::array<ArgumentKind, 2> arguments;
   ResultKind result;
-  /// Runs the stand-in's routine with arguments that were checked.
-  Variant (*run)(StandIn& stand_in, std::span<const Variant> arguments);
 
   std::size_t ArgumentCount() const;
 };

@@ -1,8 +1,8 @@
 // The main window's part in the host's colours: it dresses itself and its two dialogs.
 #include "app/Form1.h"
-#include "app/Guarded.h"
 #include "audio/Form2.h"
 #include "look/ThemeWalk.h"
+#include "platform/Application.h"
 #include "sheet/Form3.h"
 
 void Form1::PrefsCallback(platform::Window& form_object) {
@@ -22,5 +22,5 @@ void Form1::DressDialogs() {
 void Form1::LoadWallpaper() { look::HangWallpaper(Image1); }
 
 void Form1::Draw_Pattern(platform::Window& this_object) {
-  app::Guarded([&] { look::TileWindow(this_object, Image1); });
+  platform::Guarded([&] { look::TileWindow(this_object, Image1); });
 }

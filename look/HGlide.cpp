@@ -187,7 +187,7 @@ struct HGlide::State {
 };
 
 HGlide::HGlide(platform::Container& container, std::string name)
-    : Control(container, platform::ControlKind::HGlide, std::move(name), new GlideWidget),
+    : Control(container, platform::ControlKind::Other, std::move(name), new GlideWidget),
       state_(new State{static_cast<GlideWidget*>(Widget())}) {
   state_->widget->raise_scroll = [this] {
     if (Scroll) platform::RunEvent(Scroll);

@@ -1,14 +1,13 @@
 #include "look/ThemeWalk.h"
 
-#include <algorithm>
 #include <exception>
 #include <memory>
 #include <utility>
 
-#include "app/Guarded.h"
-#include "app/HostSession.h"
+#include "host/HostSession.h"
 #include "look/HGlide.h"
 #include "look/VlButton.h"
+#include "platform/Application.h"
 #include "platform/Picture.h"
 #include "platform/Settings.h"
 
@@ -28,7 +27,7 @@ void Try(const Statement& statement) {
   }
 }
 
-void DressGround(Control& control, const ThemeColors&) {
+void DressGround(Control& control) {
   Try([&] { control.SetBackColor(kBackdrop); });
 }
 
@@ -43,14 +42,13 @@ void DressList(Control& control, const ThemeColors& theme) {
 }
 
 /// The settings give labels no colour of their own.
-void DressLabel(Control& control, const ThemeColors&) {
+void DressLabel(Control& control) {
   Try([&] { control.SetForeColor(platform::Rgb(0, 0, 0)); });
 }
 
-void DressVlButton(Control& control, const ThemeColors& theme) {
-  const auto dress = DressOfButton(control.Name(), control.Tag, theme);
+void DressVlButton(vl_button& button, const ThemeColors& theme) {
+  const auto dress = DressOfButton(button.Name(), button.Tag, theme);
   if (!dress) return;
-  auto& button = dynamic_cast<vl_button&>(control);
   Try([&] { button.SetHighlight(theme[ThemeKey::Shine]); });
   Try([&] { button.SetShadow(theme[ThemeKey::Shadow]); });
   Try([&] { button.SetBackColor(dress->fill); });
@@ -59,8 +57,7 @@ void DressVlButton(Control& control, const ThemeColors& theme) {
   Try([&] { button.Refresh(); });
 }
 
-void DressGlide(Control& control, const ThemeColors& theme) {
-  auto& glide = dynamic_cast<HGlide&>(control);
+void DressGlide(HGlide& glide, const ThemeColors& theme) {
   const bool raised = theme[ThemeKey::BorderlessScrollers] == 0;
   Try([&] { glide.SetBackColor(theme[ThemeKey::ScrollFill]); });
   Try([&] { glide.SetForeColor(theme[ThemeKey::ScrollBar]); });
@@ -69,14 +66,22 @@ void DressGlide(Control& control, const ThemeColors& theme) {
   Try([&] { glide.Refresh(); });
 }
 
-struct Row {
-  ControlKind kind;
-  void (*dress)(Control&, const ThemeColors&);
-};
-/// A kind that isn't here takes nothing.
-constexpr Row kRows[] = {{ControlKind::CheckBox, DressGround}, {ControlKind::TextBox, DressText},
-                         {ControlKind::Label, DressLabel},     {ControlKind::VlButton, DressVlButton},
-                         {ControlKind::HGlide, DressGlide},    {ControlKind::ListBox, DressList}};
+/// A control of any other kind takes nothing.
+void DressPlain(Control& control, const ThemeColors& theme) {
+  switch (control.Kind()) {
+    case ControlKind::CheckBox:
+      return DressGround(control);
+    case ControlKind::TextBox:
+      return DressText(control, theme);
+    case ControlKind::Label:
+      return DressLabel(control);
+    case ControlKind::ListBox:
+      return DressList(control, theme);
+    case ControlKind::StatusBar:
+    case ControlKind::Other:
+      return;
+  }
+}
 
 }  // namespace
 
@@ -87,17 +92,20 @@ ThemeColors ReadHostTheme() {
 
 void DressControls(platform::Window& window, const ThemeColors& theme, ButtonsAre buttons) {
   for (Control* control : window.Controls()) {
-    if (control->Kind() == ControlKind::VlButton && buttons == ButtonsAre::LeftAlone) continue;
-    const auto* row = std::find_if(std::begin(kRows), std::end(kRows),
-                                   [&](const Row& candidate) { return candidate.kind == control->Kind(); });
-    if (row != std::end(kRows)) row->dress(*control, theme);
+    if (auto* button = dynamic_cast<vl_button*>(control)) {
+      if (buttons == ButtonsAre::Dressed) DressVlButton(*button, theme);
+    } else if (auto* glide = dynamic_cast<HGlide*>(control)) {
+      DressGlide(*glide, theme);
+    } else {
+      DressPlain(*control, theme);
+    }
   }
 }
 
 void HangWallpaper(platform::ImageHolder& tile) {
   std::shared_ptr<const platform::Picture> picture;
-  app::Guarded([&] {
-    const auto name = app::HostSession.Call("Vel_WallpaperFilename");
+  platform::Guarded([&] {
+    const auto name = host::HostSession.Call("Vel_WallpaperFilename");
     picture = platform::Picture::Load(host::AsText(name, "Vel_WallpaperFilename"));
   });
   tile.SetPicture(std::move(picture));

@@ -209,7 +209,7 @@ struct vl_button::State {
 };
 
 vl_button::vl_button(platform::Container& container, std::string name, Type button_type)
-    : Control(container, platform::ControlKind::VlButton, std::move(name),
+    : Control(container, platform::ControlKind::Other, std::move(name),
               new ButtonWidget(button_type == TwoState)),
       state_(new State{static_cast<ButtonWidget*>(Widget())}) {
   state_->widget->raise_click = [this] {

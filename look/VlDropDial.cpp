@@ -201,7 +201,7 @@ struct VL_DropDial::State {
 
 VL_DropDial::VL_DropDial(platform::Container& container, std::string name, const std::string& text,
                          const std::string& min, const std::string& max)
-    : Control(container, platform::ControlKind::DropDial, std::move(name), new DialWidget),
+    : Control(container, platform::ControlKind::Other, std::move(name), new DialWidget),
       state_(new State{static_cast<DialWidget*>(Widget())}) {
   state_->widget->setRange(BoundOf(min), BoundOf(max));
   state_->widget->setValue(BoundOf(text));

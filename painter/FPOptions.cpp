@@ -1,8 +1,8 @@
 #include "painter/FPOptions.h"
 
 #include "app/Form1.h"
-#include "app/HandedWindow.h"
-#include "app/HostSession.h"
+#include "host/HandedWindow.h"
+#include "host/HostSession.h"
 #include "painter/FramePainter.h"
 #include "painter/cell_store.h"
 #include "platform/Dialogs.h"
@@ -12,7 +12,7 @@ namespace painter {
 platform::WindowInstance<FPOptions> fp_options;
 
 host::FormObject& FPOptionsForm() {
-  static app::HandedWindow<FPOptions> form("FPOptions", fp_options);
+  static host::HandedWindow<FPOptions> form("FPOptions", fp_options);
   return form;
 }
 
@@ -41,7 +41,7 @@ void FPOptions::Command1_Click() {
     return Refuse("The number of frames must be a number from 1 to " + std::to_string(kLongestRoll) + ".");
   if (!StartRoll(TheRoll(), *length)) return Refuse("There is not enough memory for so many frames.");
   const bool was_open = frame_painter.IfLoaded() != nullptr;
-  app::HostSession.Call("Vel_SendFormObject", &FramePainterForm(), std::int16_t{0});
+  host::HostSession.Call("Vel_SendFormObject", &FramePainterForm(), std::int16_t{0});
   // A window that was open already doesn't load again: it must be told of the new cells and the new roll.
   if (auto* window = frame_painter.IfLoaded(); window != nullptr && was_open) window->ShowNewFrames();
   fp_options.Unload();

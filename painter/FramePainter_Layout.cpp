@@ -1,4 +1,4 @@
-#include "app/HandedWindow.h"
+#include "host/HandedWindow.h"
 #include "look/ThemeWalk.h"
 #include "painter/FramePainter.h"
 #include "painter/strip_state.h"
@@ -34,7 +34,7 @@ void TryWidth(platform::PictureBox& panel, int pixels) {
 platform::WindowInstance<FramePainter> frame_painter;
 
 host::FormObject& FramePainterForm() {
-  static app::HandedWindow<FramePainter> form("FramePainter", frame_painter);
+  static host::HandedWindow<FramePainter> form("FramePainter", frame_painter);
   return form;
 }
 

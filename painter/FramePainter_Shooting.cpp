@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Guarded.h"
-#include "app/HostSession.h"
+#include "host/HostSession.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
 #include "painter/strip_state.h"
@@ -17,7 +16,7 @@
 namespace painter {
 namespace {
 
-using app::HostSession;
+using host::HostSession;
 
 constexpr const char* kRetrieveWarning =
     "Warning, retrieving can change your frame list if the order of the original has changed.\n"
@@ -106,7 +105,7 @@ void FramePainter::vl_button1_Click() {
 void FramePainter::vl_button2_Click() {
   const Wiggle wiggle{VL_DropDial1.value(), VL_DropDial2.value()};
   std::optional<Developer> developer;
-  if (!app::Guarded([&] { developer.emplace(TheRetrieval()); })) {
+  if (!platform::Guarded([&] { developer.emplace(TheRetrieval()); })) {
     platform::MsgBox("There is not enough memory for a frame of the host's size.");
     return;
   }

@@ -5,8 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "app/Guarded.h"
-#include "app/HostSession.h"
+#include "host/HostSession.h"
 #include "painter/FPOptions.h"
 #include "painter/cell_store.h"
 #include "painter/noise.h"
@@ -19,7 +18,7 @@
 namespace painter {
 namespace {
 
-using app::HostSession;
+using host::HostSession;
 
 std::int32_t AskForLong(std::string_view member) { return host::AsLong(HostSession.Call(member), member); }
 
@@ -31,14 +30,14 @@ void CopyPlane(std::string_view getter, std::size_t samples, std::uint8_t* plane
 // Progress is a courtesy: a host that can't show it is no reason to stop.
 
 void OpenStatus() {
-  app::Guarded([] {
+  platform::Guarded([] {
     HostSession.Call("vel_StatusOpen", std::string("Retrieving frames..."));
     HostSession.Call("vel_Status", std::int32_t{0});
   });
 }
 
 void ShowStatus(double percent) {
-  app::Guarded([&] { HostSession.Call("vel_Status", percent); });
+  platform::Guarded([&] { HostSession.Call("vel_Status", percent); });
 }
 
 void ReadNumbers(Retrieval& retrieval) {
@@ -90,7 +89,7 @@ void CopyFrames(Retrieval& retrieval) {
 
 /// The painter needs nothing from that folder, so it may well be missing.
 void EnterHostFolder() {
-  app::Guarded(
+  platform::Guarded(
       [] { platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir")); });
 }
 

@@ -1,6 +1,7 @@
 // The process as the desktop sees it: its event loop, its end, its mouse pointer, what it can start.
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <string>
@@ -15,6 +16,18 @@ int RunApplication(const std::function<void()>& main_routine);
 /// The edge between the toolkit's events and the program's routines: a failure that a routine doesn't catch
 /// is reported and ends the process.
 void RunEvent(const std::function<void()>& routine);
+
+/// Runs a routine whose failure does no harm: a failure anywhere in it skips the rest of it, and the program
+/// goes on without a word. Only for the few places where that is the rule. False if it failed.
+template <typename Routine>
+bool Guarded(const Routine& routine) {
+  try {
+    routine();
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
 
 /// Shows the error report and ends the process at once with status 1.
 [[noreturn]] void EndWithReport(const std::string& text);

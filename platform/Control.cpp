@@ -3,19 +3,21 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "platform/Window.h"
-
 namespace platform {
 
 Control::Control(Container& container, ControlKind kind, std::string name, QWidget* widget)
-    : owner_(container.OwnerWindow()), kind_(kind), name_(std::move(name)), widget_(widget) {
+    : owner_(container.OwnerWindow()),
+      list_(container.ControlList()),
+      kind_(kind),
+      name_(std::move(name)),
+      widget_(widget) {
   widget_->setParent(container.ContainerWidget());
   widget_->setObjectName(QString::fromStdString(name_));
-  owner_.controls_.push_back(this);
+  list_.push_back(this);
 }
 
 Control::~Control() {
-  std::erase(owner_.controls_, this);
+  std::erase(list_, this);
   delete widget_;
 }
 

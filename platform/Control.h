@@ -4,6 +4,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "platform/numbers.h"
 
@@ -11,6 +12,7 @@ class QWidget;
 
 namespace platform {
 
+class Control;
 class Window;
 
 /// A window or a picture that holds controls.
@@ -19,24 +21,12 @@ class Container {
   virtual ~Container() = default;
   virtual QWidget* ContainerWidget() = 0;
   virtual Window& OwnerWindow() = 0;
+  /// Where controls list themselves with their window, in the order in which they are made.
+  virtual std::vector<Control*>& ControlList() = 0;
 };
 
-enum class ControlKind {
-  Label,
-  TextBox,
-  ListBox,
-  PictureBox,
-  ScrollBar,
-  CheckBox,
-  CommandButton,
-  Line,
-  Image,
-  Grid,
-  StatusBar,
-  VlButton,
-  HGlide,
-  DropDial,
-};
+/// What a colour scheme goes by. A control that is made elsewhere is of another kind.
+enum class ControlKind { Label, TextBox, ListBox, CheckBox, StatusBar, Other };
 
 /// A control refuses what it was asked for: a row that the grid doesn't have, a property that it lacks.
 class ControlError : public std::runtime_error {
@@ -94,10 +84,12 @@ class Control {
   virtual void Refresh();
 
  protected:
+  std::vector<Control*>& ControlList() const { return list_; }
   [[noreturn]] void Lacks(const char* property) const;
 
  private:
   Window& owner_;
+  std::vector<Control*>& list_;
   ControlKind kind_;
   std::string name_;
   QWidget* widget_;

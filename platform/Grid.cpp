@@ -12,13 +12,13 @@
 namespace platform {
 
 Grid::Grid(Container& container, std::string name, int rows, int cols)
-    : Control(container, ControlKind::Grid, std::move(name), MakeView(*this)),
-      state_(std::make_unique<State>()) {
+    : Control(container, ControlKind::Other, std::move(name), MakeView(*this)),
+      state_(std::make_unique<GridState>()) {
   state_->rows = rows;
   state_->cols = cols;
   state_->cells.resize(static_cast<std::size_t>(rows) * static_cast<std::size_t>(cols));
   state_->view = static_cast<QTableView*>(Widget());
-  state_->model = new Model(*state_);
+  state_->model = new GridModel(*state_);
   state_->model->setParent(state_->view);
   state_->view->setModel(state_->model);
   state_->model->CatchUp();

@@ -12,6 +12,8 @@ class QTableView;
 
 namespace platform {
 
+struct GridState;
+
 /// A grid of texts, row 0 fixed as the header. It holds hundreds of thousands of rows: texts stand in one
 /// table, model and view are apart. There is always a current cell.
 ///
@@ -68,7 +70,6 @@ class Grid : public Control {
   static constexpr int kDeleteKey = 46;
 
  private:
-  class Model;
   class View;
   class HeaderView;
   static QTableView* MakeView(Grid& grid);
@@ -76,8 +77,7 @@ class Grid : public Control {
   void NoteStale();
   void ShowCurrent();
 
-  struct State;
-  std::unique_ptr<State> state_;
+  std::unique_ptr<GridState> state_;
 };
 
 }  // namespace platform

@@ -8,20 +8,20 @@
 #include <string>
 #include <vector>
 
-#include "platform/Grid.h"
-
 namespace platform {
 
 /// In pixels; the header row is a little taller.
 inline constexpr int kGridRowHeight = 19, kGridHeaderHeight = kGridRowHeight + 2;
 
+class GridModel;
+
 /// Model and view follow the state from a distance: a move or a text by code only notes that the view is
 /// stale, and the view catches up once, when events are handled or something asks where a cell stands.
-struct Grid::State {
+struct GridState {
   int rows = 1, cols = 0;
   int row = 0, col = 0;
   std::vector<std::string> cells;
-  Model* model = nullptr;
+  GridModel* model = nullptr;
   QTableView* view = nullptr;
   bool stale = false;
   bool moved = false;
@@ -32,9 +32,9 @@ struct Grid::State {
   }
 };
 
-class Grid::Model : public QAbstractTableModel {
+class GridModel : public QAbstractTableModel {
  public:
-  explicit Model(const State& state) : state_(state) {}
+  explicit GridModel(const GridState& state) : state_(state) {}
 
   int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : shown_rows_; }
   int columnCount(const QModelIndex& parent = {}) const override {
@@ -81,7 +81,7 @@ class Grid::Model : public QAbstractTableModel {
   }
 
  private:
-  const State& state_;
+  const GridState& state_;
   int shown_rows_ = 0, shown_cols_ = 0;
 };
 

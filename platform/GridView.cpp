@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "platform/Application.h"
+#include "platform/Grid.h"
 #include "platform/GridModel.h"
 #include "platform/ToolkitColor.h"
 

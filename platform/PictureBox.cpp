@@ -146,7 +146,7 @@ class PictureWidget : public QWidget {
 };
 
 PictureBox::PictureBox(Container& container, std::string name)
-    : Control(container, ControlKind::PictureBox, std::move(name), new PictureWidget),
+    : Control(container, ControlKind::Other, std::move(name), new PictureWidget),
       surface_(std::make_unique<Surface>()) {
   static_cast<PictureWidget*>(Widget())->box = this;
 }

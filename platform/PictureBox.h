@@ -82,6 +82,7 @@ class PictureBox : public Control, public Container {
 
   QWidget* ContainerWidget() override { return Widget(); }
   Window& OwnerWindow() override { return Control::OwnerWindow(); }
+  std::vector<Control*>& ControlList() override { return Control::ControlList(); }
 
  private:
   void FitSurface();

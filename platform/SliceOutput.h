@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "platform/AudioDevice.h"
-#include "platform/WaveOut.h"
+#include "platform/wave_codes.h"
 
 namespace platform {
 

@@ -70,7 +70,7 @@ class RuleWidget : public QWidget {
 }  // namespace
 
 HScrollBar::HScrollBar(Container& container, std::string name)
-    : Control(container, ControlKind::ScrollBar, std::move(name), new BarWidget) {
+    : Control(container, ControlKind::Other, std::move(name), new BarWidget) {
   QObject::connect(As<QScrollBar>(*this), &QScrollBar::valueChanged,
                    [this] { Raise(As<QScrollBar>(*this)->isSliderDown() ? Scroll : Change); });
 }
@@ -94,13 +94,13 @@ Color CheckBox::BackColor() const { return FromToolkit(Widget()->palette().color
 void CheckBox::SetBackColor(Color color) { SetPaletteColor(Widget(), QPalette::Window, color); }
 
 CommandButton::CommandButton(Container& container, std::string name, const std::string& caption)
-    : Control(container, ControlKind::CommandButton, std::move(name), new QPushButton(Utf16(caption))) {
+    : Control(container, ControlKind::Other, std::move(name), new QPushButton(Utf16(caption))) {
   As<QPushButton>(*this)->setAutoDefault(true);
   QObject::connect(As<QPushButton>(*this), &QPushButton::clicked, [this] { Raise(Click); });
 }
 
 LineControl::LineControl(Container& container, std::string name, int x1, int y1, int x2, int y2, Color color)
-    : Control(container, ControlKind::Line, std::move(name), new RuleWidget), color_(color) {
+    : Control(container, ControlKind::Other, std::move(name), new RuleWidget), color_(color) {
   // A rule is part of the ground that it is drawn on: presses go through it.
   Widget()->setAttribute(Qt::WA_TransparentForMouseEvents);
   Move(std::min(x1, x2), std::min(y1, y2), std::abs(x2 - x1) + 1, std::abs(y2 - y1) + 1);
@@ -116,7 +116,7 @@ void LineControl::SetForeColor(Color color) {
 }
 
 ImageHolder::ImageHolder(Container& container, std::string name)
-    : Control(container, ControlKind::Image, std::move(name), new QWidget) {
+    : Control(container, ControlKind::Other, std::move(name), new QWidget) {
   SetVisible(false);
 }
 ImageHolder::~ImageHolder() = default;

@@ -11,6 +11,7 @@
 namespace platform {
 
 class Picture;
+class Window;
 
 /// Text on a transparent ground. A text too wide for the control at the desktop's text size is set in smaller
 /// letters.

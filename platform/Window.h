@@ -80,6 +80,7 @@ class Window : public Container {
 
   QWidget* ContainerWidget() override;
   Window& OwnerWindow() override { return *this; }
+  std::vector<Control*>& ControlList() override { return controls_; }
   QMenuBar* MenuBar();
   QWidget* TopWidget();
 
@@ -93,7 +94,6 @@ class Window : public Container {
   virtual void CloseBox() { Unload(); }
 
  private:
-  friend class Control;
   friend class WindowWidget;
   template <class T>
   friend class WindowInstance;

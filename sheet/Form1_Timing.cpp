@@ -1,7 +1,7 @@
 // The main window's title and the commands that change the frame rate.
 #include "app/Form1.h"
-#include "app/HostSession.h"
-#include "app/Main.h"
+#include "app/Program.h"
+#include "host/HostSession.h"
 #include "platform/Application.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
@@ -15,7 +15,7 @@ void Form1::InitTitleBar() {
 void Form1::UseFR() {
   const auto answer = platform::MsgBox("Use the frame rate in the main program as well?",
                                        platform::Buttons::YesNo, platform::Icon::Question);
-  if (answer == platform::Answer::Yes) app::HostSession.Call("vel_SetFrameRate", sheet::FrameRate());
+  if (answer == platform::Answer::Yes) host::HostSession.Call("vel_SetFrameRate", sheet::FrameRate());
 }
 
 void Form1::ChooseRate(const std::string& rate) {

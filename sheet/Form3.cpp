@@ -1,7 +1,6 @@
 #include "sheet/Form3.h"
 
 #include "app/Form1.h"
-#include "sheet/SheetDocument.h"
 
 using platform::PixelsFromTwips;
 using platform::Rgb;
@@ -40,10 +39,12 @@ Form3::Form3()
 void Form3::Form_Load() { form1->PrefsCallback(*this); }
 void Form3::Form_Paint() { form1->Draw_Pattern(*this); }
 
+double Form3::Rate() const { return platform::NumberAtStart(Text7.Text()); }
+
 void Form3::vl_button1_Click() {
   // A rate that no sheet can have is refused before the host or the sheet hears of it; the dialog stays for
   // another.
-  if (!form1->AcceptsRate(sheet::FrameRate())) return;
+  if (!form1->AcceptsRate(Rate())) return;
   Hide();
   form1->UseFR();
   form1->SetupGrid();

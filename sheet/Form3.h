@@ -11,6 +11,9 @@ class Form3 : public platform::Window {
  public:
   Form3();
 
+  /// The number at the start of the text; it loads nothing.
+  double Rate() const;
+
   platform::TextBox Text7{*this, "Text7", "12"};  // FrameRateText
   platform::Label Label7{*this, "Label7", "FPS"};
   look::vl_button vl_button1{*this, "vl_button1"};  // Set

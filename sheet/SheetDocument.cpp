@@ -9,8 +9,9 @@ namespace sheet {
 platform::Flag GridReady = platform::kFalse;
 CellTable SheetCells;
 
-std::optional<double> CalcTime() { return SecondsOfSound(audio::LoadedSound()); }
-double FrameRate() { return platform::NumberAtStart(form3->Text7.Text()); }
+std::optional<double> CalcTime() { return audio::SecondsOfSound(audio::LoadedSound()); }
+// Asked for while the main window loads or closes, it must not load the dialog.
+double FrameRate() { return form3.Hold().Rate(); }
 std::int32_t TrackFramesNow() { return TrackFrames(FrameRate(), CalcTime().value_or(0)); }
 
 }  // namespace sheet

@@ -7,19 +7,6 @@
 
 namespace sheet {
 
-std::optional<double> SecondsOfSound(const audio::SampleStore& sound) {
-  const auto& format = sound.WaveFormat;
-  if (sound.WaveDataLength <= 0 || format.nSamplesPerSec <= 0) return std::nullopt;
-  switch (format.wBitsPerSample) {
-    case 8:
-      return static_cast<double>(sound.WaveDataLength) / format.nSamplesPerSec;
-    case 16:
-      return static_cast<double>(sound.WaveDataLength) / 2 / format.nSamplesPerSec;
-    default:
-      return std::nullopt;
-  }
-}
-
 namespace {
 
 /// The rate as it stands in a message: a great one would fill the screen with digits.

@@ -1,4 +1,4 @@
-// How bytes of sound become seconds, and seconds and the frame rate become rows, frames and a title.
+// How the sound's seconds and the frame rate become rows, frames and a title.
 #pragma once
 
 #include <cstdint>
@@ -6,17 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "audio/sample_store.h"
-
 namespace sheet {
 
 /// The longest sheet, header row included: four and a half days at 25 frames per second. Beyond it the grid's
 /// texts and the tracks' undo states would no longer fit a desktop machine's memory.
 inline constexpr std::int32_t kMostRows = 10'000'000;
-
-/// The seconds of the sound. No value, which counts as 0, without a sound, at a depth other than 8 or 16 bits
-/// and at a sample rate that isn't above 0.
-std::optional<double> SecondsOfSound(const audio::SampleStore& sound);
 
 /// The grid's row count, header row included: 1 + rate x seconds, ties to even; or the reason why such a
 /// sheet can't be made (a negative rate, more than kMostRows rows).

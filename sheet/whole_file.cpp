@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "audio/byte_source.h"
+#include "platform/byte_source.h"
 
 namespace sheet {
 namespace {
@@ -17,7 +17,7 @@ bool IsFile(const fs::path& path) {
 }  // namespace
 
 WholeFile ReadWholeFile(const std::string& path) {
-  const audio::OpenedFile file = audio::OpenFileSource(path);
+  const platform::OpenedFile file = platform::OpenFileSource(path);
   if (!file.source) return {std::nullopt, file.reason};
   if (file.source->Size() > kMostSheetBytes) return {std::nullopt, "The file is too large for a sheet"};
   std::string bytes(static_cast<std::size_t>(file.source->Size()), '\0');

@@ -1,8 +1,7 @@
 // The mouth preview and the choice of mouth set.
 #include "app/Form1.h"
 #include "sheet/sheet_cells.h"
-#include "timeline/Form4.h"
-#include "timeline/Form5.h"
+#include "timeline/MouthSets.h"
 #include "timeline/mouth_names.h"
 
 /// A row without a shape shows nothing new: that is how a mouth is held.
@@ -10,9 +9,9 @@ void Form1::PaintMouth() {
   const auto mouth = timeline::MouthNumber(Grid1.TextMatrix(Grid1.Row(), sheet::kShapeColumn));
   if (!mouth) return;
   if (MYCartoon.Checked()) {
-    Picture1.SetPicture(form4->Mouths.Picture(*mouth));
+    Picture1.SetPicture(form4->MouthPicture(*mouth));
   } else if (MySketch.Checked()) {
-    Picture1.SetPicture(form5->Mouths.Picture(*mouth));
+    Picture1.SetPicture(form5->MouthPicture(*mouth));
   }
 }
 

@@ -2,12 +2,12 @@
 #include <algorithm>
 
 #include "app/Form1.h"
-#include "app/HostSession.h"
 #include "audio/sample_store.h"
+#include "host/HostSession.h"
 #include "sheet/SheetDocument.h"
 #include "timeline/WaveCanvas.h"
 
-using app::HostSession;
+using host::HostSession;
 
 namespace {
 

@@ -1,11 +1,18 @@
 #include "timeline/mappings.h"
 
+#include <algorithm>
+
 #include "platform/numbers.h"
 
 namespace timeline {
 
 std::int32_t FrameAtPixel(float x_pixel, double exact_frames, int canvas_pixels) {
   return platform::FloorToLong(x_pixel * (exact_frames / canvas_pixels));
+}
+
+std::int32_t FrameAtPress(float x_pixel, double exact_frames, int canvas_pixels, std::int32_t grid_rows) {
+  const std::int32_t frame = FrameAtPixel(x_pixel, exact_frames, canvas_pixels);
+  return std::max(0, std::min(frame, grid_rows - 2));
 }
 
 float PixelsPerFrame(int canvas_pixels, std::int32_t rounded_frames) {
@@ -16,22 +23,8 @@ double PixelOfFrame(std::int32_t frame, float pixels_per_frame) {
   return static_cast<double>(frame) * static_cast<double>(pixels_per_frame);
 }
 
-float FractionOfTime(double passed_seconds, double sound_seconds) {
-  return static_cast<float>(passed_seconds / sound_seconds);
-}
-
 double PixelOfTime(float fraction, int canvas_pixels) {
   return static_cast<double>(canvas_pixels) * static_cast<double>(fraction);
-}
-
-std::int32_t RowOfTime(float fraction, std::int32_t frame_rows) {
-  const float rows = static_cast<float>(frame_rows) * fraction;
-  return platform::FloorToLong(static_cast<double>(rows));
-}
-
-ByteSlice SliceOfFrame(std::int32_t frame, std::int32_t data_bytes, std::int32_t frame_rows) {
-  const double frame_bytes = static_cast<double>(data_bytes) / frame_rows;
-  return {platform::RoundToLong(frame_bytes * frame), platform::RoundToLong(frame_bytes)};
 }
 
 float SampleStride(double sample_count, int canvas_pixels) {

@@ -3,16 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "host/members.h"
 #include "platform/numbers.h"
 
 namespace host {
 
 StandIn::StandIn(Animation animation) : animation_(std::move(animation)) {}
-
-Variant StandIn::Invoke(std::string_view member, std::span<const Variant> arguments) {
-  return CheckedMember(member, arguments).run(*this, arguments);
-}
 
 void StandIn::TakeAnimation(Animation animation) {
   animation_ = std::move(animation);

@@ -14,6 +14,22 @@ SampleStore StoreOf(std::int16_t bits, std::int32_t data_bytes) {
   return sound;
 }
 
+TEST(SampleStore, SecondsByDepth) {
+  const struct {
+    std::int32_t bytes, samples_per_second;
+    std::int16_t bits;
+    std::optional<double> seconds;
+  } cases[] = {{11025, 22050, 8, 0.5}, {5, 10, 16, 0.25},  // half a sample counts
+               {44100, 44100, 24, {}}, {0, 44100, 16, {}}, {100, 0, 16, {}}, {100, -8000, 8, {}}};
+  for (const auto& c : cases) {
+    SampleStore sound;
+    sound.WaveDataLength = c.bytes;
+    sound.WaveFormat.nSamplesPerSec = c.samples_per_second;
+    sound.WaveFormat.wBitsPerSample = c.bits;
+    EXPECT_EQ(SecondsOfSound(sound), c.seconds) << c.bytes;
+  }
+}
+
 TEST(Transport, AFramePlaysInPlaceWithinTheSamples) {
   SampleStore sound = StoreOf(8, 7);
   const auto last = BytesOfFrame(sound, 1, 2);  // 3.5 bytes each: one byte more than the sound has
@@ -37,8 +53,28 @@ TEST(Transport, OnlyAFallOfHalfADayIsMidnight) {
   EXPECT_EQ(ElapsedSeconds(static_cast<float>(reading), reading), 0.0f);
 }
 
-TEST(Transport, APressOnTheHalfFrameBehindTheLastRowSelectsThat) {
-  EXPECT_EQ(FrameAtPress(499, 25.4, 500, 26), 24);  // 25.35
+TEST(Transport, TheFractionOfTimeIsASingle) {
+  // A third in 32 bits is above a third, and so is its 30-fold, which rounds to just 10.
+  const float third = FractionOfTime(1, 3);
+  EXPECT_EQ(third, 1.0f / 3.0f);
+  EXPECT_EQ(RowOfTime(third, 30), 10);
+  EXPECT_EQ(RowOfTime(FractionOfTime(0.99, 3), 30), 9);
+  EXPECT_EQ(RowOfTime(FractionOfTime(3, 3), 30), 30);
+}
+
+TEST(Transport, SlicesAreEqualPartsOfTheSound) {
+  struct Case {
+    int frame, bytes, rows, start, length;
+  } const cases[] = {{24, 100000, 25, 96000, 4000},
+                     {2, 1000, 3, 667, 333},
+                     {-1, 1000, 3, -333, 333},
+                     {1, 1001, 2, 500, 500},  // 500.5: to the even
+                     {1, 2147483647, 1, 2147483647, 2147483647}};
+  for (const Case& c : cases) {
+    const ByteSlice slice = SliceOfFrame(c.frame, c.bytes, c.rows);
+    EXPECT_EQ(slice.start, c.start) << c.frame << " of " << c.bytes;
+    EXPECT_EQ(slice.length, c.length) << c.frame << " of " << c.bytes;
+  }
 }
 
 }  // namespace

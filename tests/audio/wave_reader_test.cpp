@@ -32,7 +32,7 @@ std::string Head(const std::string& format) {
 }
 
 WaveResult Read(const std::string& bytes, const SampleStore& earlier = {}) {
-  MemorySource source(bytes);
+  platform::MemorySource source(bytes);
   return ReadWave(source, earlier);
 }
 
@@ -167,9 +167,9 @@ TEST(ReadWave, KeepsTheFirstOfEachPair) {
 }
 
 /// A file whose size, as the system told it on opening, is not what is read: others write to it meanwhile.
-class ChangingSource : public MemorySource {
+class ChangingSource : public platform::MemorySource {
  public:
-  ChangingSource(std::string_view bytes, std::int64_t told) : MemorySource(bytes), told_(told) {}
+  ChangingSource(std::string_view bytes, std::int64_t told) : platform::MemorySource(bytes), told_(told) {}
   std::int64_t Size() const override { return told_; }
 
  private:

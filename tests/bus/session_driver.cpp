@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/Form1.h"
-#include "app/Main.h"
+#include "app/Program.h"
 #include "painter/FPOptions.h"
 #include "painter/FramePainter.h"
 #include "platform/Application.h"

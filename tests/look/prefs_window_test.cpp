@@ -8,7 +8,7 @@
 #include <fstream>
 
 #include "app/Form1.h"
-#include "app/HandedWindow.h"
+#include "host/HandedWindow.h"
 #include "look/HGlide.h"
 #include "look/VlButton.h"
 #include "look/VlDropDial.h"
@@ -189,7 +189,7 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   support::Desk desk;
   Form1& main = desk.Main();
   form3->Show();
-  auto call = [form = app::HandedWindow<Form1>("Form1", form1)]() mutable {
+  auto call = [form = host::HandedWindow<Form1>("Form1", form1)]() mutable {
     form.RunPrefsCallback();
     support::HandleEvents();
     form1->TopWidget()->grab();

@@ -5,22 +5,6 @@
 namespace sheet {
 namespace {
 
-TEST(SecondsOfSound, ByDepth) {
-  const struct {
-    std::int32_t bytes, samples_per_second;
-    std::int16_t bits;
-    std::optional<double> seconds;
-  } cases[] = {{11025, 22050, 8, 0.5}, {5, 10, 16, 0.25},  // half a sample counts
-               {44100, 44100, 24, {}}, {0, 44100, 16, {}}, {100, 0, 16, {}}, {100, -8000, 8, {}}};
-  for (const auto& c : cases) {
-    audio::SampleStore sound;
-    sound.WaveDataLength = c.bytes;
-    sound.WaveFormat.nSamplesPerSec = c.samples_per_second;
-    sound.WaveFormat.wBitsPerSample = c.bits;
-    EXPECT_EQ(SecondsOfSound(sound), c.seconds) << c.bytes;
-  }
-}
-
 TEST(FrameCounts, RoundEachInTheirWayAndRefuseWhatNoSheetCanHold) {
   const struct {
     double rate, seconds;

@@ -7,8 +7,8 @@
 #include <sstream>
 
 #include "app/Form1.h"
-#include "app/HostSession.h"
-#include "app/Main.h"
+#include "app/Program.h"
+#include "host/HostSession.h"
 
 namespace support {
 namespace {
@@ -61,7 +61,7 @@ void HandleEvents() {
 
 Desk::Desk() {
   host->app_dir = ScratchFolder();
-  app::HostSession.Hold(host);
+  host::HostSession.Hold(host);
   app::AppTitle = "Exposure Sheet 2.3";
 }
 

@@ -9,8 +9,7 @@
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "support/desk.h"
-#include "timeline/Form4.h"
-#include "timeline/Form5.h"
+#include "timeline/MouthSets.h"
 #include "timeline/velocity_values.h"
 #include "timeline/zoom.h"
 
@@ -300,8 +299,8 @@ class Mouths : public Timeline {
     const auto& shown = form.Picture1.ShownPicture();
     if (!shown) return "nothing";
     for (int number = 1; number <= 11; ++number) {
-      if (shown == form5->Mouths.Picture(number)) return "sketch " + std::to_string(number);
-      if (shown == form4->Mouths.Picture(number)) return "cartoon " + std::to_string(number);
+      if (shown == form5->MouthPicture(number)) return "sketch " + std::to_string(number);
+      if (shown == form4->MouthPicture(number)) return "cartoon " + std::to_string(number);
     }
     return "?";
   }

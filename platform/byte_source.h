@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace audio {
+namespace platform {
 
 class ByteSource {
  public:
@@ -46,4 +46,4 @@ struct OpenedFile {
 /// Opens a regular file; anything else (a folder, a pipe that would block) is refused.
 OpenedFile OpenFileSource(const std::string& path);
 
-}  // namespace audio
+}  // namespace platform

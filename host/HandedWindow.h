@@ -8,12 +8,12 @@
 #include "platform/Application.h"
 #include "platform/Window.h"
 
-namespace app {
+namespace host {
 
 /// Stands for a window toward the host. It refers to the window's instance, not to its present object: the
 /// host may hold it for as long as it likes, while the user closes and reopens the window.
 template <class T>
-class HandedWindow : public host::FormObject {
+class HandedWindow : public FormObject {
  public:
   HandedWindow(std::string name, platform::WindowInstance<T>& instance)
       : name_(std::move(name)), instance_(instance) {}
@@ -43,4 +43,4 @@ class HandedWindow : public host::FormObject {
   platform::WindowInstance<T>& instance_;
 };
 
-}  // namespace app
+}  // namespace host

@@ -1,4 +1,4 @@
-#include "audio/byte_source.h"
+#include "platform/byte_source.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
-namespace audio {
+namespace platform {
 namespace {
 
 class FileSource : public ByteSource {
@@ -62,4 +62,4 @@ OpenedFile OpenFileSource(const std::string& path) {
   return {std::make_unique<FileSource>(file, status.st_size), {}};
 }
 
-}  // namespace audio
+}  // namespace platform

@@ -1,0 +1,32 @@
+#include "app/Program.h"
+
+#include "app/Form1.h"
+#include "host/HandedWindow.h"
+#include "host/HostSession.h"
+#include "host/bus/BusHost.h"
+#include "host/standin/EmbeddedHost.h"
+#include "platform/Application.h"
+
+namespace app {
+namespace {
+
+/// The host that runs beside the tool if there is one, else the embedded stand-in.
+std::shared_ptr<host::HostObject> MakeHost() {
+  if (auto beside = host::ConnectToBusHost()) return beside;
+  return host::MakeEmbeddedHost();
+}
+
+}  // namespace
+
+std::string AppTitle;
+
+void Main() {
+  AppTitle = "Exposure Sheet 2.3";
+  host::HostSession.Hold(MakeHost());
+  platform::BeforeEnd([] { host::HostSession.Hold(nullptr); });
+  form1.Hold();
+  static host::HandedWindow<Form1> handed("Form1", form1);
+  host::HostSession.Call("Vel_SendFormObject", static_cast<host::FormObject*>(&handed), std::int16_t{0});
+}
+
+}  // namespace app

@@ -1,0 +1,32 @@
+// The one process-wide reference to the running host.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+#include "host/variant.h"
+
+namespace host {
+
+/// Set once by `Main`, never cleared before the process ends.
+class HostReference {
+ public:
+  void Hold(std::shared_ptr<HostObject> object) { object_ = std::move(object); }
+
+  /// Calls a member of the host by name: HostSession.Call("Vel_GotoFrame", frame).
+  template <typename... Arguments>
+  Variant Call(std::string_view member, Arguments&&... arguments) const {
+    const std::array<Variant, sizeof...(Arguments)> values{Variant(std::forward<Arguments>(arguments))...};
+    return Invoke(member, values);
+  }
+
+ private:
+  Variant Invoke(std::string_view member, std::span<const Variant> arguments) const;
+
+  std::shared_ptr<HostObject> object_;
+};
+
+extern HostReference HostSession;
+
+}  // namespace host

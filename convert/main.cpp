@@ -1,0 +1,3 @@
+#include "convert/ConvertProgram.h"
+
+int main(int argument_count, char** arguments) { return convert::RunConvert(argument_count, arguments); }

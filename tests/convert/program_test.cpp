@@ -1,0 +1,105 @@
+// The program itself: its streams, its statuses, and what it leaves on the disk.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "tests/convert/sheets.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using support::FileBytes;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ConvertProgram : public testing::Test {
+ protected:
+  ConvertProgram() : folder_(fs::path(testing::TempDir()) / "convert-program") {
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+  }
+  ~ConvertProgram() override { fs::remove_all(folder_); }
+
+  /// Runs a line of the shell in the folder, $C being the program and $S the samples. Result: the exit
+  /// status.
+  int Run(const std::string& line) {
+    const std::string script = "cd '" + folder_.string() +
+                               "' && C='" CONVERT_PROGRAM "' && S='" SOURCE_DIR "/samples' && { " + line +
+                               "; } >out 2>err";
+    const int status = std::system(script.c_str());
+    out_ = FileBytes(folder_ / "out");
+    err_ = FileBytes(folder_ / "err");
+    return WEXITSTATUS(status);
+  }
+  std::string File(const std::string& name) { return FileBytes(folder_ / name); }
+
+  fs::path folder_;
+  std::string out_, err_;
+};
+
+TEST_F(ConvertProgram, ReplacesAFileOnlyByForceAndLeavesNothingHalfWritten) {
+  ASSERT_EQ(Run("echo old >x.dat; $C $S/frogs.exp x.dat"), 1);
+  EXPECT_THAT(err_, HasSubstr("x.dat: is there already"));
+  EXPECT_EQ(File("x.dat"), "old\n");
+  // The input is wrong: the output stays, by force too.
+  ASSERT_EQ(Run("echo no >bad.tsv; $C --force bad.tsv x.dat"), 1);
+  EXPECT_THAT(err_, HasSubstr("bad.tsv: line 1: expected seconds"));
+  EXPECT_EQ(File("x.dat"), "old\n");
+  ASSERT_EQ(Run("$C --force $S/frogs.exp x.dat"), 0);
+  EXPECT_THAT(File("x.dat"), StartsWith("MohoSwitch1\n1 FV\n"));
+  ASSERT_EQ(Run("$C $S/frogs.exp missing/x.dat"), 1);
+  ASSERT_EQ(Run("ulimit -f 1; $C --force $S/frogs.exp x.pdf"), 1) << "a full disk";
+  ASSERT_EQ(Run("ulimit -f 1; $C --force $S/frogs.wav x.wav"), 1);
+  ASSERT_EQ(Run("ls -A"), 0);
+  EXPECT_EQ(out_, "bad.tsv\nerr\nout\nx.dat\n");
+}
+
+TEST_F(ConvertProgram, WorksInAPipe) {
+  ASSERT_EQ(Run("cat $S/frogs.exp | $C --from exp --to csv - - | $C --from csv --to xdts - - | "
+                "$C --from xdts --rate 24 - back.exp"),
+            0);
+  EXPECT_EQ(File("back.exp").substr(0, 23), "ExposureSheet02\r\n24\r\n\r\n");
+  ASSERT_EQ(Run("cat $S/frogs.wav | $C --from wav --to wav - - | cmp - $S/frogs.wav"), 0) << err_;
+  EXPECT_EQ(Run("head -c 100000000 /dev/zero | $C --from tsv --to dat - -"), 1) << "more than a text has";
+}
+
+TEST_F(ConvertProgram, TellsAWrongCommandLine) {
+  for (const auto& [line, said] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"$C a.exp", "expected an input and an output"},
+           {"$C a.exp b.blend", "can't tell the format of \"b.blend\""},
+           {"$C a.pdf b.exp", "pdf can only be written"},
+           {"$C a.exp b.json", "json can only be"},
+           {"$C a.wav b.exp", "a sound becomes a sound"},
+           {"$C --rate 0 a.exp b.dat", "--rate: expected a number above 0, found \"0\""},
+           {"$C --rate nan a.exp b.dat", "--rate: expected"},
+           {"$C --colour a.exp b.dat", "there is no option --colour"},
+           {"$C a.exp b.dat --rate", "--rate needs a value"},
+           {"$C --from html a.exp b.dat", "there is no format \"html\""}}) {
+    EXPECT_EQ(Run(line), 2) << line;
+    EXPECT_THAT(err_, HasSubstr(said)) << line;
+  }
+  EXPECT_EQ(Run("$C nothing.exp x.dat"), 1);
+  EXPECT_THAT(err_, HasSubstr("nothing.exp: No such file or directory"));
+  EXPECT_EQ(Run("$C --help && $C --version"), 0);
+  EXPECT_THAT(out_, HasSubstr("exposure-sheet-convert 2."));
+}
+
+TEST_F(ConvertProgram, TakesTheLengthOfASoundAndATableOfNames) {
+  ASSERT_EQ(Run("cp $S/frogs.wav . && printf 'MohoSwitch1\\n1 gape\\n5 shut\\n' >a.dat && "
+                "printf 'A | gape | D\\nClosed | shut | X\\n' >names && "
+                "$C --shapes names --sound frogs.wav --rate 12 a.dat b.exp"),
+            0)
+      << err_;
+  // 2.96 seconds at 12 frames a second, and the heading.
+  const std::string start =
+      "ExposureSheet02\r\n12\r\n" + (folder_ / "frogs.wav").string() +
+      "\r\nReserved\r\nReserved\r\n 37 \r\n 3 \r\nReserved\r\nReserved\r\n0\r\nA \r\n\r\n1\r\n\r\n";
+  EXPECT_THAT(File("b.exp"), StartsWith(start));
+  EXPECT_THAT(File("b.exp"), HasSubstr("\r\n4\r\nClosed \r\n\r\n5\r\n\r\n\r\n6\r\n"));
+}
+
+}  // namespace

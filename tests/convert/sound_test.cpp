@@ -1,0 +1,108 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sndfile.h>
+
+#include <cmath>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+#include "audio/wave_reader.h"
+#include "convert/sound/SoundFile.h"
+#include "convert/sound/mix_down.h"
+
+namespace {
+
+using convert::Messages;
+using convert::SoundFile;
+
+constexpr int kFrames = 48'000;
+
+/// Makes a sound file of values by frame and channel, and what comes out of the converter, as the tool reads
+/// it.
+class Converted {
+ public:
+  Converted(int format, int channels, const std::function<double(int, int)>& value)
+      : folder_(std::filesystem::path(testing::TempDir()) / "convert-sound") {
+    std::filesystem::create_directories(folder_);
+    const std::string source = folder_ / "source", made = folder_ / "made.wav";
+    SF_INFO info{};
+    info.samplerate = 48'000;
+    info.channels = channels;
+    info.format = format;
+    SNDFILE* file = sf_open(source.c_str(), SFM_WRITE, &info);
+    // The library's own scale for 16 bits ends at 32767.
+    sf_command(file, SFC_SET_NORM_DOUBLE, nullptr, (format & SF_FORMAT_SUBMASK) != SF_FORMAT_PCM_16);
+    std::vector<double> samples(static_cast<std::size_t>(channels));
+    for (int frame = 0; frame < kFrames; ++frame) {
+      for (int channel = 0; channel < channels; ++channel)
+        samples[static_cast<std::size_t>(channel)] = value(frame, channel);
+      sf_writef_double(file, samples.data(), 1);
+    }
+    sf_close(file);
+    auto opened = SoundFile::Open(source);
+    EXPECT_TRUE(opened.sound) << opened.reason;
+    EXPECT_EQ(InEnglish(convert::WriteWave(*opened.sound, made, notes)), "");
+    sound = *audio::ReadWaveFile(made, {}).sound;
+  }
+  ~Converted() { std::filesystem::remove_all(folder_); }
+
+  double At(int frame) const { return sound.Samples16.At(frame) / 32768.0; }
+
+  Messages notes;
+  audio::SampleStore sound;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+double Sine(int frame) { return 0.5 * std::sin(frame * 0.05); }
+
+TEST(SoundOut, AnyDepthAndNumberOfChannelsComesOutAsOneChannelOf16Bits) {
+  for (const int format : {SF_FORMAT_WAV | SF_FORMAT_PCM_24, SF_FORMAT_WAV | SF_FORMAT_FLOAT,
+                           SF_FORMAT_FLAC | SF_FORMAT_PCM_24, SF_FORMAT_AIFF | SF_FORMAT_PCM_32}) {
+    // The mean of three channels that differ.
+    const Converted made(format, 3, [](int frame, int channel) { return Sine(frame) * (channel + 1) / 2; });
+    EXPECT_EQ(made.sound.WaveFormat.nChannels, 1);
+    EXPECT_EQ(made.sound.WaveFormat.wBitsPerSample, 16);
+    EXPECT_EQ(made.sound.WaveFormat.nSamplesPerSec, 48'000);
+    ASSERT_EQ(made.sound.WaveDataLength, 2 * kFrames);
+    double error_sum = 0, error_squares = 0;
+    for (int frame = 0; frame < kFrames; ++frame) {
+      const double error = (made.At(frame) - Sine(frame)) * 32768;
+      ASSERT_LE(std::abs(error), 1.5);
+      error_sum += error;
+      error_squares += error * error;
+    }
+    EXPECT_NEAR(error_sum / kFrames, 0, 0.02);
+    // Rounding alone has a variance of a twelfth of a step; the triangular noise adds two twelfths.
+    EXPECT_NEAR(error_squares / kFrames, 3.0 / 12, 0.01);
+  }
+}
+
+TEST(SoundOut, SixteenBitsOfOneChannelComeOutAsTheyAre) {
+  const Converted made(SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1, [](int frame, int) { return frame - 32768; });
+  for (int frame = 0; frame < kFrames; ++frame) ASSERT_EQ(made.sound.Samples16.At(frame), frame - 32768);
+  EXPECT_TRUE(made.notes.empty());
+}
+
+TEST(SoundOut, WhatIsTooLoudGetsQuieterAsAWhole) {
+  const Converted made(SF_FORMAT_WAV | SF_FORMAT_FLOAT, 1, [](int frame, int) { return 4 * Sine(frame); });
+  double loudest = 0;
+  for (int frame = 0; frame < kFrames; ++frame) {
+    loudest = std::max(loudest, std::abs(made.At(frame)));
+    ASSERT_NEAR(made.At(frame), 2 * Sine(frame), 4 / 32768.0);
+  }
+  EXPECT_LT(loudest, 1);
+  EXPECT_GT(loudest, 0.9998);
+  ASSERT_EQ(made.notes.size(), 1u);
+  EXPECT_THAT(InEnglish(made.notes[0]), testing::HasSubstr("quieter by 6.02 dB"));
+}
+
+TEST(SoundOut, SamplesThatAreNoNumbersAreSilence) {
+  const Converted made(SF_FORMAT_WAV | SF_FORMAT_FLOAT, 1,
+                       [](int frame, int) { return frame % 2 ? std::nan("") : HUGE_VAL; });
+  for (int frame = 0; frame < kFrames; ++frame) ASSERT_LE(std::abs(made.sound.Samples16.At(frame)), 1);
+}
+
+}  // namespace

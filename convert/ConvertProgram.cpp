@@ -69,7 +69,8 @@ void PrintHelp() {
                          "  xdts   exchange digital time sheet\n"
                          "  csv    table with one row a frame\n"
                          "  pdf    the sheet on paper, written only; svg likewise\n"
-                         "  wav    a sound that the tool opens, from any sound that can be read"),
+                         "  wav    a sound that the tool opens, from any sound that can be read\n"
+                         "  txt    words to lay along a sound, read only"),
        {}},
       {QT_TRANSLATE_NOOP(
            "convert",

@@ -127,7 +127,7 @@ const std::vector<FormatFacts>& Formats() {
       {Format::kCueJson, "json", true, false}, {Format::kPapagayo, "pgo", true, true},
       {Format::kXdts, "xdts", true, true},     {Format::kCsv, "csv", true, true},
       {Format::kPdf, "pdf", false, true},      {Format::kSvg, "svg", false, true},
-      {Format::kWave, "wav", true, true}};
+      {Format::kWave, "wav", true, true},      {Format::kWords, "txt", true, false}};
   return formats;
 }
 

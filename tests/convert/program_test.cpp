@@ -74,6 +74,7 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
            {"$C a.pdf b.exp", "pdf can only be written"},
            {"$C a.exp b.json", "json can only be"},
            {"$C a.wav b.exp", "a sound becomes a sound"},
+           {"$C a.txt b.exp", "see --sound"},
            {"$C --rate 0 a.exp b.dat", "--rate: expected a number above 0, found \"0\""},
            {"$C --rate nan a.exp b.dat", "--rate: expected"},
            {"$C --colour a.exp b.dat", "there is no option --colour"},

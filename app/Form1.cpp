@@ -88,24 +88,26 @@ void Form1::PlaceControls() {
 void Form1::DressButtons() {
   const struct {
     look::vl_button& button;
-    const char* tip;
+    const char *tip, *key;
     const char* picture;
   } tools[] = {
-      {vl_button1, "Play waveform", "play"},
-      {vl_button2, "Play the current frame", "play_frame"},
-      {vl_button3, "Zoom in", "zoom_in"},
-      {vl_button4, "Zoom out", "zoom_out"},
-      {vl_button5, "Stop playback", "stop"},
-      {vl_button10, "Draw on velocity track", "draw"},
-      {vl_button11, "Undo", "undo"},
-      {vl_button12, "Clear velocity track", "clear"},
-      {vl_button18, "Audio/frame lock", "lock"},
+      {vl_button1, "Play waveform", "Space", "play"},
+      {vl_button2, "Play the current frame", ".", "play_frame"},
+      {vl_button3, "Zoom in", "+", "zoom_in"},
+      {vl_button4, "Zoom out", "-", "zoom_out"},
+      {vl_button5, "Stop playback", "Space or Esc", "stop"},
+      {vl_button10, "Draw on velocity track", "", "draw"},
+      {vl_button11, "Undo", "Ctrl+Z", "undo"},
+      {vl_button12, "Clear velocity track", "", "clear"},
+      {vl_button18, "Audio/frame lock", "", "lock"},
   };
   for (const auto& tool : tools) {
-    tool.button.SetToolTip(tool.tip);
+    tool.button.SetToolTip(tool.tip, tool.key);
     tool.button.SetPicture(std::string(":/assets/icons/") + tool.picture);
   }
   vl_button18.SetValue(true);
+  vl_button3.SetRepeats(true);
+  vl_button4.SetRepeats(true);
 
   const struct {
     look::vl_button &chooser, &visibility;
@@ -168,6 +170,11 @@ void Form1::BindTimeline() {
     choosers[channel]->Click = [this, channel] { ChooseChannel(channel); };
   for (look::vl_button* visibility : {&vl_button13, &vl_button14, &vl_button15, &vl_button16})
     visibility->MouseUp = [this](auto, auto, float, float) { PaintVelocity(); };
+  for (platform::PictureBox* canvas : {&Picture2, &Picture4})
+    canvas->Wheel = [this](float notches, auto shift, float x) { TurnWheel(notches, shift, x); };
+  Picture3.Wheel = [this](float notches, auto shift, float x) {
+    TurnWheel(notches, shift, x + static_cast<float>(HScroll1.Value()));
+  };
   vl_button11.Click = [this] { vl_button11_Click(); };
   vl_button12.Click = [this] { vl_button12_Click(); };
   Picture4.MouseDown = [this](auto button, auto shift, float x, float y) {
@@ -197,4 +204,5 @@ void Form1::BindMenus() {
   MySketch.Click = [this] { MySketch_Click(); };
   MYCartoon.Click = [this] { MYCartoon_Click(); };
   FramePainterM.Click = [this] { FramePainterM_Click(); };
+  TakeDroppedFiles([this](const std::string& path) { OpenDropped(path); });
 }

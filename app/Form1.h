@@ -13,6 +13,7 @@
 #include "platform/PictureBox.h"
 #include "platform/Widgets.h"
 #include "platform/Window.h"
+#include "sheet/shape_typing.h"
 
 namespace timeline {
 class WaveCanvas;
@@ -28,6 +29,10 @@ class Form1 : public platform::Window {
   void Form_Load() override;
   void Form_Paint() override;
   void Form_Unload(platform::Flag& cancel) override;
+  /// The keys that do what a button does, those that step from shape to shape, and shapes by letter.
+  bool Form_KeyDown(const platform::KeyPress& press) override;
+  /// A sheet or a wave file, as if it had been opened from the menu.
+  void OpenDropped(const std::string& path);
   void QuitMouth_Click();
 
   // --- The sheet: sheet/
@@ -183,6 +188,14 @@ class Form1 : public platform::Window {
   void PlaceCommentEditor();
   /// The keyboard goes back to the grid, and not to whatever control comes next.
   void CloseCommentEditor();
+  /// The current row takes the shape, or none; not on the header row.
+  void PutShape(const std::string& shape);
+  void TypeShape(char letter);
+  /// To the next row that has a shape, up (-1) or down (1); stays where there is none.
+  void GoToShape(int direction);
+
+  void OpenSheet(const std::string& path);
+  void OpenSound(const std::string& path);
 
   /// The cursor, the row, the mouth and the host, to where the clock stands.
   void FollowSound(double sound_seconds);
@@ -192,6 +205,9 @@ class Form1 : public platform::Window {
   void ScrubTo(std::int32_t frame);
 
   void ChangeZoom(float factor);
+  /// Along the timeline, or with Ctrl one click of a zoom button about the pointer. x on the canvas.
+  void TurnWheel(float notches, std::int16_t shift, float x);
+  void ZoomAbout(bool in, float x);
   void ChooseMouthSet(platform::MenuItem& chosen, platform::MenuItem& other);
 
   bool PaintedOnce = false;
@@ -200,6 +216,12 @@ class Form1 : public platform::Window {
   float PlayStartTime = 0;
   /// The frame of the last press or drag on the waveform; outlives a load.
   std::int32_t LastScrubFrame = 0;
+
+  sheet::ShapeTyping shape_typing_;
+  /// A sound that was opened by itself begins a new sheet, which has no file yet.
+  bool sheet_has_file_ = false;
+  /// What is left of a turn that made no whole click of a zoom button.
+  float zoom_turn_ = 0;
 
   // What the two canvases show and what they are to show next.
   std::unique_ptr<timeline::WaveCanvas> wave_canvas_;

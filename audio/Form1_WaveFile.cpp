@@ -36,7 +36,13 @@ bool Form1::OpenWaveFile(const std::string& path) {
 }
 
 void Form1::OpenWave_Click() {
-  if (!CommonDialog1.ShowOpen() || !OpenWaveFile(CommonDialog1.FileName)) return;
+  if (CommonDialog1.ShowOpen()) OpenSound(CommonDialog1.FileName);
+}
+
+void Form1::OpenSound(const std::string& path) {
+  CommonDialog1.FileName = path;
+  if (!OpenWaveFile(path)) return;
+  sheet_has_file_ = false;
   // Also for three channels and more, which were not reduced.
   if (audio::LoadedSound().WaveFormat.nChannels > 1) platform::MsgBox("Stereo sample converted to mono.");
 }

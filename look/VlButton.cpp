@@ -65,6 +65,8 @@ class ButtonWidget : public QPushButton {
   explicit ButtonWidget(bool two_state) {
     setCheckable(two_state);
     setAutoDefault(false);
+    // A click leaves the keyboard where it was.
+    setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     connect(this, &QPushButton::clicked, this, [this] { WasClicked(); });
   }
@@ -237,6 +239,8 @@ void vl_button::SetPicture(const std::string& resource) {
   state_->widget->dense_picture.setDevicePixelRatio(1);
   state_->widget->update();
 }
+
+void vl_button::SetRepeats(bool repeats) { state_->widget->setAutoRepeat(repeats); }
 
 bool vl_button::value() const { return state_->widget->isChecked(); }
 void vl_button::SetValue(bool value) { state_->widget->setChecked(value); }

@@ -41,6 +41,9 @@ class vl_button : public platform::Control {
   double Gradient() const;
   void SetGradient(double gradient);
 
+  /// A button that is held clicks again and again.
+  void SetRepeats(bool repeats);
+
   /// A press and release on a push button.
   std::function<void()> Click;
   /// Button, shift, x, y in pixels. `value` is already flipped when it arrives.

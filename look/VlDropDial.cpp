@@ -122,6 +122,20 @@ class DialWidget : public QSpinBox {
     lineEdit()->setFrame(false);
   }
 
+  /// A number out of bounds may stand in the field while it is being typed: Return, or leaving the field,
+  /// makes it the bound.
+  QValidator::State validate(QString& typed, int& cursor) const override {
+    bool is_number = false;
+    const int number = typed.toInt(&is_number);
+    if (is_number && (number < minimum() || number > maximum())) return QValidator::Intermediate;
+    return QSpinBox::validate(typed, cursor);
+  }
+  void fixup(QString& typed) const override {
+    bool is_number = false;
+    const int number = typed.toInt(&is_number);
+    if (is_number) typed = QString::number(std::clamp(number, minimum(), maximum()));
+  }
+
  protected:
   void resizeEvent(QResizeEvent* event) override {
     QSpinBox::resizeEvent(event);
@@ -212,7 +226,11 @@ VL_DropDial::~VL_DropDial() = default;
 std::string VL_DropDial::Text() const { return state_->widget->text().toStdString(); }
 int VL_DropDial::Min() const { return state_->widget->minimum(); }
 int VL_DropDial::Max() const { return state_->widget->maximum(); }
-int VL_DropDial::value() const { return state_->widget->value(); }
+/// Also of a number that is still being typed.
+int VL_DropDial::value() const {
+  state_->widget->interpretText();
+  return state_->widget->value();
+}
 void VL_DropDial::SetValue(int value) { state_->widget->setValue(value); }
 
 }  // namespace look

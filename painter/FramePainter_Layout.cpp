@@ -132,6 +132,7 @@ void FramePainter::BindEvents() {
   Picture1.MouseDown = [this](auto... event) { Picture1_MouseDown(event...); };
   Picture2.MouseDown = [this](auto... event) { Picture2_MouseDown(event...); };
   Picture2.MouseMove = [this](auto... event) { Picture2_MouseMove(event...); };
+  Label5.Click = [this] { Check1.SetValue(1 - Check1.Value()); };
   HGlide1.Scroll = [this] { HGlide1_Scroll(); };
   HGlide2.Scroll = [this] { HGlide2_Scroll(); };
   vl_button1.Click = [this] { vl_button1_Click(); };

@@ -54,7 +54,6 @@ void PrepareApplication() {
   for (const int size : {16, 24, 32, 48, 64, 128})
     icon.addPixmap(QPixmap(QString(":/assets/icons/app-%1.png").arg(size), "PNG"));
   QApplication::setWindowIcon(icon);
-  RememberStartFolder();
 }
 
 int RunApplication(const std::function<void()>& main_routine) {

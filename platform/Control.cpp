@@ -47,8 +47,8 @@ void Control::BringToFront() { widget_->raise(); }
 void Control::SetFocus() { widget_->setFocus(); }
 bool Control::HasFocus() const { return widget_->hasFocus(); }
 
-void Control::SetToolTip(const std::string& text) {
-  widget_->setToolTip(QString::fromStdString(text));
+void Control::SetToolTip(const std::string& text, const std::string& key) {
+  widget_->setToolTip(QString::fromStdString(key.empty() ? text : text + " (" + key + ")"));
   if (widget_->accessibleName().isEmpty()) SetAccessibleName(text);
 }
 

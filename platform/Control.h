@@ -70,8 +70,9 @@ class Control {
   void SetFocus();
   bool HasFocus() const;
 
-  /// The tip is the accessible name too, unless the control has a caption.
-  void SetToolTip(const std::string& text);
+  /// The tip is the accessible name too, unless the control has a caption. A key that does the same stands
+  /// behind it in brackets.
+  void SetToolTip(const std::string& text, const std::string& key = "");
   void SetAccessibleName(const std::string& text);
 
   /// A control that lacks a colour throws ControlError.

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
+#include <QStandardPaths>
 #include <utility>
 
 #include "platform/Lifetime.h"
@@ -93,16 +94,18 @@ QString ToolkitFilter(const std::string& filter) {
 }
 
 std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
-  QFileDialog dialog(Owner(), QString::fromStdString(question.title), last_folder,
-                     ToolkitFilter(question.filter));
+  const QString folder = last_folder.isEmpty() ? QString::fromStdString(DocumentsFolder()) : last_folder;
+  QFileDialog dialog(Owner(), QString::fromStdString(question.title), folder, ToolkitFilter(question.filter));
   dialog.setObjectName("CommonDialog");
   dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setDefaultSuffix(QString::fromStdString(question.filter).section("*.", 1));
   const QFileInfo last(QString::fromStdString(question.file_name));
-  if (!question.file_name.empty()) {
+  if (question.save && !question.proposal.empty()) {
+    dialog.selectFile(QString::fromStdString(question.proposal));
+  } else if (question.save && !question.file_name.empty()) {
     if (last.absoluteDir().exists()) dialog.setDirectory(last.absoluteDir());
-    if (question.save || last.exists()) dialog.selectFile(last.fileName());
+    dialog.selectFile(last.fileName());
   }
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
   const QString chosen = dialog.selectedFiles().first();
@@ -112,7 +115,10 @@ std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
 
 }  // namespace
 
-void RememberStartFolder() { last_folder = QDir::currentPath(); }
+std::string DocumentsFolder() {
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return (QFileInfo(documents).isDir() ? documents : QDir::homePath()).toStdString();
+}
 
 Answer MsgBox(const std::string& text, Buttons buttons, Icon icon) {
   const Message message{text, buttons, icon};
@@ -128,11 +134,11 @@ void AnswerFileDialogsWith(std::function<std::optional<std::string>(const FileQu
 CommonDialog::CommonDialog(std::string title, std::string filter)
     : title_(std::move(title)), filter_(std::move(filter)) {}
 
-bool CommonDialog::ShowOpen() { return Show(false); }
-bool CommonDialog::ShowSave() { return Show(true); }
+bool CommonDialog::ShowOpen() { return Show(false, ""); }
+bool CommonDialog::ShowSave(const std::string& proposal) { return Show(true, proposal); }
 
-bool CommonDialog::Show(bool save) {
-  const FileQuestion question{save, title_, filter_, FileName};
+bool CommonDialog::Show(bool save, const std::string& proposal) {
+  const FileQuestion question{save, title_, filter_, FileName, proposal};
   auto chosen = file_answer ? file_answer(question) : ShowFileDialog(question);
   if (!chosen) return false;
   FileName = *std::move(chosen);

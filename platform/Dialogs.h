@@ -30,22 +30,30 @@ struct FileQuestion {
   std::string filter;
   /// What was chosen last.
   std::string file_name;
+  /// A name for a file that is new, without a folder; empty for none.
+  std::string proposal;
 };
 /// In place of real file dialogs: a path, or nothing for Cancel; null brings them back.
 void AnswerFileDialogsWith(std::function<std::optional<std::string>(const FileQuestion&)> answer);
 
-/// The open and save dialogs. FileName is what was chosen last, or what code has set.
+/// The user's folder for documents, or their home where there is none.
+std::string DocumentsFolder();
+
+/// The open and save dialogs. They begin in the folder that any of them used last in this run, at first in
+/// the user's documents; saving again what has a name, in its own folder. FileName is what was chosen last,
+/// or what code has set.
 class CommonDialog {
  public:
   CommonDialog(std::string title, std::string filter);
   /// False if the user cancels; FileName then stays.
   bool ShowOpen();
-  /// A name without an extension gets the filter's. An existing file is replaced only after a question.
-  bool ShowSave();
+  /// A name without an extension gets the filter's. An existing file is replaced only after a question. A
+  /// proposal stands in the dialog in place of FileName.
+  bool ShowSave(const std::string& proposal = "");
   std::string FileName;
 
  private:
-  bool Show(bool save);
+  bool Show(bool save, const std::string& proposal);
   std::string title_, filter_;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/Grid.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTableView>
 #include <algorithm>
 #include <new>
@@ -130,12 +131,21 @@ void Grid::ShowCurrent() {
       state_->row == 0 ? QModelIndex() : state_->model->index(state_->row - 1, state_->col);
   state_->view->setCurrentIndex(current);
   const bool moved = std::exchange(state_->moved, false);
+  const bool by_mouse = std::exchange(state_->moved_by_mouse, false);
   if (current.isValid()) {
     state_->view->scrollTo(current);
+    if (moved && !by_mouse) KeepRowsAhead();
   } else if (moved) {
     // Code that goes to the header has made the rows anew: they are seen from the first one on.
     state_->view->scrollToTop();
   }
+}
+
+void Grid::KeepRowsAhead() {
+  QScrollBar& bar = *state_->view->verticalScrollBar();
+  const int seen = state_->view->viewport()->height() / kGridRowHeight;
+  const int top = state_->row - std::max(1, seen * 2 / 3);
+  if (bar.value() < top) bar.setValue(top);
 }
 
 }  // namespace platform

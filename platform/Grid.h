@@ -76,6 +76,9 @@ class Grid : public Control {
   void MoveTo(int row, int col);
   void NoteStale();
   void ShowCurrent();
+  /// Scrolls so far that the current row stands no lower than two thirds of the way down, as long as there
+  /// are rows below.
+  void KeepRowsAhead();
 
   std::unique_ptr<GridState> state_;
 };

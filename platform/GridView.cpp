@@ -106,8 +106,9 @@ class Grid::View : public QTableView {
   }
   void mousePressEvent(QMouseEvent* event) override {
     const QModelIndex at = indexAt(event->pos());
-    if (event->button() == Qt::LeftButton && at.isValid())
-      RunEvent([&] { grid_.MoveTo(at.row() + 1, at.column()); });
+    if (event->button() != Qt::LeftButton || !at.isValid()) return;
+    RunEvent([&] { grid_.MoveTo(at.row() + 1, at.column()); });
+    grid_.state_->moved_by_mouse = true;
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void mouseMoveEvent(QMouseEvent*) override {}
@@ -131,6 +132,9 @@ class Grid::View : public QTableView {
 
  private:
   bool MoveByKey(const QKeyEvent& event) {
+    // With Ctrl these keys belong to the window.
+    const bool up_or_down = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
+    if (up_or_down && event.modifiers().testFlag(Qt::ControlModifier)) return false;
     const bool to_end = event.key() == Qt::Key_Home || event.key() == Qt::Key_End;
     const auto action = ActionOf(event);
     if (!action && !to_end) return false;

@@ -1,3 +1,4 @@
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "platform/ToolkitColor.h"
@@ -21,6 +22,7 @@ class LabelWidget : public QWidget {
   Qt::Alignment align = Qt::AlignLeft;
   QColor color = Qt::black;
   const Window* window = nullptr;
+  const std::function<void()>* click = nullptr;
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -30,6 +32,13 @@ class LabelWidget : public QWidget {
     if (window->GroundIsDark()) PaintPlate(painter, painter.boundingRect(rect(), layout, caption));
     painter.setPen(color);
     painter.drawText(rect(), layout, caption);
+  }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    event->setAccepted(*click && event->button() == Qt::LeftButton);
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (rect().contains(event->position().toPoint())) Raise(*click);
   }
 
  private:
@@ -54,6 +63,7 @@ Label::Label(Container& container, std::string name, const std::string& caption,
   if (align == Align::Right) As<LabelWidget>(*this)->align = Qt::AlignRight;
   if (align == Align::Center) As<LabelWidget>(*this)->align = Qt::AlignHCenter;
   As<LabelWidget>(*this)->window = &OwnerWindow();
+  As<LabelWidget>(*this)->click = &Click;
   SetCaption(caption);
 }
 std::string Label::Caption() const { return As<LabelWidget>(*this)->caption.toStdString(); }

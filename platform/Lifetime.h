@@ -21,8 +21,4 @@ void WindowCountHasChanged();
 /// owner.
 void DestroyAllWindows();
 
-/// File dialogs begin in the folder that the process was started in, though the working directory moves to
-/// the host's.
-void RememberStartFolder();
-
 }  // namespace platform

@@ -24,11 +24,28 @@ class ListWidget : public QListWidget {
     QListWidget::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton && itemAt(event->pos()) != nullptr) Raise(click);
   }
+  /// Letters typed before the list had the focus are not part of what is looked for now.
+  void focusInEvent(QFocusEvent* event) override {
+    QListWidget::focusInEvent(event);
+    const int row = currentRow();
+    keyboardSearch("");
+    setCurrentRow(row);
+  }
   void keyPressEvent(QKeyEvent* event) override {
+    if (IsForTheWindow(*event)) return event->ignore();
     QListWidget::keyPressEvent(event);
     const bool confirmed =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
     if (confirmed && currentRow() >= 0) Raise(click);
+  }
+
+ private:
+  /// Signs, with which no item begins, and arrow keys with Ctrl.
+  static bool IsForTheWindow(const QKeyEvent& event) {
+    const bool up_or_down = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
+    if (up_or_down) return event.modifiers().testFlag(Qt::ControlModifier);
+    const QString text = event.text();
+    return !text.isEmpty() && text[0].isPrint() && !text[0].isLetterOrNumber() && !text[0].isSpace();
   }
 };
 

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
@@ -130,8 +131,18 @@ class PictureWidget : public QWidget {
           this, [this] { PassMove(); }, Qt::QueuedConnection);
     last_move_.reset(event->clone());
   }
+  void wheelEvent(QWheelEvent* event) override {
+    if (!box->Wheel) return event->ignore();
+    const QPoint turn = event->angleDelta();
+    const int longer = std::abs(turn.x()) > std::abs(turn.y()) ? turn.x() : turn.y();
+    const auto x = static_cast<float>(event->position().x());
+    RunEvent([&] { box->Wheel(static_cast<float>(longer) / kWheelNotch, ShiftBits(event->modifiers()), x); });
+    event->accept();
+  }
 
  private:
+  static constexpr float kWheelNotch = 120;
+
   void PassMove() {
     if (const auto move = std::move(last_move_)) Pass(box->MouseMove, *move, ButtonBits(move->buttons()));
   }

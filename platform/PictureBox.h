@@ -79,6 +79,9 @@ class PictureBox : public Control, public Container {
   MouseEvent MouseDown, MouseUp;
   /// Of moves that have queued up only the last is raised, before any press or release behind it.
   MouseEvent MouseMove;
+  /// The wheel was turned by that many notches, above 0 away from the user or to the left; dense wheels send
+  /// parts of one. Without a routine the wheel is the container's.
+  std::function<void(float notches, std::int16_t shift, float x)> Wheel;
 
   QWidget* ContainerWidget() override { return Widget(); }
   Window& OwnerWindow() override { return Control::OwnerWindow(); }

@@ -48,9 +48,15 @@ class CheckWidget : public QCheckBox {
   }
 };
 
+constexpr int kArrowPixels = 16;
+
 class BarWidget : public QScrollBar {
  public:
-  BarWidget() : QScrollBar(Qt::Horizontal) { setFocusPolicy(Qt::TabFocus); }
+  BarWidget() : QScrollBar(Qt::Horizontal) {
+    setFocusPolicy(Qt::TabFocus);
+    // An arrow that is held repeats twenty times a second: pixel by pixel it would get nowhere.
+    setSingleStep(kArrowPixels);
+  }
 
  protected:
   void paintEvent(QPaintEvent* event) override {

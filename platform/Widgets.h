@@ -23,6 +23,9 @@ class Label : public Control {
   void SetCaption(const std::string& caption);
   Color ForeColor() const override;
   void SetForeColor(Color color) override;
+
+  /// Without a routine a click is the ground's.
+  std::function<void()> Click;
 };
 
 /// A line of text to edit. A text that can't be edited is set so small that all of it is seen.

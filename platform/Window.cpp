@@ -2,14 +2,18 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPainter>
 #include <QScreen>
 #include <QStyle>
+#include <QUrl>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "platform/Application.h"
 #include "platform/Lifetime.h"
@@ -147,6 +151,41 @@ class ClientWidget : public QWidget {
   Window& window_;
 };
 
+KeyPress PressOf(const QKeyEvent& event) {
+  KeyPress press;
+  switch (event.key()) {
+    case Qt::Key_Space:
+      press.key = KeyPress::Key::Space;
+      break;
+    case Qt::Key_Escape:
+      press.key = KeyPress::Key::Escape;
+      break;
+    case Qt::Key_Up:
+      press.key = KeyPress::Key::Up;
+      break;
+    case Qt::Key_Down:
+      press.key = KeyPress::Key::Down;
+      break;
+    default:
+      break;
+  }
+  if (event.matches(QKeySequence::Undo)) press.key = KeyPress::Key::Undo;
+  press.text = event.text().toStdString();
+  press.control = event.modifiers().testFlag(Qt::ControlModifier);
+  press.alt = event.modifiers().testFlag(Qt::AltModifier);
+  press.repeated = event.isAutoRepeat();
+  return press;
+}
+
+/// The path of the first of the files that are being dragged; empty if there is none, or while a dialog is
+/// open.
+std::string DroppedFile(const QDropEvent& event) {
+  if (QApplication::activeModalWidget() != nullptr) return {};
+  for (const QUrl& url : event.mimeData()->urls())
+    if (url.isLocalFile()) return url.toLocalFile().toStdString();
+  return {};
+}
+
 class WindowWidget : public QWidget {
  public:
   WindowWidget(Window& window, Qt::WindowFlags flags)
@@ -155,6 +194,8 @@ class WindowWidget : public QWidget {
   ClientWidget* client;
   QMenuBar* menu_bar = nullptr;
   std::function<void()> close_box;
+  std::function<bool(const KeyPress&)> key_down;
+  std::function<void(const std::string&)> take_file;
   bool escape_closes = false;
 
   int MenuHeight() const {
@@ -172,7 +213,17 @@ class WindowWidget : public QWidget {
   /// Escape is a dialog's close box.
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Escape && escape_closes) return RunEvent(close_box);
-    QWidget::keyPressEvent(event);
+    bool used = false;
+    RunEvent([&] { used = key_down(PressOf(*event)); });
+    if (!used) QWidget::keyPressEvent(event);
+  }
+  void dragEnterEvent(QDragEnterEvent* event) override {
+    if (!DroppedFile(*event).empty()) event->acceptProposedAction();
+  }
+  void dropEvent(QDropEvent* event) override {
+    // The program that the file comes from waits until this returns: what may ask the user comes later.
+    RunLater([take = take_file, path = DroppedFile(*event)] { take(path); });
+    event->acceptProposedAction();
   }
   void closeEvent(QCloseEvent* event) override {
     // The window object decides: hiding and deleting are its own.
@@ -191,6 +242,7 @@ Window::Window(const Design& design)
   widget_->client->paint = [this] { RaisePaint(); };
   widget_->client->resized = [this] { RaiseResize(); };
   widget_->close_box = [this] { CloseBox(); };
+  widget_->key_down = [this](const KeyPress& press) { return Form_KeyDown(press); };
   widget_->escape_closes = IsFixed(design.border);
   SetPaletteColor(widget_->client, QPalette::Window, back_color_);
   SetCaption(design.caption);
@@ -312,6 +364,11 @@ void Window::Repaint() { widget_->client->update(); }
 void Window::TabThrough(const std::vector<const Control*>& order) {
   for (std::size_t next = 1; next < order.size(); ++next)
     QWidget::setTabOrder(order[next - 1]->Widget(), order[next]->Widget());
+}
+
+void Window::TakeDroppedFiles(std::function<void(const std::string& path)> take) {
+  widget_->take_file = std::move(take);
+  widget_->setAcceptDrops(true);
 }
 
 QWidget* Window::ContainerWidget() { return widget_->client; }

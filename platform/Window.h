@@ -16,6 +16,17 @@ namespace platform {
 class Picture;
 class WindowWidget;
 
+/// A key that no control had a use for.
+struct KeyPress {
+  enum class Key { Other, Space, Escape, Up, Down, Undo };
+  Key key = Key::Other;
+  /// What the key writes, in UTF-8; empty for one that writes nothing.
+  std::string text;
+  bool control = false, alt = false;
+  /// The key is being held.
+  bool repeated = false;
+};
+
 /// A window object. Making one doesn't load it: Load runs Form_Load once, on the first touch through its
 /// WindowInstance or when it is shown. It counts toward the life of the process from Load to the end of
 /// Unload.
@@ -78,6 +89,10 @@ class Window : public Container {
   /// The order in which the Tab key visits them; it is the order of making if this isn't called.
   void TabThrough(const std::vector<const Control*>& order);
 
+  /// Takes files that are dropped on the window: the routine is given the path of the first one, after the
+  /// drop has ended. Nothing can be dropped while a dialog waits for its answer.
+  void TakeDroppedFiles(std::function<void(const std::string& path)> take);
+
   QWidget* ContainerWidget() override;
   Window& OwnerWindow() override { return *this; }
   std::vector<Control*>& ControlList() override { return controls_; }
@@ -90,6 +105,8 @@ class Window : public Container {
   virtual void Form_Resize() {}
   virtual void Form_Unload(Flag& /*cancel*/) {}
   virtual void Form_Terminate() {}
+  /// Whether the window has a use for the key.
+  virtual bool Form_KeyDown(const KeyPress& /*press*/) { return false; }
   /// The close box. A window that lives on hidden overrides this.
   virtual void CloseBox() { Unload(); }
 

@@ -89,11 +89,16 @@ void Form1::Grid1_SelChange() {
 
 void Form1::List1_Click() {
   if (Grid1.Row() == 0) return;
+  PutShape(List1.Text() == "None" ? "" : List1.Text());
+  Grid1.SetFocus();
+}
+
+void Form1::PutShape(const std::string& shape) {
+  if (Grid1.Row() == 0) return;
   Grid1.SetCol(sheet::kShapeColumn);
-  Grid1.SetText(List1.Text() == "None" ? "" : List1.Text());
+  Grid1.SetText(shape);
   RecordCell();
   PaintMouth();
-  Grid1.SetFocus();
 }
 
 void Form1::Grid1_Click() {

@@ -1,5 +1,6 @@
 // Saving the sheet to a file and opening it again.
 #include <algorithm>
+#include <filesystem>
 
 #include "app/Form1.h"
 #include "platform/Application.h"
@@ -121,7 +122,8 @@ class LiveSheet : public sheet::SheetTarget {
 }  // namespace
 
 void Form1::MenuSave_Click() {
-  if (!CommonDialog2.ShowSave()) return;
+  const std::string sound = std::filesystem::path(CommonDialog1.FileName).stem().string();
+  if (!CommonDialog2.ShowSave(sheet_has_file_ || sound.empty() ? "" : sound + ".exp")) return;
   sheet::SafeWriter writer(CommonDialog2.FileName);
   if (!writer.CreateFailure().empty()) {
     platform::MsgBox("Can't open file");
@@ -132,13 +134,18 @@ void Form1::MenuSave_Click() {
     const platform::RefreshPause whole_sheet_moves;
     failure = writer.Finish(sheet::SheetFileText(ContentOf(*this)));
   }
+  sheet_has_file_ = failure.empty();
   if (failure.empty()) return;
   platform::MsgBox("The sheet could not be saved to " + CommonDialog2.FileName + ": " + failure +
                    ".\nThe file is as it was before.");
 }
 
 void Form1::MenuOpen_Click() {
-  if (!CommonDialog2.ShowOpen()) return;
+  if (CommonDialog2.ShowOpen()) OpenSheet(CommonDialog2.FileName);
+}
+
+void Form1::OpenSheet(const std::string& path) {
+  CommonDialog2.FileName = path;
   sheet::WholeFile file = sheet::ReadWholeFile(CommonDialog2.FileName);
   if (!file.bytes) {
     platform::MsgBox("Can't read file");
@@ -150,5 +157,6 @@ void Form1::MenuOpen_Click() {
     LiveSheet live_sheet(*this, CommonDialog2.FileName);
     report = sheet::ApplySheet(sheet::DecodedText(*std::move(file.bytes)), live_sheet);
   }
+  sheet_has_file_ = true;
   if (!report.empty()) platform::MsgBox("The sheet could be read only in part.\n" + report);
 }

@@ -6,6 +6,14 @@
 
 using timeline::ZoomFactor;
 
+namespace {
+
+constexpr std::int16_t kControl = 2;
+/// What one notch of the wheel scrolls.
+constexpr int kNotchPixels = 64;
+
+}  // namespace
+
 void Form1::Form_Resize() {
   const auto layout = timeline::LayoutFor(ScaleWidth(), ScaleHeight());
   if (!layout) return;
@@ -57,6 +65,25 @@ void Form1::ChangeZoom(float factor) {
   PaintWav();
   PaintVelocity();
   Picture2.Refresh();
+}
+
+void Form1::TurnWheel(float notches, std::int16_t shift, float x) {
+  if ((shift & kControl) == 0) {
+    HScroll1.SetValue(HScroll1.Value() - platform::RoundToLong(static_cast<double>(notches) * kNotchPixels));
+    return;
+  }
+  zoom_turn_ += notches;
+  for (; zoom_turn_ >= 1; zoom_turn_ -= 1) ZoomAbout(true, x);
+  for (; zoom_turn_ <= -1; zoom_turn_ += 1) ZoomAbout(false, x);
+}
+
+/// What is under the pointer stays there, as far as the canvas reaches.
+void Form1::ZoomAbout(bool in, float x) {
+  const int width = Picture2.ScaleWidth();
+  const double share = static_cast<double>(x) / width, in_view = static_cast<double>(x) - HScroll1.Value();
+  in ? vl_button3_Click() : vl_button4_Click();
+  if (Picture2.ScaleWidth() != width)
+    HScroll1.SetValue(platform::RoundToLong(share * Picture2.ScaleWidth() - in_view));
 }
 
 void Form1::HScroll1_Change() {

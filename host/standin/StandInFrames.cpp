@@ -1,12 +1,17 @@
 // The stand-in's animations: new ones, pictures in, pictures out, and nothing lost without a question.
+#include <QApplication>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QMimeData>
+#include <QUrl>
 
 #include "host/standin/NewAnimationDialog.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
 #include "host/standin/demo_animation.h"
+#include "platform/Application.h"
 
 namespace host {
 
@@ -25,15 +30,47 @@ void StandInWindow::AskPictures() {
   const QStringList files =
       QFileDialog::getOpenFileNames(this, tr("Open numbered pictures or an animation"), picture_folder_,
                                     tr("Pictures (%1)").arg(PicturePatterns()));
-  if (files.isEmpty()) return;
-  picture_folder_ = QFileInfo(files.first()).absolutePath();
-  OpenPictures(SortedByNumber(files));
+  if (!files.isEmpty()) OpenDropped(files);
+}
+
+void StandInWindow::OpenDropped(const QStringList& paths) {
+  if (QFileInfo(paths.first()).isDir()) return OpenFolder(paths.first());
+  picture_folder_ = QFileInfo(paths.first()).absolutePath();
+  OpenPictures(SortedByNumber(paths));
+}
+
+namespace {
+
+/// Nothing can be dropped while a dialog waits for its answer.
+QStringList DroppedPaths(const QDropEvent& event) {
+  QStringList paths;
+  if (QApplication::activeModalWidget() != nullptr) return paths;
+  for (const QUrl& url : event.mimeData()->urls())
+    if (url.isLocalFile()) paths << url.toLocalFile();
+  return paths;
+}
+
+}  // namespace
+
+void StandInWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DroppedPaths(*event).isEmpty()) event->acceptProposedAction();
+}
+
+/// The program that the files come from waits until this returns: what may ask the user comes later.
+void StandInWindow::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  QMetaObject::invokeMethod(
+      this, [this, paths = DroppedPaths(*event)] { platform::RunEvent([&] { OpenDropped(paths); }); },
+      Qt::QueuedConnection);
 }
 
 void StandInWindow::AskFolder() {
   const QString folder =
       QFileDialog::getExistingDirectory(this, tr("Open a folder of pictures"), picture_folder_);
-  if (folder.isEmpty()) return;
+  if (!folder.isEmpty()) OpenFolder(folder);
+}
+
+void StandInWindow::OpenFolder(const QString& folder) {
   picture_folder_ = folder;
   const QStringList files = PicturesIn(folder);
   if (files.isEmpty()) return ShowFailure(tr("There is no picture in the folder \"%1\".").arg(folder));

@@ -64,7 +64,8 @@ void StandInWindow::MakeAnimationMenu() {
   const bool apart = place_ == Place::Apart;
   AddItem(
       animation_menu_, "Leave", apart ? tr("&Quit") : tr("&Minimise"), [this] { close(); },
-      QKeySequence::Quit);
+      // Named by its keys: the toolkit's own sequence for leaving is empty on some desktops.
+      Qt::CTRL | Qt::Key_Q);
 }
 
 void StandInWindow::MakePlayMenu() {

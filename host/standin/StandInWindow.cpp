@@ -2,7 +2,6 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QDir>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -17,6 +16,7 @@
 #include "host/standin/HostSettings.h"
 #include "host/standin/StandInStyle.h"
 #include "host/standin/TransportIcons.h"
+#include "platform/Dialogs.h"
 
 namespace host {
 
@@ -32,7 +32,8 @@ StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
   MakeTransportActions();
   setCentralWidget(MakeBody());
   MakeMenus();
-  picture_folder_ = QDir::homePath();
+  setAcceptDrops(true);
+  picture_folder_ = QString::fromStdString(platform::DocumentsFolder());
   stand_in_->SetWallpaper(WallpaperFile(ChosenWallpaper()).toStdString());
 
   paint_clock_.start();

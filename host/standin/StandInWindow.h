@@ -39,6 +39,8 @@ class StandInWindow : public QMainWindow, public StandInView {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   // The parts.
@@ -69,6 +71,9 @@ class StandInWindow : public QMainWindow, public StandInView {
   void AskPictures();
   void AskFolder();
   void OpenPictures(const QStringList& files);
+  void OpenFolder(const QString& folder);
+  /// Pictures, or a folder of them, as if they had been opened from the menu.
+  void OpenDropped(const QStringList& paths);
   void AskSave();
   bool MayReplacePictures(const QString& base);
   void SaveFrames(const QString& base);

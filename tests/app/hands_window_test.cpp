@@ -1,0 +1,220 @@
+// The main window worked by keyboard, wheel and dropped files, as a user would.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QTableView>
+#include <QUrl>
+
+#include "app/Form1.h"
+#include "audio/sample_store.h"
+#include "painter/FramePainter.h"
+#include "platform/Clock.h"
+#include "sheet/SheetDocument.h"
+#include "support/UserInput.h"
+#include "support/desk.h"
+#include "timeline/velocity_values.h"
+#include "timeline/zoom.h"
+
+namespace {
+
+using support::Key;
+
+struct Hands : testing::Test {
+  Hands() {
+    platform::ReadClockFrom([this] { return now; });
+    form.OpenDropped(support::WriteScratch("voice.wav", support::WaveBytes(8, 1000, std::string(5000, 'x'))));
+    grid.SetFocus();
+    Go(1, 1);
+  }
+  ~Hands() override { platform::ReadClockFrom(nullptr); }
+
+  void Go(int row, int col) {
+    grid.SetRow(row);
+    grid.SetCol(col);
+    support::HandleEvents();
+  }
+  void Type(const char* letters, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+    for (const QChar letter : QString(letters)) Key(sheet, letter.toUpper().unicode(), keys, QString(letter));
+  }
+
+  double now = 100;
+  support::Desk desk;
+  Form1& form = desk.Main();
+  platform::Grid& grid = form.Grid1;
+  QWidget* sheet = grid.Widget();
+};
+
+TEST_F(Hands, KeysOfTheGridRunAndStopTheSound) {
+  ASSERT_EQ(grid.Rows(), 61);
+  Key(sheet, Qt::Key_Space, Qt::NoModifier, " ");
+  EXPECT_TRUE(form.Timer1.Enabled());
+  EXPECT_EQ(grid.Row(), 0);
+  Key(sheet, Qt::Key_Space, Qt::NoModifier, " ");
+  EXPECT_FALSE(form.Timer1.Enabled());
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, " ", true);
+  QApplication::sendEvent(sheet, &held);
+  EXPECT_FALSE(form.Timer1.Enabled()) << "a key that is held starts and stops by turns";
+  form.vl_button1_Click();
+  Key(sheet, Qt::Key_Escape);
+  EXPECT_FALSE(form.Timer1.Enabled());
+  EXPECT_FALSE(form.Line1.Visible());
+}
+
+TEST_F(Hands, LettersPutShapesAndTheRowStays) {
+  Type("th");
+  EXPECT_EQ(grid.TextMatrix(1, 1), "Th ");
+  EXPECT_EQ(sheet::SheetCells.Text(0, 1), "Th ");
+  Type("x");
+  Type("o", Qt::ControlModifier);
+  Type("o", Qt::AltModifier);
+  EXPECT_EQ(grid.TextMatrix(1, 1), "Th ");
+  Key(sheet, Qt::Key_Down);
+  Type("m");
+  EXPECT_EQ(grid.Row(), 2);
+  EXPECT_EQ(grid.TextMatrix(2, 1), "M ");
+  for (const int col : {0, 2}) {
+    Go(3, col);
+    Type("m");
+    EXPECT_EQ(grid.TextMatrix(3, 1), "") << "column " << col;
+  }
+  Go(0, 1);
+  Type("m");
+  EXPECT_EQ(grid.TextMatrix(0, 1), "Shape");
+}
+
+TEST_F(Hands, CtrlWithAnArrowGoesFromShapeToShape) {
+  for (const int row : {3, 4, 20}) {
+    Go(row, 1);
+    grid.SetText(row == 4 ? " " : "A ");
+  }
+  Go(1, 2);
+  const struct {
+    int key, row;
+  } steps[] = {{Qt::Key_Down, 3}, {Qt::Key_Down, 20}, {Qt::Key_Down, 20},
+               {Qt::Key_Up, 3},   {Qt::Key_Up, 3},    {Qt::Key_Down, 20}};
+  for (const auto& step : steps) {
+    Key(sheet, step.key, Qt::ControlModifier);
+    EXPECT_EQ(grid.Row(), step.row);
+    EXPECT_EQ(grid.Col(), 2);
+  }
+}
+
+TEST_F(Hands, TheListBeginsAnewWithEachFocus) {
+  QWidget* list = form.List1.Widget();
+  int row = 0;
+  for (const char* letter : {"m", "o", "p", "u", "e"}) {
+    Go(++row, 1);
+    form.List1.SetFocus();
+    Key(list, QString(letter).toUpper()[0].unicode(), Qt::NoModifier, letter);
+    Key(list, Qt::Key_Return);
+    EXPECT_EQ(grid.TextMatrix(row, 1), QString(letter).toUpper().toStdString() + " ");
+  }
+}
+
+TEST_F(Hands, AClickOnTheToolbarLeavesTheKeyboardInTheGrid) {
+  ASSERT_TRUE(grid.HasFocus());
+  support::Press(form.vl_button3.Widget(), {5, 5});
+  support::Release(form.vl_button3.Widget(), {5, 5});
+  EXPECT_EQ(timeline::ZoomFactor, 1.25F);
+  EXPECT_TRUE(grid.HasFocus());
+  Type("+-.");
+  EXPECT_EQ(timeline::ZoomFactor, 1.25F);
+  timeline::Tracks().UndoHistory.push_back(timeline::Tracks().VelocityValues);
+  Key(sheet, Qt::Key_Z, Qt::ControlModifier, "\x1a");
+  EXPECT_TRUE(timeline::Tracks().UndoHistory.empty());
+}
+
+TEST_F(Hands, TheWheelScrollsAndWithCtrlZoomsAboutThePointer) {
+  QWidget* wave = form.Picture2.Widget();
+  const auto turn = [](QWidget* canvas, double x, int by, Qt::KeyboardModifiers keys) {
+    QWheelEvent event({x, 20}, canvas->mapToGlobal(QPointF(x, 20)), {}, {0, by}, Qt::NoButton, keys,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(canvas, &event);
+  };
+  for (int i = 0; i < 4; ++i) turn(wave, 0, 120, Qt::ControlModifier);
+  EXPECT_EQ(timeline::ZoomFactor, 2.0F);
+  EXPECT_EQ(form.HScroll1.Value(), 0);
+  turn(form.Picture4.Widget(), 300, -120, Qt::NoModifier);
+  const int scrolled = form.HScroll1.Value();
+  EXPECT_GT(scrolled, 0);
+  EXPECT_EQ(form.Picture4.Left(), -scrolled);
+  // At 2.0 the canvas is 1028 wide, at 2.25 it is 1156: what stood at 514 stands at 578.
+  turn(wave, 514, 60, Qt::ControlModifier);
+  turn(wave, 514, 60, Qt::ControlModifier);
+  EXPECT_EQ(form.Picture2.Width(), 1156);
+  EXPECT_EQ(form.HScroll1.Value(), scrolled + 64);
+}
+
+TEST_F(Hands, RowsAheadStayInView) {
+  auto* view = static_cast<QTableView*>(sheet);
+  const auto lower_edge = [&] {
+    support::HandleEvents();
+    const QRect cell = view->visualRect(view->model()->index(grid.Row() - 1, 1));
+    return static_cast<double>(cell.bottom()) / view->viewport()->height();
+  };
+  for (int row = 2; row <= 50; ++row) {
+    Key(sheet, Qt::Key_Down);
+    ASSERT_LE(lower_edge(), 2.0 / 3) << "row " << row;
+  }
+  const QRect last_seen = view->visualRect(view->model()->index(grid.Row() + 1, 1));
+  support::Press(view->viewport(), last_seen.center());
+  support::Release(view->viewport(), last_seen.center());
+  EXPECT_EQ(grid.Row(), 52);
+  EXPECT_GT(lower_edge(), 2.0 / 3) << "a row that was clicked stays where it is";
+  Key(sheet, Qt::Key_End);
+  EXPECT_GT(lower_edge(), 0.9);
+}
+
+TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
+  const auto drop = [&](const std::string& path) {
+    QMimeData files;
+    files.setUrls({QUrl("http://example.org/x.wav"), QUrl::fromLocalFile(QString::fromStdString(path))});
+    QWidget* top = form.TopWidget();
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent fall({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(top, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QApplication::sendEvent(top, &fall);
+    support::HandleEvents();
+  };
+  desk.files.paths = {support::ScratchFolder() + "/kept.exp"};
+  form.MenuSave_Click();
+  EXPECT_EQ(desk.files.asked.back().proposal, "voice.exp");
+  drop(support::WriteScratch("stereo.wav", support::WaveBytes(8, 1000, std::string(8000, 'x'), 2)));
+  EXPECT_EQ(grid.Rows(), 49);
+  EXPECT_EQ(desk.messages.Texts().back(), "Stereo sample converted to mono.");
+  form.MenuSave_Click();
+  EXPECT_EQ(desk.files.asked.back().proposal, "stereo.exp") << "another sound begins another sheet";
+  drop(support::ScratchFolder() + "/kept.exp");
+  EXPECT_EQ(grid.Rows(), 61);
+  form.MenuSave_Click();
+  EXPECT_EQ(desk.files.asked.back().proposal, "");
+  drop(support::WriteScratch("notes.txt", "no sound"));
+  EXPECT_EQ(desk.messages.shown.size(), 2U);
+  EXPECT_EQ(grid.Rows(), 61);
+}
+
+TEST(PainterHands, TheCaptionTicksItsBoxAndADialTakesTheBound) {
+  painter::FramePainter& window = painter::frame_painter.Hold();
+  for (const int ticked : {1, 0}) {
+    support::Press(window.Label5.Widget(), {5, 5});
+    support::Release(window.Label5.Widget(), {5, 5});
+    EXPECT_EQ(window.Check1.Value(), ticked);
+  }
+  QWidget* field = window.VL_DropDial2.Widget();
+  const auto type = [&](const char* digits) {
+    Key(field, Qt::Key_A, Qt::ControlModifier);
+    for (const QChar digit : QString(digits)) Key(field, digit.unicode(), Qt::NoModifier, QString(digit));
+  };
+  type("33");
+  Key(field, Qt::Key_Return);
+  EXPECT_EQ(window.VL_DropDial2.Text(), "20");
+  type("0");
+  EXPECT_EQ(window.VL_DropDial2.value(), 1) << "without Return";
+  type("12");
+  EXPECT_EQ(window.VL_DropDial2.value(), 12);
+}
+
+}  // namespace

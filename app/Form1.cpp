@@ -51,10 +51,6 @@ Form1::Form1()
   BindTransport();
   BindTimeline();
   BindMenus();
-  List1.SetAccessibleName("Mouth shapes");
-  HScroll1.SetAccessibleName("Timeline position");
-  Grid1.SetAccessibleName("Exposure sheet");
-  Text2.SetAccessibleName("Comment");
   TabThrough({&vl_button18, &vl_button5,  &vl_button1,  &vl_button2, &vl_button3, &vl_button4, &vl_button10,
               &vl_button11, &vl_button12, &vl_button6,  &vl_button7, &vl_button8, &vl_button9, &vl_button13,
               &vl_button14, &vl_button15, &vl_button16, &HScroll1,   &List1,      &Grid1});
@@ -70,12 +66,14 @@ void Form1::PlaceControls() {
       control->Move(place->left, place->top, place->width, place->height);
   // Buttons and labels are known to assistive technology by their tips and captions.
   Grid1.SetAccessibleName("Exposure sheet");
-  List1.SetAccessibleName("Shapes");
+  List1.SetAccessibleName("Mouth shapes");
   Text2.SetAccessibleName("Comment");
-  Picture1.SetAccessibleName("Mouth");
+  Picture1.SetAccessibleName("Mouth: none");
   Picture2.SetAccessibleName("Waveform");
   Picture4.SetAccessibleName("Velocity tracks");
-  HScroll1.SetAccessibleName("Timeline");
+  HScroll1.SetAccessibleName("Timeline position");
+  Picture3.SetAccessibleName("Timeline");
+  Picture3.ActAsPanel();
   Text2.Move(136, 180, 100, 19);
   Text2.SetVisible(false);
   Line1.SetVisible(false);
@@ -111,17 +109,18 @@ void Form1::DressButtons() {
 
   const struct {
     look::vl_button &chooser, &visibility;
-    const char* tip;
+    const char* name;
     platform::Color color;
   } tracks[] = {
-      {vl_button6, vl_button13, "Velocity yellow", Rgb(255, 255, 192)},
-      {vl_button7, vl_button14, "Velocity red", Rgb(255, 192, 192)},
-      {vl_button8, vl_button15, "Velocity green", Rgb(192, 255, 192)},
-      {vl_button9, vl_button16, "Velocity blue", Rgb(192, 192, 255)},
+      {vl_button6, vl_button13, "yellow", Rgb(255, 255, 192)},
+      {vl_button7, vl_button14, "red", Rgb(255, 192, 192)},
+      {vl_button8, vl_button15, "green", Rgb(192, 255, 192)},
+      {vl_button9, vl_button16, "blue", Rgb(192, 192, 255)},
   };
   for (const auto& track : tracks) {
-    track.chooser.SetToolTip(track.tip);
+    track.chooser.SetToolTip(std::string("Velocity ") + track.name);
     track.visibility.SetToolTip("Channel visibility");
+    track.visibility.SetAccessibleName(std::string("Channel visibility, ") + track.name);
     track.visibility.SetValue(true);
     for (look::vl_button* button : {&track.chooser, &track.visibility}) {
       button->SetBorderless(true);

@@ -2,8 +2,11 @@
 // no display's speed is in the figures.
 #include <benchmark/benchmark.h>
 
+#include <QCoreApplication>
+#include <QWidget>
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
 
 #include "app/Form1.h"
 #include "audio/sample_store.h"
@@ -18,6 +21,7 @@
 
 namespace {
 
+constexpr int kScreenPixels = 2000;
 constexpr int kRate = 24;
 constexpr int kSamplesPerSecond = 22050;
 constexpr float kWidestZoom = 63.75F;
@@ -85,8 +89,19 @@ Form1& WindowWith(int frames, bool widest) {
   return form;
 }
 
+/// Puts the window on the screen of single or double density.
+void ShowAtScale(Form1& form, int scale) {
+  form.TopWidget()->move(scale == 1 ? 10 : kScreenPixels + 10, 40);
+  QCoreApplication::processEvents();
+  form.PaintWav();
+  form.PaintVelocity();
+  form.Picture2.Refresh();
+}
+
+/// Rows, the widest zoom or none, the screen's scale; "pixels" tells the scale that was really drawn at.
 void BM_RowAdvance(benchmark::State& state) {
   Form1& form = WindowWith(static_cast<int>(state.range(0)), state.range(1) != 0);
+  ShowAtScale(form, static_cast<int>(state.range(2)));
   const int rows = form.Grid1.Rows();
   int row = rows / 3;
   for (auto _ : state) {
@@ -95,8 +110,10 @@ void BM_RowAdvance(benchmark::State& state) {
     form.Picture2.Refresh();
   }
   state.counters["canvas"] = form.Picture2.ScaleWidth();
+  state.counters["pixels"] = form.Picture2.Scale();
+  ShowAtScale(form, 1);
 }
-BENCHMARK(BM_RowAdvance)->ArgsProduct({{300, 3000, 14400}, {0, 1}})->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_RowAdvance)->ArgsProduct({{300, 3000, 14400}, {0, 1}, {1, 2}})->Unit(benchmark::kMicrosecond);
 
 void BM_WholeRepaint(benchmark::State& state) {
   Form1& form = WindowWith(static_cast<int>(state.range(0)), state.range(1) != 0);
@@ -143,7 +160,11 @@ BENCHMARK(BM_WalkThroughAllRows)->Arg(14400)->Arg(144000)->Unit(benchmark::kMill
 
 int main(int argument_count, char** arguments) {
   benchmark::Initialize(&argument_count, arguments);
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  // Two screens side by side, the second of double density, so that both are measured in one run.
+  std::ofstream("timeline_bench_screens.json")
+      << R"({"screens":[{"name":"single","x":0,"y":0,"width":2000,"height":1200,"dpr":1},)"
+      << R"({"name":"double","x":2000,"y":0,"width":2000,"height":1200,"dpr":2}]})";
+  setenv("QT_QPA_PLATFORM", "offscreen:configfile=timeline_bench_screens.json", 0);
   return platform::RunApplication([] {
     benchmark::RunSpecifiedBenchmarks();
     platform::RunLater(platform::Quit);

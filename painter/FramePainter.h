@@ -99,6 +99,9 @@ class FramePainter : public platform::Window {
   std::optional<StripView> RollView() const;
 };
 
+/// The shape of planes that hold a strip's picture in the screen's own pixels.
+PlaneShape PlanesOfStrip(platform::PictureBox& strip);
+
 extern platform::WindowInstance<FramePainter> frame_painter;
 host::FormObject& FramePainterForm();
 

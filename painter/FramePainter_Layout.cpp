@@ -116,6 +116,11 @@ void FramePainter::ColorControls() {
   vl_button1.SetToolTip(kRetrieveTip);
   Picture1.SetToolTip(kStripTip);
   Picture2.SetToolTip(kStripTip);
+  Picture1.SetAccessibleName("Your cells");
+  Picture2.SetAccessibleName("New roll of film");
+  Picture7.SetAccessibleName("Numbers of your cells");
+  Picture4.SetAccessibleName("Frames of the new roll");
+  for (platform::PictureBox* panel : {&Picture3, &Picture5}) panel->ActAsPanel();
   HGlide1.SetAccessibleName("Scroll your cells");
   HGlide2.SetAccessibleName("Scroll the new roll of film");
   Check1.SetAccessibleName("Wiggle hold");
@@ -127,6 +132,7 @@ void FramePainter::BindEvents() {
   Picture3.Resize = [this] { Picture3_Resize(); };
   Picture5.Resize = [this] { Picture5_Resize(); };
   Picture2.Resize = [this] { Picture2_Resize(); };
+  for (platform::PictureBox* strip : {&Picture1, &Picture2}) strip->Rescaled = [this] { ShowNewFrames(); };
   Picture7.Draw = [this] { Picture7_Paint(); };
   Picture4.Draw = [this] { Picture4_Paint(); };
   Picture1.MouseDown = [this](auto... event) { Picture1_MouseDown(event...); };
@@ -204,7 +210,7 @@ void FramePainter::Picture2_Resize() {
   StripState& strips = TheStrips();
   strips.RollStripWidth = Picture2.ScaleWidth();
   strips.RollStripHeight = Picture2.ScaleHeight();
-  strips.RollPlanes = StripPlanes({strips.RollStripWidth, strips.RollStripHeight});
+  strips.RollPlanes = StripPlanes(PlanesOfStrip(Picture2));
 }
 
 }  // namespace painter

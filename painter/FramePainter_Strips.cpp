@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "painter/DibRelated.h"
 #include "painter/FramePainter.h"
@@ -8,11 +9,13 @@
 namespace painter {
 namespace {
 
+constexpr platform::Color kBlankEdge = platform::Rgb(208, 208, 208);
+
 std::optional<StripView> ViewOf(const platform::PictureBox& strip, std::int32_t offset) {
   const Retrieval& retrieval = TheRetrieval();
   const auto thumb = MeasureThumbnails(retrieval.FrameWidth, retrieval.FrameHeight, strip.ScaleHeight());
   if (!thumb) return std::nullopt;
-  return StripView{*thumb, offset};
+  return StripView{*thumb, offset, strip.Scale()};
 }
 
 void Blit(platform::PictureBox& strip, StripPlanes& planes) {
@@ -33,6 +36,19 @@ void DrawRoll(const StripView& view, StripState& strips) {
       DrawRollFrame(view, TheRetrieval(), roll, frame, strips.RollPlanes.View());
 }
 
+/// Where two blank frames meet: white on white they would look like one.
+std::vector<int> EdgesBetweenBlanks(const StripView& view, int strip_width) {
+  const FilmRoll& roll = TheRoll();
+  const auto visited = RollFramesToVisit(view.thumb, view.offset, strip_width, roll.RollLength());
+  std::vector<int> edges;
+  for (std::int32_t frame = std::max(visited.first, 1); frame <= visited.last; ++frame) {
+    const auto place = static_cast<std::size_t>(frame);
+    if (roll.entries[place - 1] < 0 && roll.entries[place] < 0)
+      edges.push_back(static_cast<int>(ThumbnailLeft(view.thumb, view.offset, frame)));
+  }
+  return edges;
+}
+
 /// No number is wider: the first ones left of the ruler may still reach into it.
 constexpr int kWidestNumberPixels = 100;
 
@@ -49,6 +65,11 @@ void DrawRuler(platform::PictureBox& ruler, const std::optional<StripView>& view
 
 }  // namespace
 
+PlaneShape PlanesOfStrip(platform::PictureBox& strip) {
+  const platform::PixelView pixels = strip.Pixels();
+  return {pixels.width, pixels.height};
+}
+
 std::optional<StripView> FramePainter::CellsView() const {
   return ViewOf(Picture1, TheStrips().CellScrollOffset);
 }
@@ -60,7 +81,7 @@ std::optional<StripView> FramePainter::RollView() const {
 void FramePainter::Picture1_Paint() {
   const Retrieval& retrieval = TheRetrieval();
   if (retrieval.CellCount < 1) return;
-  StripPlanes planes({Picture1.ScaleWidth(), Picture1.ScaleHeight()});
+  StripPlanes planes(PlanesOfStrip(Picture1));
   if (const auto view = CellsView())
     DrawCellsStrip(*view, retrieval, TheStrips().SelectedCell, planes.View());
   Blit(Picture1, planes);
@@ -71,7 +92,10 @@ void FramePainter::Picture2_Paint() {
   if (Picture2.ScaleWidth() != strips.RollStripWidth || Picture2.ScaleHeight() != strips.RollStripHeight)
     return;
   if (strips.PaintOnlyFrame == kWholeStrip) Blacken(strips.RollPlanes);
-  if (const auto view = RollView()) DrawRoll(*view, strips);
+  if (const auto view = RollView()) {
+    DrawRoll(*view, strips);
+    Picture2.ShowRules(EdgesBetweenBlanks(*view, Picture2.ScaleWidth()), kBlankEdge);
+  }
   Blit(Picture2, strips.RollPlanes);
 }
 

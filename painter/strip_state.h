@@ -29,7 +29,8 @@ struct StripState {
   std::int32_t RollScrollOffset = 0;
   /// The roll frame to redraw alone, or kWholeStrip.
   std::int32_t PaintOnlyFrame = kWholeStrip;
-  /// The size in pixels of the strip that the roll's planes were made for.
+  /// The size in design pixels of the strip that the roll's planes were made for; the planes have the
+  /// screen's.
   std::int32_t RollStripWidth = 0;
   std::int32_t RollStripHeight = 0;
   StripPlanes RollPlanes;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/numbers.h"
+#include "platform/pixels.h"
 
 namespace painter {
 namespace {
@@ -15,25 +16,34 @@ struct Columns {
   std::int32_t first, last;
 };
 
+std::int64_t Scaled(std::int64_t design_pixels, double scale) {
+  return std::llround(static_cast<double>(design_pixels) * scale);
+}
+
 Columns VisibleColumns(const StripView& view, std::int32_t index, const Planes& strip) {
-  const std::int64_t left = ThumbnailLeft(view.thumb, view.offset, index);
-  const std::int64_t last = std::min<std::int64_t>(left + view.thumb.width, strip.shape.right) - 1;
+  const std::int64_t design_left = ThumbnailLeft(view.thumb, view.offset, index);
+  const std::int64_t left = Scaled(design_left, view.scale);
+  const std::int64_t last =
+      std::min<std::int64_t>(Scaled(design_left + view.thumb.width, view.scale), strip.shape.right) - 1;
   const auto first = std::clamp<std::int64_t>(left, 0, strip.shape.right);
   return {left, static_cast<std::int32_t>(first), static_cast<std::int32_t>(std::max(last, first - 1))};
 }
 
 std::int32_t VisibleRows(const StripView& view, const Planes& strip) {
-  return std::min(view.thumb.height, strip.shape.bottom);
+  return std::min(platform::CoveredPixels(view.thumb.height, view.scale), strip.shape.bottom);
 }
 
-std::int32_t SampleAt(std::int64_t pixel, float step) {
-  return static_cast<std::int32_t>(std::floor(static_cast<double>(pixel) * static_cast<double>(step)));
+/// The frame's sample under one of the strip's pixels. A thumbnail's edge that falls within one of the
+/// screen's pixels must not lead past the frame's last sample.
+std::int32_t SampleAt(std::int64_t pixel, float step, double scale, std::int32_t last) {
+  const double sample = std::floor(static_cast<double>(pixel) * static_cast<double>(step) / scale);
+  return std::min(static_cast<std::int32_t>(sample), last);
 }
 
-std::vector<std::int32_t> SampledColumns(const StripView& view, const Columns& columns) {
+std::vector<std::int32_t> SampledColumns(const StripView& view, const Columns& columns, std::int32_t last) {
   std::vector<std::int32_t> samples;
   for (std::int32_t x = columns.first; x <= columns.last; ++x)
-    samples.push_back(SampleAt(x - columns.left, view.thumb.step_x));
+    samples.push_back(SampleAt(x - columns.left, view.thumb.step_x, view.scale, last));
   return samples;
 }
 
@@ -96,10 +106,11 @@ std::int64_t ThumbnailLeft(const ThumbGeometry& thumb, std::int32_t offset, std:
 void DrawThumbnail(const StripView& view, std::int32_t index, const ConstPlanes& cell, Tone tone,
                    const Planes& strip) {
   const Columns columns = VisibleColumns(view, index, strip);
-  const auto samples = SampledColumns(view, columns);
+  const auto samples = SampledColumns(view, columns, cell.shape.right);
   const std::uint8_t flip = tone == Tone::kNegative ? 255 : 0;
   for (std::int32_t y = 0; y < VisibleRows(view, strip); ++y) {
-    const std::size_t from = RowStart(cell.shape, SampleAt(y, view.thumb.step_y));
+    const std::size_t from =
+        RowStart(cell.shape, SampleAt(y, view.thumb.step_y, view.scale, cell.shape.bottom));
     const std::size_t to = RowStart(strip.shape, y) + static_cast<std::size_t>(columns.first);
     SampleRow(samples, cell.red + from, flip, strip.red + to);
     SampleRow(samples, cell.green + from, flip, strip.green + to);
@@ -121,16 +132,19 @@ void DrawBlank(const StripView& view, std::int32_t index, const Planes& strip) {
 void DrawMissing(const StripView& view, std::int32_t index, const Planes& strip) {
   DrawBlank(view, index, strip);
   const Columns columns = VisibleColumns(view, index, strip);
+  const std::int64_t width = Scaled(view.thumb.width, view.scale);
+  const std::int32_t height = platform::CoveredPixels(view.thumb.height, view.scale);
   for (std::int32_t y = 0; y < VisibleRows(view, strip); ++y) {
-    const std::int64_t across = std::int64_t{y} * (view.thumb.width - 1) / std::max(view.thumb.height - 1, 1);
-    for (const std::int64_t x : {columns.left + across, columns.left + view.thumb.width - 1 - across})
+    const std::int64_t across = y * (width - 1) / std::max(height - 1, 1);
+    for (const std::int64_t x : {columns.left + across, columns.left + width - 1 - across})
       if (x >= columns.first && x <= columns.last) SetBlack(strip, x, y);
   }
 }
 
 void DrawCellsStrip(const StripView& view, const Retrieval& retrieval, std::int32_t selected,
                     const Planes& strip) {
-  const auto range = ThumbnailsInStrip(view.thumb, view.offset, strip.shape.right, retrieval.CellCount);
+  const auto width = static_cast<std::int32_t>(std::ceil(strip.shape.right / view.scale));
+  const auto range = ThumbnailsInStrip(view.thumb, view.offset, width, retrieval.CellCount);
   for (std::int32_t i = range.first; i <= range.last; ++i) {
     if (const auto cell = FindCell(retrieval, i)) {
       DrawThumbnail(view, i, *cell, i == selected ? Tone::kNegative : Tone::kAsIs, strip);

@@ -1,6 +1,7 @@
 #include "platform/Application.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
 #include <QIcon>
@@ -9,6 +10,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStyleFactory>
+#include <QThread>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -19,6 +21,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Accessible.h"
 #include "platform/Dialogs.h"
 #include "platform/Lifetime.h"
 
@@ -47,6 +50,7 @@ void PrepareApplication() {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setApplicationName("exposure-sheet");
   QApplication::setDesktopFileName("exposure-sheet");
+  InstallAccessibleRoles();
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   QIcon icon;
   // The format is said, so that the toolkit doesn't load all its readers of pictures to find out; and the
@@ -107,6 +111,16 @@ KeepAlive::KeepAlive() { ++keep_alive_count; }
 KeepAlive::~KeepAlive() {
   --keep_alive_count;
   WindowCountHasChanged();
+}
+
+void ShowUncovered() {
+  constexpr int kMilliseconds = 40;
+  // The screen says what was uncovered only some time after the dialog has gone.
+  const QDeadlineTimer enough(kMilliseconds);
+  while (!enough.hasExpired()) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+    QThread::msleep(4);
+  }
 }
 
 void RunLater(std::function<void()> routine) {

@@ -48,6 +48,10 @@ class KeepAlive {
   ~KeepAlive();
 };
 
+/// Puts what a closed dialog has uncovered on the screen, for a moment and without the user's input: what
+/// comes next may keep the event loop waiting.
+void ShowUncovered();
+
 /// Runs a routine once, from the event loop, after the routine that is running now.
 void RunLater(std::function<void()> routine);
 

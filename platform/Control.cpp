@@ -56,6 +56,10 @@ void Control::SetAccessibleName(const std::string& text) {
   widget_->setAccessibleName(QString::fromStdString(text));
 }
 
+void Control::SetAccessibleDescription(const std::string& text) {
+  widget_->setAccessibleDescription(QString::fromStdString(text));
+}
+
 void Control::Lacks(const char* property) const {
   throw ControlError(name_ + " has no property " + property);
 }

@@ -74,6 +74,8 @@ class Control {
   /// behind it in brackets.
   void SetToolTip(const std::string& text, const std::string& key = "");
   void SetAccessibleName(const std::string& text);
+  /// More than the name says, and what changes.
+  void SetAccessibleDescription(const std::string& text);
 
   /// A control that lacks a colour throws ControlError.
   virtual Color BackColor() const;

@@ -48,6 +48,8 @@ class GridModel : public QAbstractTableModel {
     if (row >= state_.rows || col >= state_.cols) return {};
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
       return QString::fromStdString(state_.cells[state_.IndexOf(row, col)]);
+    if (role == Qt::ToolTipRole)
+      return TipFor(QString::fromStdString(state_.cells[state_.IndexOf(row, col)]), col);
     if (role == Qt::BackgroundRole && row == state_.row) return QColor(226, 232, 240);
     if (role == Qt::TextAlignmentRole && col == 0) return QVariant(Qt::AlignRight | Qt::AlignVCenter);
     return {};
@@ -83,6 +85,14 @@ class GridModel : public QAbstractTableModel {
   }
 
  private:
+  /// What the cell has no room for, as a whole.
+  QVariant TipFor(const QString& text, int col) const {
+    constexpr int kCellMargins = 8;
+    const bool cut =
+        state_.view->fontMetrics().horizontalAdvance(text) > state_.view->columnWidth(col) - kCellMargins;
+    return cut ? QVariant("<qt>" + text.toHtmlEscaped() + "</qt>") : QVariant();
+  }
+
   const GridState& state_;
   int shown_rows_ = 0, shown_cols_ = 0;
 };

@@ -1,6 +1,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "platform/Accessible.h"
 #include "platform/ToolkitColor.h"
 #include "platform/WidgetParts.h"
 #include "platform/Widgets.h"
@@ -27,7 +28,8 @@ class LabelWidget : public QWidget {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    painter.setFont(FontThatFits(WithSmallLetters(font()), caption, width() - kMargin, height() + kOverhang));
+    painter.setFont(
+        FontThatFits(WithSmallLetters(font()), caption, width() - Margin(), height() + kOverhang));
     const int layout = static_cast<int>(align | Qt::AlignVCenter) | Qt::TextSingleLine;
     if (window->GroundIsDark()) PaintPlate(painter, painter.boundingRect(rect(), layout, caption));
     painter.setPen(color);
@@ -52,14 +54,19 @@ class LabelWidget : public QWidget {
     painter.drawRoundedRect(text.adjusted(-3, 0, 3, 0) & QRectF(rect()), 2, 2);
   }
 
+  /// A caption that begins at the left ends before the field that follows it, which may lie over its right
+  /// end.
+  int Margin() const { return align == Qt::AlignLeft ? 8 : 4; }
+
   /// A line's height has room above and below the letters themselves.
-  static constexpr int kMargin = 4, kOverhang = 1;
+  static constexpr int kOverhang = 1;
 };
 
 }  // namespace
 
 Label::Label(Container& container, std::string name, const std::string& caption, Align align)
     : Control(container, ControlKind::Label, std::move(name), new LabelWidget) {
+  SetAccessibleRole(Widget(), QAccessible::StaticText);
   if (align == Align::Right) As<LabelWidget>(*this)->align = Qt::AlignRight;
   if (align == Align::Center) As<LabelWidget>(*this)->align = Qt::AlignHCenter;
   As<LabelWidget>(*this)->window = &OwnerWindow();

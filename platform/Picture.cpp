@@ -33,4 +33,12 @@ std::shared_ptr<const Picture> Picture::Load(const std::string& path) {
 int Picture::Width() const { return image_->width(); }
 int Picture::Height() const { return image_->height(); }
 
+const QImage& Picture::ImageAt(double scale) const {
+  const QSize size = (QSizeF(image_->size()) * scale).toSize();
+  if (size == image_->size()) return *image_;
+  if (!scaled_ || scaled_->size() != size)
+    scaled_ = std::make_unique<QImage>(image_->scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+  return *scaled_;
+}
+
 }  // namespace platform

@@ -19,9 +19,12 @@ class Picture {
   int Width() const;
   int Height() const;
   const QImage& Image() const { return *image_; }
+  /// The picture for a screen of so many pixels to its own; kept, so that showing it again costs nothing.
+  const QImage& ImageAt(double scale) const;
 
  private:
   std::unique_ptr<QImage> image_;
+  mutable std::unique_ptr<QImage> scaled_;
 };
 
 }  // namespace platform

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/Accessible.h"
 #include "platform/Application.h"
 #include "platform/Picture.h"
 #include "platform/ToolkitColor.h"
@@ -16,12 +17,12 @@
 namespace platform {
 namespace {
 
-QFont ToolkitFont(const Font& font) {
+QFont ToolkitFont(const Font& font, double scale) {
   QFont wanted = QGuiApplication::font();
   if (!font.family.empty()) wanted.setFamily(QString::fromStdString(font.family));
   // A point is 1/72 inch of a screen of 96 pixels to the inch, whatever the real one has: canvases count in
   // pixels.
-  wanted.setPixelSize(std::max(1, static_cast<int>(std::lround(font.points * 96 / 72))));
+  wanted.setPixelSize(std::max(1, static_cast<int>(std::lround(font.points * 96 / 72 * scale))));
   return wanted;
 }
 
@@ -51,13 +52,10 @@ std::int16_t ShiftBits(Qt::KeyboardModifiers modifiers) {
                                    (modifiers.testFlag(Qt::AltModifier) ? 4 : 0));
 }
 
-/// Whole scales keep drawn pixels square; between them only smoothing keeps lines alike in width.
-bool IsSmoothed(double scale) { return scale != std::floor(scale); }
-
 }  // namespace
 
-TextMask MaskOf(const Font& font, const std::string& text) {
-  const QFont face = ToolkitFont(font);
+TextMask MaskOf(const Font& font, const std::string& text, double scale) {
+  const QFont face = ToolkitFont(font, scale);
   const QString wide = QString::fromStdString(text);
   const QFontMetricsF metrics(face);
   // Letters may reach past their advance and their line: a margin on all sides, cut off nowhere.
@@ -88,6 +86,9 @@ TextMask MaskOf(const Font& font, const std::string& text) {
 /// What a canvas keeps between paints.
 struct PictureBox::Surface {
   QImage image;
+  double scale = 1;
+  std::vector<int> rules;
+  Color rule_color = 0;
   Color back = Rgb(255, 255, 255);
   Color fore = 0;
   DrawMode mode = DrawMode::Copy;
@@ -103,14 +104,20 @@ class PictureWidget : public QWidget {
   PictureBox* box = nullptr;
 
  protected:
-  void paintEvent(QPaintEvent* event) override {
+  void paintEvent(QPaintEvent* /*event*/) override {
     box->DrawNow();
     if (box->Paint) RunEvent(box->Paint);
+    // Pixel by pixel: where a design pixel isn't a whole number of the screen's, the control's corner may lie
+    // within one of them, and the image would be smeared over its neighbours.
     QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform,
-                          box->surface_->picture != nullptr || IsSmoothed(devicePixelRatioF()));
-    painter.setClipRegion(event->region());
-    painter.drawImage(0, 0, box->surface_->image);
+    const QTransform to_screen = painter.deviceTransform();
+    const QPoint corner = to_screen.map(QPointF(0, 0)).toPoint();
+    painter.setWorldTransform(to_screen.inverted());
+    const PictureBox::Surface& surface = *box->surface_;
+    painter.drawImage(corner, surface.image);
+    for (const int column : surface.rules)
+      painter.fillRect(corner.x() + ScaledPixel(column, surface.scale), corner.y(), 1, surface.image.height(),
+                       ToolkitColor(surface.rule_color));
   }
 
   void resizeEvent(QResizeEvent*) override { box->FitSurface(); }
@@ -160,21 +167,36 @@ PictureBox::PictureBox(Container& container, std::string name)
     : Control(container, ControlKind::Other, std::move(name), new PictureWidget),
       surface_(std::make_unique<Surface>()) {
   static_cast<PictureWidget*>(Widget())->box = this;
+  SetAccessibleRole(Widget(), QAccessible::Graphic);
 }
+
+void PictureBox::ActAsPanel() { SetAccessibleRole(Widget(), QAccessible::Pane); }
 
 PictureBox::~PictureBox() = default;
 
 /// The image takes the control's size. A control that isn't on the screen gets its resize event late, so that
 /// whoever needs the image calls this first.
 void PictureBox::FitSurface() {
-  const QSize size(std::max(1, Width()), std::max(1, Height()));
-  if (surface_->image.size() == size) return;
+  const double scale = std::max(1.0, Widget()->devicePixelRatioF());
+  const QSize size(CoveredPixels(std::max(1, Width()), scale), CoveredPixels(std::max(1, Height()), scale));
+  const bool rescaled = surface_->scale != scale;
+  if (surface_->image.size() == size && !rescaled) return;
   QImage fresh(size, QImage::Format_RGB32);
   fresh.fill(ToolkitColor(surface_->back));
-  if (!surface_->image.isNull()) QPainter(&fresh).drawImage(0, 0, surface_->image);
+  if (!surface_->image.isNull() && !rescaled) QPainter(&fresh).drawImage(0, 0, surface_->image);
+  const bool was_shown = !surface_->image.isNull();
   surface_->image = std::move(fresh);
+  surface_->scale = scale;
+  if (rescaled) ShowPicture();
   if (Resize) RunEvent(Resize);
+  if (!rescaled || !was_shown) return;
+  surface_->drawing_pending = true;
+  RunLater([alive = std::weak_ptr<bool>(alive_), this] {
+    if (alive.lock() && Rescaled) Rescaled();
+  });
 }
+
+double PictureBox::Scale() const { return surface_->scale; }
 
 Color PictureBox::BackColor() const { return surface_->back; }
 /// A change of ground starts the canvas afresh, as the system's own canvases do.
@@ -194,14 +216,19 @@ PixelView PictureBox::Pixels() {
   FitSurface();
   QImage& image = surface_->image;
   return MakeView(reinterpret_cast<Pixel*>(image.bits()), image.width(), image.height(),
-                  static_cast<int>(image.bytesPerLine() / 4));
+                  static_cast<int>(image.bytesPerLine() / 4), surface_->scale);
 }
 
 void PictureBox::Changed(const PixelBox& box) {
-  // Where smoothing mixes neighbours on the screen, the pixels around the box show something of it too.
-  const int around = IsSmoothed(Widget()->devicePixelRatioF()) ? 1 : 0;
-  Widget()->update(QRect(box.left, box.top, box.right - box.left, box.bottom - box.top)
-                       .adjusted(-around, -around, around, around));
+  if (box.Empty()) return;
+  // The control's corner may lie within one of the screen's pixels: one pixel more on all sides then.
+  const double scale = surface_->scale;
+  const int around = scale == 1 ? 0 : 1;
+  const int left = static_cast<int>(std::floor(box.left / scale)) - around,
+            top = static_cast<int>(std::floor(box.top / scale)) - around,
+            right = static_cast<int>(std::ceil(box.right / scale)) + around,
+            bottom = static_cast<int>(std::ceil(box.bottom / scale)) + around;
+  Widget()->update(QRect(left, top, right - left, bottom - top));
 }
 
 void PictureBox::Cls() {
@@ -217,32 +244,34 @@ void PictureBox::MovePen(double x, double y) {
 }
 
 void PictureBox::PSet(double x, double y, Color color) {
-  PlotPoint(Pixels(), RoundToLong(x), RoundToLong(y), color);
+  DrawPen(Pixels(), x, y, x, y, color);
   MovePen(x, y);
   Widget()->update();
 }
 
 void PictureBox::Line(double x1, double y1, double x2, double y2, Color color) {
-  DrawLine(Pixels(), x1, y1, x2, y2, color);
+  DrawPen(Pixels(), x1, y1, x2, y2, color);
   MovePen(x2, y2);
   Widget()->update();
 }
 
 void PictureBox::FillBox(double x1, double y1, double x2, double y2, Color color) {
-  const PixelBox box{RoundToLong(std::min(x1, x2)), RoundToLong(std::min(y1, y2)),
-                     RoundToLong(std::max(x1, x2)) + 1, RoundToLong(std::max(y1, y2)) + 1};
+  const PixelView view = Pixels();
+  const PixelBox box{view.At(std::min(x1, x2)), view.At(std::min(y1, y2)),
+                     view.At(std::max(x1, x2)) + view.Pen(), view.At(std::max(y1, y2)) + view.Pen()};
   if (surface_->mode == DrawMode::Invert) {
-    InvertBox(Pixels(), box);
+    InvertBox(view, box);
   } else {
-    platform::FillBox(Pixels(), box, color);
+    platform::FillBox(view, box, color);
   }
   Widget()->update();
 }
 
 void PictureBox::Print(const std::string& text) {
-  const TextMask mask = MaskOf(surface_->font, text);
-  BlendMask(Pixels(), RoundToLong(surface_->pen_x), RoundToLong(surface_->pen_y), mask, surface_->fore);
-  surface_->pen_x += mask.advance;
+  const PixelView view = Pixels();
+  const TextMask mask = MaskOf(surface_->font, text, view.scale);
+  BlendMask(view, view.At(surface_->pen_x), view.At(surface_->pen_y), mask, surface_->fore);
+  surface_->pen_x += mask.advance / view.scale;
   Widget()->update();
 }
 
@@ -255,7 +284,8 @@ void PictureBox::SetPicture(std::shared_ptr<const Picture> picture) {
 }
 
 void PictureBox::ShowPicture() {
-  if (surface_->picture) QPainter(&surface_->image).drawImage(0, 0, surface_->picture->Image());
+  if (surface_->picture)
+    QPainter(&surface_->image).drawImage(0, 0, surface_->picture->ImageAt(surface_->scale));
 }
 
 const std::shared_ptr<const Picture>& PictureBox::ShownPicture() const { return surface_->picture; }
@@ -277,7 +307,15 @@ void PictureBox::DrawNow() {
 
 Color PictureBox::Point(int x, int y) {
   DrawNow();
-  return FromToolkit(surface_->image.pixelColor(x, y));
+  return FromToolkit(
+      surface_->image.pixelColor(ScaledPixel(x, surface_->scale), ScaledPixel(y, surface_->scale)));
+}
+
+void PictureBox::ShowRules(std::vector<int> columns, Color color) {
+  if (columns == surface_->rules && color == surface_->rule_color) return;
+  surface_->rules = std::move(columns);
+  surface_->rule_color = color;
+  Widget()->update();
 }
 
 void PictureBox::Refresh() {

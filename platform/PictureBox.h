@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/Control.h"
 #include "platform/pixels.h"
@@ -17,11 +18,13 @@ struct Font {
   double points = 8.25;
 };
 
-/// The mask of a text in a font, its line's top edge at the position.
-TextMask MaskOf(const Font& font, const std::string& text);
+/// The mask of a text in a font, its line's top edge at the position; on a screen of so many pixels to the
+/// design's.
+TextMask MaskOf(const Font& font, const std::string& text, double scale = 1);
 
-/// A picture control. What is drawn lands in its persistent image, one pixel to the design pixel; Refresh or
-/// the next paint event puts it on the screen. A change of size keeps what the image holds and fills the rest
+/// A picture control. What is drawn lands in its persistent image, which has the screen's own pixels; places
+/// and lengths are the design's, and at a scale of 1 both are the same. Refresh or the next paint event puts
+/// the image on the screen. A change of size keeps what the image holds and fills the rest
 /// with the background.
 ///
 /// A routine that would repaint often can put the drawing off: it sets `Draw` once and calls DrawLater each
@@ -32,8 +35,12 @@ class PictureBox : public Control, public Container {
 
   PictureBox(Container& container, std::string name);
   ~PictureBox() override;
+  /// For assistive technology: no picture, but what holds other controls.
+  void ActAsPanel();
 
-  /// The inner size in pixels.
+  /// How many of the screen's pixels make up one of the design's, in each direction.
+  double Scale() const;
+  /// The inner size in design pixels.
   int ScaleWidth() const { return Width(); }
   int ScaleHeight() const { return Height(); }
 
@@ -66,13 +73,19 @@ class PictureBox : public Control, public Container {
   void DrawNow();
   /// The image for direct drawing, as it stands: a drawing put off is not run.
   PixelView Pixels();
-  /// Says that pixels drawn directly have changed and are to be shown.
+  /// Says that pixels drawn directly have changed and are to be shown. The box is in the image's pixels.
   void Changed(const PixelBox& box);
   /// The colour at a point, after any drawing put off.
   Color Point(int x, int y);
+  /// Upright hairlines that are seen over the picture, at columns in design pixels. They don't touch the
+  /// image.
+  void ShowRules(std::vector<int> columns, Color color);
 
   std::function<void()> Paint;
+  /// The image has another size: the control was resized, or has come to a screen of another density.
   std::function<void()> Resize;
+  /// After Resize, from the event loop, where it was the density.
+  std::function<void()> Rescaled;
   /// Button (1 left, 2 right, 4 middle; all that are held, in a move), shift state (1 shift, 2 control, 4
   /// alt), x and y in the canvas's pixels.
   using MouseEvent = std::function<void(std::int16_t button, std::int16_t shift, float x, float y)>;

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "platform/Accessible.h"
 #include "platform/Application.h"
 #include "platform/Picture.h"
 #include "platform/ToolkitColor.h"
@@ -109,6 +110,7 @@ LineControl::LineControl(Container& container, std::string name, int x1, int y1,
     : Control(container, ControlKind::Other, std::move(name), new RuleWidget), color_(color) {
   // A rule is part of the ground that it is drawn on: presses go through it.
   Widget()->setAttribute(Qt::WA_TransparentForMouseEvents);
+  SetAccessibleRole(Widget(), QAccessible::Separator);
   Move(std::min(x1, x2), std::min(y1, y2), std::abs(x2 - x1) + 1, std::abs(y2 - y1) + 1);
   SetForeColor(color);
 }

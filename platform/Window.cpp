@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Accessible.h"
 #include "platform/Application.h"
 #include "platform/Lifetime.h"
 #include "platform/Picture.h"
@@ -244,6 +245,9 @@ Window::Window(const Design& design)
   widget_->close_box = [this] { CloseBox(); };
   widget_->key_down = [this](const KeyPress& press) { return Form_KeyDown(press); };
   widget_->escape_closes = IsFixed(design.border);
+  SetAccessibleRole(widget_.get(),
+                    design.border == Border::Sizable ? QAccessible::Window : QAccessible::Dialog);
+  SetAccessibleRole(widget_->client, QAccessible::Pane);
   SetPaletteColor(widget_->client, QPalette::Window, back_color_);
   SetCaption(design.caption);
   if (!design.icons.empty()) {

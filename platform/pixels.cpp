@@ -111,8 +111,14 @@ PixelView PixelView::Within(const PixelBox& box) const {
   return view;
 }
 
-PixelView MakeView(Pixel* pixels, int width, int height, int stride) {
-  return {pixels, width, height, stride, {0, 0, width, height}};
+int CoveredPixels(int design_pixels, double scale) {
+  return static_cast<int>(std::ceil(design_pixels * scale));
+}
+
+int PenPixels(double scale) { return std::max(1, static_cast<int>(std::floor(scale + 0.25))); }
+
+PixelView MakeView(Pixel* pixels, int width, int height, int stride, double scale) {
+  return {pixels, width, height, stride, {0, 0, width, height}, scale};
 }
 
 void PlotPoint(const PixelView& view, int x, int y, Color color) {
@@ -130,6 +136,16 @@ void DrawLine(const PixelView& view, double x1, double y1, double x2, double y2,
     Trace(view.pixels, across, down, PixelFrom(color));
   else
     Trace(view.pixels, down, across, PixelFrom(color));
+}
+
+/// Lines side by side: below each other for a flat one, beside each other for a steep one.
+void DrawPen(const PixelView& view, double x1, double y1, double x2, double y2, Color color) {
+  const double scale = view.scale;
+  const bool flat = std::abs(x2 - x1) >= std::abs(y2 - y1);
+  for (int side = 0; side < view.Pen(); ++side) {
+    const int right = flat ? 0 : side, down = flat ? side : 0;
+    DrawLine(view, x1 * scale + right, y1 * scale + down, x2 * scale + right, y2 * scale + down, color);
+  }
 }
 
 void FillBox(const PixelView& view, const PixelBox& box, Color color) {

@@ -8,6 +8,14 @@
 
 namespace platform {
 
+/// The screen's pixel at which a place of the design begins, to the nearest.
+inline int ScaledPixel(double design_pixels, double scale) { return RoundToLong(design_pixels * scale); }
+/// How many of the screen's pixels a length of the design touches.
+int CoveredPixels(int design_pixels, double scale);
+/// How many of the screen's pixels wide a line of one design pixel is: whole ones, so that all lines are
+/// alike.
+int PenPixels(double scale);
+
 /// A pixel as the screen takes it: 0xFFrrggbb, opaque.
 using Pixel = std::uint32_t;
 
@@ -31,25 +39,35 @@ struct PixelBox {
 PixelBox Intersect(const PixelBox& a, const PixelBox& b);
 
 /// Somebody's pixels, rows from the top, `stride` pixels apart. Everything drawn is cut at `clip`, which lies
-/// within the picture.
+/// within the picture. On a dense screen `scale` of these pixels make up one of the design's, in which places
+/// and lengths are given; scale is at least 1.
 struct PixelView {
   Pixel* pixels = nullptr;
   int width = 0, height = 0;
   int stride = 0;
   PixelBox clip;
+  double scale = 1;
+
+  /// The pixel at which a place of the design begins.
+  int At(double design_pixels) const { return ScaledPixel(design_pixels, scale); }
+  /// How many pixels wide a line of one design pixel is.
+  int Pen() const { return PenPixels(scale); }
 
   Pixel* Row(int y) const { return pixels + static_cast<std::ptrdiff_t>(y) * stride; }
   /// The same pixels, cut at a further box.
   PixelView Within(const PixelBox& box) const;
 };
 
-PixelView MakeView(Pixel* pixels, int width, int height, int stride);
+PixelView MakeView(Pixel* pixels, int width, int height, int stride, double scale = 1);
 
 void PlotPoint(const PixelView& view, int x, int y, Color color);
 
 /// A line one pixel wide, both ends drawn, coordinates rounded to the nearest pixel. It takes one pixel in
 /// each step of its longer direction; a tie goes toward the first point. What lies outside costs nothing.
 void DrawLine(const PixelView& view, double x1, double y1, double x2, double y2, Color color);
+
+/// The same, one design pixel wide, between places of the design.
+void DrawPen(const PixelView& view, double x1, double y1, double x2, double y2, Color color);
 
 void FillBox(const PixelView& view, const PixelBox& box, Color color);
 

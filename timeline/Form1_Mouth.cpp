@@ -1,4 +1,6 @@
 // The mouth preview and the choice of mouth set.
+#include <string>
+
 #include "app/Form1.h"
 #include "sheet/sheet_cells.h"
 #include "timeline/MouthSets.h"
@@ -8,6 +10,7 @@
 void Form1::PaintMouth() {
   const auto mouth = timeline::MouthNumber(Grid1.TextMatrix(Grid1.Row(), sheet::kShapeColumn));
   if (!mouth) return;
+  Picture1.SetAccessibleName("Mouth: " + std::string(timeline::MouthInWords(*mouth)));
   if (MYCartoon.Checked()) {
     Picture1.SetPicture(form4->MouthPicture(*mouth));
   } else if (MySketch.Checked()) {
@@ -22,6 +25,7 @@ void Form1::ChooseMouthSet(platform::MenuItem& chosen, platform::MenuItem& other
   chosen.SetChecked(true);
   other.SetChecked(false);
   Picture1.SetPicture(nullptr);
+  Picture1.SetAccessibleName("Mouth: none");
   PaintMouth();
   Picture1.Refresh();
   PaintWav();

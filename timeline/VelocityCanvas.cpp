@@ -2,13 +2,18 @@
 
 #include <utility>
 
+#include "timeline/mappings.h"
+
 namespace timeline {
 
 VelocityCanvas::VelocityCanvas(platform::PictureBox& box)
-    : box_(box),
-      picture_([&box](const std::string& text) { return platform::MaskOf(box.TextFont(), text); }) {
+    : box_(box), picture_([&box](const std::string& text) {
+        return platform::MaskOf(box.TextFont(), text, box.Scale());
+      }) {
   box_.Resize = [this] { picture_.Lose(); };
   box_.Draw = [this] {
+    const VelocityScene& scene = picture_.Scene();
+    box_.SetAccessibleDescription(FrameInWords(scene.marked_frame, scene.frames));
     for (const platform::PixelBox& changed : picture_.DrawOn(box_.Pixels())) box_.Changed(changed);
   };
 }

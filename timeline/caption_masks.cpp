@@ -49,10 +49,15 @@ std::int32_t CaptionMasks::NumberOf(const std::string& text) {
 void CaptionMasks::ForgetTexts() {
   numbers_ = {{"", 0}};
   texts_ = {""};
+  ForgetMasks();
+}
+
+void CaptionMasks::ForgetMasks() {
   masks_.clear();
   mask_bytes_ = 0;
   measured_ = 1;
   text_reach_ = {};
+  digits_.clear();
 }
 
 TextMask CaptionMasks::MakeMask(const std::string& text) const {

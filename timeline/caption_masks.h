@@ -29,6 +29,9 @@ class CaptionMasks {
   /// Forgets all texts; numbers given before mean nothing any more.
   void ForgetTexts();
 
+  /// Makes all masks anew when they are next wanted: the maker gives another size from now on.
+  void ForgetMasks();
+
   void DrawText(const platform::PixelView& view, int x, int y, std::int32_t text, platform::Color color);
   /// The number's digits after one blank, where a sign would stand. frame 0 or above.
   void DrawFrameNumber(const platform::PixelView& view, int x, int y, std::int32_t frame,

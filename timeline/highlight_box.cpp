@@ -19,13 +19,15 @@ int Shaded(int part, float brightness) {
 void HighlightBox(const platform::PixelView& target, int x1, int y1, int x2, int y2, int red, int green,
                   int blue, int degrees) {
   if (y2 <= y1) return;
-  const int last = std::min(y2, target.clip.bottom - 1);
-  for (int y = std::max(y1, target.clip.top); y <= last; ++y) {
-    const double angle = (y - y1) * (1.0 / (y2 - y1)) * degrees * kRadians;
+  const int pen = target.Pen();
+  const int last = std::min(target.At(y2) + pen - 1, target.clip.bottom - 1);
+  for (int y = std::max(target.At(y1), target.clip.top); y <= last; ++y) {
+    const double angle = (y / target.scale - y1) * (1.0 / (y2 - y1)) * degrees * kRadians;
     const auto brightness = static_cast<float>(std::fabs(std::sin(angle)));
     const platform::Color color =
         platform::Rgb(Shaded(red, brightness), Shaded(green, brightness), Shaded(blue, brightness));
-    platform::FillBox(target, {std::min(x1, x2), y, std::max(x1, x2) + 1, y + 1}, color);
+    platform::FillBox(target, {target.At(std::min(x1, x2)), y, target.At(std::max(x1, x2)) + pen, y + 1},
+                      color);
   }
 }
 

@@ -35,4 +35,10 @@ std::int64_t SampleAtPixel(int column_pixel, float samples_per_pixel) {
   return platform::RoundToInt64(static_cast<double>(column_pixel) * static_cast<double>(samples_per_pixel));
 }
 
+std::string FrameInWords(std::int32_t frame, std::int32_t frames) {
+  if (frames == 0) return "No frames";
+  return frame < 0 ? "Before the first frame"
+                   : "Frame " + std::to_string(frame) + " of " + std::to_string(frames);
+}
+
 }  // namespace timeline

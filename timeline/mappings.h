@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace timeline {
 
@@ -31,5 +32,8 @@ float SampleStride(double sample_count, int canvas_pixels);
 /// The sample that a pixel column shows. With a long sound the stride's rounding can take it past the last
 /// one.
 std::int64_t SampleAtPixel(int column_pixel, float samples_per_pixel);
+
+/// Where the sheet stands, for who can't see it: "Frame 7 of 71", the last one being 70.
+std::string FrameInWords(std::int32_t frame, std::int32_t frames);
 
 }  // namespace timeline

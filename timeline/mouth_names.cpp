@@ -1,6 +1,7 @@
 #include "timeline/mouth_names.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 namespace timeline {
@@ -33,6 +34,23 @@ std::optional<int> MouthNumber(std::string_view shape) {
       std::find_if(std::begin(kNames), std::end(kNames), [shape](const Name& n) { return n.shape == shape; });
   if (found == std::end(kNames)) return std::nullopt;
   return found->mouth;
+}
+
+std::string_view MouthInWords(int number) {
+  static constexpr std::array<std::string_view, kMouths> words = {
+      "open wide",
+      "lips pressed together",
+      "teeth together, lips drawn apart",
+      "closed, at rest",
+      "half open",
+      "open, lips spread",
+      "upper teeth on the lower lip",
+      "tongue raised behind the upper teeth",
+      "round, open",
+      "round, smaller, lips pushed forward",
+      "small, pursed",
+  };
+  return words.at(static_cast<std::size_t>(number - 1));
 }
 
 }  // namespace timeline

@@ -13,4 +13,7 @@ inline constexpr int kMouths = 11;
 /// exact.
 std::optional<int> MouthNumber(std::string_view shape);
 
+/// The drawing in words, such as "lips pressed together". number from 1 to kMouths.
+std::string_view MouthInWords(int number);
+
 }  // namespace timeline

@@ -45,13 +45,13 @@ FrameSpan HeldSpan(double first, double last, std::int32_t count) {
 /// One channel's curve, as far as it touches the view's clip. It ends where the table does.
 void DrawCurve(const PixelView& view, const VelocityScene& scene, int channel) {
   const Color color = scene.tracks[static_cast<std::size_t>(channel)].color;
-  platform::PlotPoint(view, 0, kCurveStart, platform::Rgb(0, 0, 0));
+  platform::DrawPen(view, 0, kCurveStart, 0, kCurveStart, platform::Rgb(0, 0, 0));
   const std::int32_t count = std::min(scene.frames, scene.values.Frames());
   if (count == 0) return;
   const auto step = static_cast<double>(CurveStep(scene.frames, scene.width));
-  const FrameSpan span = step > 0
-                             ? HeldSpan((view.clip.left - 1) / step, (view.clip.right + 1) / step + 1, count)
-                             : FrameSpan{0, count - 1};
+  const double left = view.clip.left / view.scale, right = view.clip.right / view.scale;
+  const FrameSpan span =
+      step > 0 ? HeldSpan((left - 1) / step, (right + 1) / step + 1, count) : FrameSpan{0, count - 1};
   double x = 0, y = kCurveStart;
   if (span.first > 0) {
     x = step * (span.first - 1);
@@ -59,18 +59,19 @@ void DrawCurve(const PixelView& view, const VelocityScene& scene, int channel) {
   }
   for (std::int32_t frame = span.first; frame <= span.last; ++frame) {
     const double next_x = step * frame, next_y = scene.values.At(frame, channel);
-    platform::DrawLine(view, x, y, next_x, next_y, color);
+    platform::DrawPen(view, x, y, next_x, next_y, color);
     x = next_x;
     y = next_y;
   }
 }
 
 /// The columns that change with the values of these frames: the lines that lead there and away.
-PixelBox CurveBox(const FrameSpan& span, const VelocityScene& scene) {
+PixelBox CurveBox(const FrameSpan& span, const VelocityScene& scene, double scale) {
   const auto step = static_cast<double>(CurveStep(scene.frames, scene.width));
-  const int left = RoundToLong(step * std::max(0, span.first - 1));
-  const int right = RoundToLong(step * (static_cast<double>(span.last) + 1));
-  return {left, 0, std::min(right, scene.width) + 1, scene.height};
+  const int left = platform::ScaledPixel(step * std::max(0, span.first - 1), scale);
+  const int right = platform::ScaledPixel(step * (static_cast<double>(span.last) + 1), scale);
+  return {left, 0, std::min(right, platform::CoveredPixels(scene.width, scale)) + platform::PenPixels(scale),
+          platform::CoveredPixels(scene.height, scale)};
 }
 
 }  // namespace
@@ -92,8 +93,18 @@ void VelocityPicture::CaptureShape(std::int32_t frame, const std::string& shape)
   shapes_changed_ = true;
 }
 
+PixelBox VelocityPicture::WholeBox() const {
+  return {0, 0, platform::CoveredPixels(scene_.width, scale_),
+          platform::CoveredPixels(scene_.height, scale_)};
+}
+
 std::vector<PixelBox> VelocityPicture::DrawOn(const PixelView& canvas) {
-  const PixelBox whole{0, 0, scene_.width, scene_.height};
+  if (canvas.scale != scale_) {
+    scale_ = canvas.scale;
+    masks_.ForgetMasks();
+    drawn_valid_ = false;
+  }
+  const PixelBox whole = WholeBox();
   const PixelView view = canvas.Within(whole);
   if (!drawn_valid_ || scene_.comment != drawn_.comment)
     comment_mask_ = scene_.comment.empty() ? platform::TextMask{} : masks_.MakeMask(scene_.comment);
@@ -117,7 +128,7 @@ bool VelocityPicture::SameLayout() const {
 
 /// The boxes in which the picture differs from what is drawn, the layer in them already brought up to date.
 std::vector<PixelBox> VelocityPicture::Damage() {
-  const PixelBox whole{0, 0, scene_.width, scene_.height};
+  const PixelBox whole = WholeBox();
   if (!drawn_valid_ || !SameLayout()) {
     DrawLayer(whole);
     return {whole};
@@ -125,7 +136,7 @@ std::vector<PixelBox> VelocityPicture::Damage() {
   std::vector<PixelBox> boxes;
   if (scene_.frames == 0) return boxes;
   if (const auto span = scene_.values.DifferenceFrom(drawn_.values)) {
-    boxes.push_back(CurveBox(*span, scene_));
+    boxes.push_back(CurveBox(*span, scene_, scale_));
     DrawLayer(boxes.back());
   }
   if (shapes_changed_) AddShapeDamage(boxes);
@@ -141,7 +152,7 @@ void VelocityPicture::AddShapeDamage(std::vector<PixelBox>& boxes) {
   std::size_t changed = 0;
   for (std::size_t i = 0; i < shapes_.size(); ++i) {
     if (shapes_[i] == drawn_shapes_[i]) continue;
-    const PixelBox box = At(reach, CaptionX(static_cast<std::int32_t>(i)) + kTextIndent, kShapeTop);
+    const PixelBox box = At(reach, CaptionX(static_cast<std::int32_t>(i)) + Px(kTextIndent), Px(kShapeTop));
     if (++changed <= kMostBoxes) boxes.push_back(box);
     common = Union(common, box);
   }
@@ -151,9 +162,10 @@ void VelocityPicture::AddShapeDamage(std::vector<PixelBox>& boxes) {
 }
 
 void VelocityPicture::DrawLayer(const PixelBox& box) {
-  if (layer_.width != scene_.width || layer_.height != scene_.height) {
-    layer_pixels_.resize(static_cast<std::size_t>(scene_.width) * static_cast<std::size_t>(scene_.height));
-    layer_ = platform::MakeView(layer_pixels_.data(), scene_.width, scene_.height, scene_.width);
+  const PixelBox whole = WholeBox();
+  if (layer_.width != whole.right || layer_.height != whole.bottom || layer_.scale != scale_) {
+    layer_pixels_.resize(static_cast<std::size_t>(whole.right) * static_cast<std::size_t>(whole.bottom));
+    layer_ = platform::MakeView(layer_pixels_.data(), whole.right, whole.bottom, whole.right, scale_);
   }
   const PixelView view = layer_.Within(box);
   LayGround(view, scene_.width, scene_.height, scene_.ground, kGroundDegrees);
@@ -172,15 +184,15 @@ void VelocityPicture::Restore(const PixelView& view, const PixelBox& box) {
 
 int VelocityPicture::CaptionX(std::int32_t frame) const {
   const double x = frame * (static_cast<double>(scene_.wave_width) / scene_.frames);
-  return RoundToLong(std::min(x, kFarRight));
+  return Px(std::min(x, kFarRight));
 }
 
 /// Lays the captions of all rows that can reach into the view's clip, each over those before it.
 void VelocityPicture::DrawCaptions(const PixelView& view) {
-  const CaptionReach reach =
-      Union(At(masks_.NumberReach(), 0, kNumberTop), At(masks_.TextReach(), kTextIndent, kShapeTop));
+  const CaptionReach reach = Union(At(masks_.NumberReach(), 0, Px(kNumberTop)),
+                                   At(masks_.TextReach(), Px(kTextIndent), Px(kShapeTop)));
   const bool reached = view.clip.top < reach.bottom && view.clip.bottom > reach.top;
-  const double row_pixels = static_cast<double>(scene_.wave_width) / scene_.frames;
+  const double row_pixels = static_cast<double>(scene_.wave_width) / scene_.frames * scale_;
   FrameSpan span{0, -1};
   if (reached && scene_.rows > 0)
     span = row_pixels > 0 ? HeldSpan((view.clip.left - reach.right) / row_pixels - 1,
@@ -190,9 +202,9 @@ void VelocityPicture::DrawCaptions(const PixelView& view) {
   if (scene_.marked_frame < span.first) DrawMark(view);
   for (std::int32_t frame = span.first; frame <= span.last; ++frame) {
     const int x = CaptionX(frame);
-    masks_.DrawFrameNumber(view, x, kNumberTop, frame, kNumberColor);
+    masks_.DrawFrameNumber(view, x, Px(kNumberTop), frame, kNumberColor);
     if (frame < shape_count)
-      masks_.DrawText(view, x + kTextIndent, kShapeTop, shapes_[static_cast<std::size_t>(frame)],
+      masks_.DrawText(view, x + Px(kTextIndent), Px(kShapeTop), shapes_[static_cast<std::size_t>(frame)],
                       kShapeColor);
     if (frame == scene_.marked_frame) DrawMark(view);
   }
@@ -201,21 +213,22 @@ void VelocityPicture::DrawCaptions(const PixelView& view) {
 
 void VelocityPicture::DrawMark(const PixelView& view) const {
   if (!Marked()) return;
+  platform::FillBox(view, MarkLine(), kMarkColor);
   const int x = CaptionX(scene_.marked_frame);
-  platform::DrawLine(view, x, kMarkTop, x, kCommentTop, kMarkColor);
-  platform::BlendMask(view, x + kTextIndent, kCommentTop, comment_mask_, kMarkColor);
+  platform::BlendMask(view, x + Px(kTextIndent), Px(kCommentTop), comment_mask_, kMarkColor);
 }
 
 PixelBox VelocityPicture::MarkLine() const {
   if (!Marked() || scene_.frames == 0) return {};
   const int x = CaptionX(scene_.marked_frame);
-  return {x, kMarkTop, x + 1, kCommentTop + 1};
+  const int pen = platform::PenPixels(scale_);
+  return {x, Px(kMarkTop), x + pen, Px(kCommentTop) + pen};
 }
 
 PixelBox VelocityPicture::MarkText() const {
   if (!Marked() || scene_.frames == 0 || comment_mask_.width == 0) return {};
-  const int left = CaptionX(scene_.marked_frame) + kTextIndent + comment_mask_.left;
-  const int top = kCommentTop + comment_mask_.top;
+  const int left = CaptionX(scene_.marked_frame) + Px(kTextIndent) + comment_mask_.left;
+  const int top = Px(kCommentTop) + comment_mask_.top;
   return {left, top, left + comment_mask_.width, top + comment_mask_.height};
 }
 

@@ -46,9 +46,11 @@ inline constexpr int kCurveStart = 32;
 /// comment.
 class VelocityPicture {
  public:
+  /// The maker gives masks of the size that fits the canvas at that moment.
   explicit VelocityPicture(CaptionMasks::MaskMaker make_mask) : masks_(std::move(make_mask)) {}
 
   void Capture(VelocityScene scene) { scene_ = std::move(scene); }
+  const VelocityScene& Scene() const { return scene_; }
   /// All shapes empty, for so many frames.
   void ClearShapes(std::int32_t frames);
   /// The shape of a frame; the frames grow to hold it. frame 0 or above.
@@ -70,9 +72,13 @@ class VelocityPicture {
   platform::PixelBox MarkLine() const;
   platform::PixelBox MarkText() const;
   int CaptionX(std::int32_t frame) const;
+  int Px(double design_pixels) const { return platform::ScaledPixel(design_pixels, scale_); }
+  platform::PixelBox WholeBox() const;
   bool Marked() const { return scene_.marked_frame >= 0 && !scene_.comment.empty(); }
 
   CaptionMasks masks_;
+  /// Of the canvas that was drawn on last; boxes are in its pixels.
+  double scale_ = 1;
   VelocityScene scene_, drawn_;
   bool drawn_valid_ = false;
   /// The shapes by frame, as the masks' numbers; what was drawn of them last, and whether they are the same.

@@ -25,12 +25,13 @@ struct WaveScene {
 struct ColumnSpan {
   int top, bottom;
 };
-/// One for each column of the canvas; none at a depth other than 8 or 16 bits.
-std::vector<ColumnSpan> WaveColumns(const audio::SampleStore& sound, int canvas_pixels);
+/// One for each of the screen's columns, `scale` of them to a pixel of the canvas; none at a depth other than
+/// 8 or 16 bits.
+std::vector<ColumnSpan> WaveColumns(const audio::SampleStore& sound, int canvas_pixels, double scale = 1);
 
 /// The current frame's box: one frame wide, at least one column so that it can be found at every zoom; its
 /// right edge belongs to the next frame. Empty on the header row and without frames.
-platform::PixelBox CurrentFrameBox(const WaveScene& scene);
+platform::PixelBox CurrentFrameBox(const WaveScene& scene, double scale = 1);
 
 /// Draws the whole picture.
 void DrawWave(const platform::PixelView& canvas, const WaveScene& scene);
@@ -40,6 +41,7 @@ void DrawWave(const platform::PixelView& canvas, const WaveScene& scene);
 class WavePicture {
  public:
   void Capture(WaveScene scene) { scene_ = std::move(scene); }
+  const WaveScene& Scene() const { return scene_; }
   /// The canvas no longer holds what was drawn on it.
   void Lose() { drawn_valid_ = false; }
   /// Brings the canvas up to date and tells what has changed.
@@ -47,6 +49,7 @@ class WavePicture {
 
  private:
   WaveScene scene_, drawn_;
+  double drawn_scale_ = 1;
   bool drawn_valid_ = false;
 };
 

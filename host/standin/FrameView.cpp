@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "host/standin/frame_pixels.h"
+#include "platform/Accessible.h"
 
 namespace host {
 namespace {
@@ -22,6 +23,7 @@ QImage ImageFrom(const PixelBlock& block) {
 FrameView::FrameView(const StandIn& stand_in, QWidget* parent) : QWidget(parent), stand_in_(stand_in) {
   setObjectName("FrameView");
   setAccessibleName("Current frame");
+  platform::SetAccessibleRole(this, QAccessible::Graphic);
   setMinimumSize(200, 120);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setAttribute(Qt::WA_OpaquePaintEvent);

@@ -80,6 +80,7 @@ void StandInWindow::OpenFolder(const QString& folder) {
 void StandInWindow::OpenPictures(const QStringList& files) {
   if (!MayReplaceFrames()) return;
   stand_in_->StatusOpen(tr("Opening pictures...").toStdString());
+  platform::ShowUncovered();
   auto result = ReadPictures(files, [this](double percent) { stand_in_->StatusPercent(percent); });
   stand_in_->StatusClose();
   if (const auto* reason = std::get_if<std::string>(&result))
@@ -114,6 +115,7 @@ bool StandInWindow::MayReplacePictures(const QString& base) {
 
 void StandInWindow::SaveFrames(const QString& base) {
   stand_in_->StatusOpen(tr("Saving pictures...").toStdString());
+  platform::ShowUncovered();
   const auto failure = SavePictures(stand_in_->CurrentAnimation(), base,
                                     [this](double percent) { stand_in_->StatusPercent(percent); });
   stand_in_->StatusClose();

@@ -7,12 +7,14 @@
 #include "host/standin/BusService.h"
 #include "host/standin/StandInWindow.h"
 #include "host/standin/demo_animation.h"
+#include "platform/Accessible.h"
 
 namespace host {
 
 int RunStandIn(int argument_count, char** arguments) {
   QApplication application(argument_count, arguments);
   QApplication::setApplicationName("vellumark-standin");
+  platform::InstallAccessibleRoles();
   QApplication::setStyle(QStyleFactory::create("Fusion"));
 
   const auto stand_in = std::make_shared<StandIn>(DrawDemoAnimation());

@@ -52,6 +52,24 @@ TEST(Thumbnails, SampleTheNearestPixel) {
   EXPECT_EQ(strip.At(0, 150, 76), 7);  // the row more than the strip has pixels
 }
 
+// 20 by 12 in 6 rows is 10 wide; on a screen of twice the pixels every sample of the frame has one.
+TEST(Thumbnails, ADenseScreenSamplesAtItsOwnSize) {
+  const auto thumb = MeasureThumbnails(20, 12, 6);
+  const Retrieval retrieval = Spelled(20, 12, 1);
+  Strip twice(60, 12), odd(45, 9);
+  DrawThumbnail({*thumb, -3, 2.0}, 1, CellPlanes(retrieval.cells, 0), Tone::kAsIs, twice.Write());
+  EXPECT_EQ(twice.At(0, 13, 0), 7);
+  for (int x = 0; x < 20; ++x) EXPECT_EQ(twice.At(0, 14 + x, 0), x);
+  EXPECT_EQ(twice.At(0, 34, 0), 7);
+  EXPECT_EQ(twice.At(2, 14, 11), 11);
+  // From 10.5 to 25.5, so 11 to 25.
+  DrawThumbnail({*thumb, -3, 1.5}, 1, CellPlanes(retrieval.cells, 0), Tone::kAsIs, odd.Write());
+  const int wanted[] = {7, 0, 1, 2, 4};
+  for (int x = 0; x < 5; ++x) EXPECT_EQ(odd.At(0, 10 + x, 8), wanted[x]) << x;
+  EXPECT_EQ(odd.At(0, 25, 8), 18);
+  EXPECT_EQ(odd.At(0, 26, 8), 7);
+}
+
 TEST(Thumbnails, AreNotToBeHadOfNothing) {
   EXPECT_FALSE(MeasureThumbnails(0, 480, 76));
   EXPECT_FALSE(MeasureThumbnails(640, 0, 76));

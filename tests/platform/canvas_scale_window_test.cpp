@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QScreen>
 #include <QWidget>
+#include <algorithm>
 #include <cmath>
 
 #include "app/Form1.h"
@@ -33,6 +34,32 @@ TEST(CanvasOnAFractionalScale, AChangedBoxLeavesNothingOfWhatStoodThere) {
     platform::InvertBox(pixels, box);
     canvas.Changed(box);
     EXPECT_EQ(OnScreen(), before) << left;
+  }
+}
+
+/// The canvas's image on the screen, from the corner that is nearest to the canvas's own.
+TEST(CanvasOnAFractionalScale, ShowsItsImagePixelByPixel) {
+  support::Desk desk;
+  Form1& form = desk.Main();
+  const double scale = OnScreen().devicePixelRatio();
+  if (scale == std::floor(scale)) GTEST_SKIP();
+  for (platform::PictureBox* canvas : {&form.Picture2, &form.Picture4}) {
+    const platform::PixelView pixels = canvas->Pixels();
+    EXPECT_EQ(pixels.width, std::ceil(canvas->ScaleWidth() * scale));
+    for (int y = 0; y < pixels.height; ++y)
+      for (int x = 0; x < pixels.width; ++x)
+        pixels.Row(y)[x] = 0xFF000000u | static_cast<platform::Pixel>((x * 7919 + y * 104729) & 0xFFFFFF);
+    canvas->Changed(pixels.clip);
+    const QImage screen = OnScreen();
+    const QPointF corner = canvas->Widget()->mapTo(form.TopWidget(), QPointF(0, 0)) * scale;
+    const int left = qRound(corner.x()), top = qRound(corner.y());
+    // Without the toggles and the last pixels, which the viewport's edge may cut; the platform's picture of
+    // the screen ends before the window does.
+    const int right = std::min(pixels.width - 2, screen.width() - left);
+    ASSERT_GT(right, 300);
+    for (int y = 0; y < 60; ++y)
+      for (int x = 0; x < right; ++x)
+        ASSERT_EQ(screen.pixel(left + x, top + y), pixels.Row(y)[x]) << x << ',' << y;
   }
 }
 

@@ -11,10 +11,11 @@ namespace timeline {
 
 class Canvas {
  public:
-  Canvas(int width, int height, platform::Color fill = platform::Rgb(255, 0, 255))
+  /// Size in the canvas's own pixels, of which `scale` make up one of the design's.
+  Canvas(int width, int height, platform::Color fill = platform::Rgb(255, 0, 255), double scale = 1)
       : pixels_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height),
                 platform::PixelFrom(fill)) {
-    view = platform::MakeView(pixels_.data(), width, height, width);
+    view = platform::MakeView(pixels_.data(), width, height, width, scale);
   }
 
   platform::Color At(int x, int y) const { return platform::ColorFrom(view.Row(y)[x]); }

@@ -53,24 +53,26 @@ void DrawPlainly(const platform::PixelView& view, const VelocityScene& scene,
       scene.frames == 1 ? 0.0 : static_cast<float>(static_cast<double>(scene.width) / (scene.frames - 1));
   for (int channel = 0; channel < 4; ++channel) {
     if (!scene.tracks[static_cast<std::size_t>(channel)].visible) continue;
-    platform::PlotPoint(view, 0, 32, 0);
+    platform::DrawPen(view, 0, 32, 0, 32, 0);
     double x = 0, y = 32;
     for (int i = 0; i < std::min(scene.frames, scene.values.Frames()); ++i) {
       const double to_y = scene.values.At(i, channel);
-      platform::DrawLine(view, x, y, step * i, to_y, scene.tracks[static_cast<std::size_t>(channel)].color);
+      platform::DrawPen(view, x, y, step * i, to_y, scene.tracks[static_cast<std::size_t>(channel)].color);
       x = step * i;
       y = to_y;
     }
   }
   const double width = static_cast<double>(scene.wave_width) / scene.frames;
+  const auto px = [&view](double design) { return static_cast<int>(std::lrint(design * view.scale)); };
   for (int i = 0; i < scene.rows; ++i) {
-    const int x = static_cast<int>(std::lrint(i * width));
-    platform::BlendMask(view, x, 2, BlockLetters(" " + std::to_string(i)), Rgb(34, 34, 34));
+    const int x = px(i * width);
+    platform::BlendMask(view, x, px(2), BlockLetters(" " + std::to_string(i)), Rgb(34, 34, 34));
     if (shapes.contains(i))
-      platform::BlendMask(view, x + 4, 12, BlockLetters(shapes.at(i)), Rgb(34, 68, 136));
+      platform::BlendMask(view, x + px(4), px(12), BlockLetters(shapes.at(i)), Rgb(34, 68, 136));
     if (i == scene.marked_frame && !scene.comment.empty()) {
-      platform::DrawLine(view, x, 2, x, 52, Rgb(136, 68, 34));
-      platform::BlendMask(view, x + 4, 52, BlockLetters(scene.comment), Rgb(136, 68, 34));
+      const int pen = view.scale < 1.75 ? 1 : 2;
+      platform::FillBox(view, {x, px(2), x + pen, px(52) + pen}, Rgb(136, 68, 34));
+      platform::BlendMask(view, x + px(4), px(52), BlockLetters(scene.comment), Rgb(136, 68, 34));
     }
   }
 }
@@ -102,21 +104,28 @@ void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int
   picture.Capture(scene);
 }
 
-TEST(VelocityDrawing, AKeptPictureIsTheWholePictureAfterEveryChange) {
+void FollowChanges(double scale, int steps) {
   Numbers numbers(11);
   VelocityScene scene = Scene(150, 24);
   VelocityPicture picture(BlockLetters);
   std::map<int, std::string> shapes;
-  Canvas canvas(160, 64);
-  for (int step = 0; step < 1500; ++step) {
+  const auto pixels = [scale](int design) { return static_cast<int>(std::ceil(design * scale)); };
+  Canvas canvas(pixels(160), pixels(64), 0, scale);
+  for (int step = 0; step < steps; ++step) {
     ChangeAtRandom(scene, picture, shapes, numbers);
     if (numbers.Below(3) == 0) continue;  // drawing put off
     picture.DrawOn(canvas.view);
-    Canvas wanted(scene.width, 64);
+    Canvas wanted(pixels(scene.width), pixels(64), 0, scale);
     DrawPlainly(wanted.view, scene, shapes);
     ExpectSamePixels(canvas, wanted, "step " + std::to_string(step));
-    if (HasFailure()) return;
+    if (testing::Test::HasFailure()) return;
   }
+}
+
+TEST(VelocityDrawing, AKeptPictureIsTheWholePictureAfterEveryChange) {
+  FollowChanges(1, 1500);
+  FollowChanges(1.5, 300);
+  FollowChanges(2, 300);
 }
 
 TEST(VelocityDrawing, ARowAdvanceLeavesTheRestOfTheCanvasAlone) {

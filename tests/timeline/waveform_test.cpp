@@ -91,6 +91,28 @@ TEST(Waveform, ColumnsAreThePixelsOfTheLineFromSampleToSample) {
   }
 }
 
+/// Every other sample is loud: a canvas of one column for two samples doesn't see them, a dense one does.
+TEST(Waveform, ADenseScreenHasAColumnForEachOfItsOwn) {
+  const audio::SampleStore sound = Sound(8, 20, [](int i) { return i % 2 == 0 ? 128 : 40; });
+  const WaveScene scene = Scene(10, 5, 1, sound);
+  Canvas plain(10, 64), dense(20, 128, 0, 2.0);
+  DrawWave(plain.view, scene);
+  DrawWave(dense.view, scene);
+  for (int x = 0; x < 10; ++x) EXPECT_NE(plain.At(x, 12), scene.wave) << x;
+  for (int x = 11; x < 20; x += 2) {
+    EXPECT_EQ(dense.At(x, 20), scene.wave) << x;  // 40 / 4 x 2
+    EXPECT_NE(dense.At(x, 19), scene.wave) << x;
+    EXPECT_EQ(dense.At(x - 1, 65), scene.wave) << "the line is two pixels high, " << x;
+  }
+  constexpr platform::Color kTicks = Rgb(32, 64, 128);
+  // The third tick is two pixels wide and 14 high, as the design's one is one wide and 7 high.
+  for (const int x : {8, 9}) EXPECT_EQ(dense.At(x, 13), kTicks);
+  EXPECT_NE(dense.At(10, 13), kTicks);
+  EXPECT_NE(dense.At(8, 14), kTicks);
+  EXPECT_EQ(CurrentFrameBox(scene, 2.0), (platform::PixelBox{4, 0, 8, 128}));
+  EXPECT_EQ(CurrentFrameBox(scene, 1.5), (platform::PixelBox{3, 0, 6, 96}));
+}
+
 TEST(Waveform, SilenceAndFullScaleLieWhereTheDivisorsPutThem) {
   struct Case {
     int bits, value, y;

@@ -13,10 +13,14 @@ namespace {
 
 std::size_t Index(std::int64_t frame) { return static_cast<std::size_t>(frame); }
 
-/// Adds to a row's comment, which another entry may have begun.
-void AddComment(std::string& comment, const std::string& more) {
-  if (!comment.empty() && !more.empty()) comment += ' ';
-  comment += more;
+/// Adds to a row's comment, which another entry may have begun. A comment is one line, whatever a table's
+/// cell holds.
+void AddComment(std::string& comment, std::string more) {
+  std::replace_if(
+      more.begin(), more.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+  const std::string_view text = Trimmed(more);
+  if (!comment.empty() && !text.empty()) comment += ' ';
+  comment += text;
 }
 
 /// Entries that had no place, told once with the first.

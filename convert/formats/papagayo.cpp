@@ -145,7 +145,8 @@ class Reader {
 };
 
 std::string OneWord(std::string text) {
-  std::replace(text.begin(), text.end(), ' ', '_');
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t' || c == '\r'; }, '_');
   return text;
 }
 

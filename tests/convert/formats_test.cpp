@@ -164,7 +164,7 @@ constexpr Foreign kForeign[] = {
      "1:B 1\"hello\" 4:Th 6:Closed 8:A /10"},
     {"a table with semicolons, quotes, other columns and decimals", convert::ReadCsv,
      "Take;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\nc\";0;A ;\"32,0\"\r\n2;;3;M;0\r\n;;;;\r\n",
-     "0:A 0\"a;\"b\"\nc\" 3:M /4"},
+     "0:A 0\"a;\"b\" c\" 3:M /4"},
     {"a table without headings", convert::ReadCsv, "0,A,\"x, y\"\n1,,\n2,grin,\n",
      "0:A 0\"x, y\" 2\"grin\" /3"},
 };

@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include "convert/formats/formats.h"
+#include "convert/paper/Paper.h"
+#include "convert/paper/page_layout.h"
+#include "tests/convert/sheets.h"
+
+namespace {
+
+TEST(PageLayout, PagesBeginAtAMarkAndRowsCanBeRead) {
+  struct Case {
+    double rate;
+    std::int64_t rows;
+  };
+  // On 250 millimetres, of which a row takes at least 3.8.
+  for (const auto& [rate, rows] : {Case{24, 48},
+                                   {12, 60},
+                                   {25, 50},
+                                   {30, 60},
+                                   {29.97, 60},
+                                   {60, 60},
+                                   {120, 60},
+                                   {1000, 50},
+                                   {0, 48},
+                                   {-24, 48},
+                                   {127, 65}}) {
+    EXPECT_EQ(convert::RowsOfPage(rate, 25'000).rows_per_page, rows) << rate;
+  }
+  EXPECT_EQ(convert::PageCount(0, 48), 1);
+  EXPECT_EQ(convert::PageCount(96, 48), 2);
+  EXPECT_EQ(convert::PageCount(97, 48), 3);
+}
+
+TEST(PageLayout, SecondsAndFeetStandBesideTheirFrames) {
+  EXPECT_TRUE(convert::SecondOf(48, 24).Begins());
+  EXPECT_EQ(convert::SecondOf(47, 24).frames_since, 23);
+  // The second second at 29.97 begins with the first frame behind it.
+  EXPECT_EQ(convert::SecondOf(59, 29.97).frames_since, 29);
+  EXPECT_TRUE(convert::SecondOf(60, 29.97).Begins());
+  EXPECT_TRUE(convert::IsHalfSecond(36, 24));
+  EXPECT_FALSE(convert::IsHalfSecond(0, 1));
+  EXPECT_EQ(convert::FeetText(71), "4+07");
+  EXPECT_EQ(convert::FeetText(32), "2+00");
+}
+
+TEST(Paper, ShowsTheSampleOnTwoPages) {
+  int count = 0;
+  QGuiApplication application(count, nullptr);
+  const auto sheet = *convert::ReadExposureSheet(support::FileBytes(SOURCE_DIR "/samples/frogs.exp")).sheet;
+  const auto sound = convert::SoundFile::Open(SOURCE_DIR "/samples/frogs.wav").sound;
+  const auto pdf = convert::PrintSheet(sheet, "frogs", sound.get(), convert::Paper::kA4, false);
+  EXPECT_EQ(pdf.bytes->substr(0, 5), "%PDF-");
+  EXPECT_NE(pdf.bytes->find("/Count 2"), std::string::npos);
+
+  const auto svg = convert::PrintSheet(sheet, "frogs", sound.get(), convert::Paper::kLetter, true);
+  for (const char* text : {"frogs.wav", "2.96 s, 71 frames, 4+07 ft", "2 of 2", "&quot;moon&quot;", ">(M)<"})
+    EXPECT_NE(svg.bytes->find(text), std::string::npos) << text;
+  QSvgRenderer renderer(QByteArray::fromStdString(*svg.bytes));
+  ASSERT_TRUE(renderer.isValid());
+  EXPECT_NEAR(renderer.viewBoxF().height(), 2 * 27940, 1);
+  // The sound's column: ink beside the vowel of "Five", next to none in the pause behind "jump".
+  QImage page(1080, 2794, QImage::Format_RGB32);
+  QPainter painter(&page);
+  renderer.render(&painter);
+  const auto ink_right_of_middle = [&](int frame) {
+    const double body_top = 1000 + 1500 + 300 + 550, row = (27940 - body_top - 900) / 48;
+    const int y = static_cast<int>((body_top + (frame + 0.5) * row) / 20);
+    int ink = 0;
+    for (int x = 1200 / 20 + 172 + 3; x < 1200 / 20 + 172 + 80; ++x) ink += qGray(page.pixel(x, y)) < 160;
+    return ink;
+  };
+  EXPECT_GT(ink_right_of_middle(3), 30);
+  EXPECT_LT(ink_right_of_middle(35), 5);
+}
+
+TEST(Paper, TellsASheetThatIsTooLong) {
+  int count = 0;
+  QGuiApplication application(count, nullptr);
+  const auto writing =
+      convert::PrintSheet(support::SheetWith(2001 * 48, ""), "", nullptr, convert::Paper::kA4, false);
+  EXPECT_FALSE(writing.bytes);
+  EXPECT_EQ(InEnglish(writing.failure), "the sheet would fill 2001 pages; at most 2000 are printed");
+}
+
+}  // namespace

@@ -17,7 +17,12 @@ QAccessibleInterface* MakeInterface(const QString& /*class_name*/, QObject* obje
 
 }  // namespace
 
-void SetAccessibleRole(QWidget* widget, QAccessible::Role role) { widget->setProperty(kRoleProperty, role); }
+void SetAccessibleRole(QWidget* widget, QAccessible::Role role) {
+  widget->setProperty(kRoleProperty, role);
+  // Whoever was asked already, as a widget is that was made with its parent, would go on being what it was.
+  if (QAccessibleInterface* known = QAccessible::queryAccessibleInterface(widget))
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
+}
 
 void InstallAccessibleRoles() { QAccessible::installFactory(&MakeInterface); }
 

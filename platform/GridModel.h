@@ -56,6 +56,8 @@ class GridModel : public QAbstractTableModel {
   }
 
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+    // Never seen: what a row is called by assistive technology.
+    if (orientation == Qt::Vertical && role == Qt::DisplayRole) return "Frame " + QString::number(section);
     if (orientation != Qt::Horizontal || section >= state_.cols) return {};
     if (role == Qt::DisplayRole)
       return QString::fromStdString(state_.cells[static_cast<std::size_t>(section)]);

@@ -45,6 +45,17 @@ void DressStandIn(QWidget& window) {
     QSpinBox::down-arrow, QDoubleSpinBox::down-arrow, QComboBox::down-arrow {
       image: url(:/assets/host/down.png); width: 9px; height: 9px; }
     QComboBox::drop-down { border: none; width: 20px; }
+    QComboBox QAbstractItemView { background: #1b1d21; border: 1px solid #40454d; }
+    QScrollBar { background: #1f2226; border: none; }
+    QScrollBar:vertical { width: 12px; }
+    QScrollBar:horizontal { height: 12px; }
+    QScrollBar::handle { background: #40454d; border-radius: 4px; margin: 2px; }
+    QScrollBar::handle:vertical { min-height: 24px; }
+    QScrollBar::handle:horizontal { min-width: 24px; }
+    QScrollBar::handle:hover { background: #565c66; }
+    QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+    QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
+    QSplitter::handle { background: #26292f; }
     QHeaderView { background: #2b2f35; border: none; }
     QHeaderView::section { background: #2b2f35; border: none; border-right: 1px solid #40454d; padding: 3px 6px; }
     QSpinBox:focus, QDoubleSpinBox:focus, QLineEdit:focus { border-color: #ecb25c; }

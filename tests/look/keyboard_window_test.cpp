@@ -11,6 +11,7 @@
 #include "painter/FramePainter.h"
 #include "sheet/Form3.h"
 #include "support/UserInput.h"
+#include "support/desk.h"
 
 namespace {
 
@@ -50,6 +51,52 @@ TEST(TabOrder, EveryStopHasAName) {
       EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << window->Name() << "." << control->Name();
     }
   }
+}
+
+QAccessibleInterface* Spoken(QWidget* widget) { return QAccessible::queryAccessibleInterface(widget); }
+
+TEST(Spoken, EveryThingIsWhatItIs) {
+  Form1& form = form1.Hold();
+  const struct {
+    QWidget* widget;
+    QAccessible::Role role;
+    const char* name;
+  } things[] = {
+      {form.TopWidget(), QAccessible::Window, "Exposure Sheet"},
+      {form3.Hold().TopWidget(), QAccessible::Dialog, "Set Frames per second"},
+      {form.Label1.Widget(), QAccessible::StaticText, "Velocity track"},
+      {form.Picture2.Widget(), QAccessible::Graphic, "Waveform"},
+      {form.Picture3.Widget(), QAccessible::Pane, "Timeline"},
+      {form.vl_button13.Widget(), QAccessible::CheckBox, "Channel visibility, yellow"},
+      {form.vl_button16.Widget(), QAccessible::CheckBox, "Channel visibility, blue"},
+      {painter::frame_painter.Hold().Picture1.Widget(), QAccessible::Graphic, "Your cells"},
+      {painter::frame_painter.Hold().Picture2.Widget(), QAccessible::Graphic, "New roll of film"},
+      {form.Grid1.Widget(), QAccessible::Table, "Exposure sheet"},
+  };
+  for (const auto& thing : things) {
+    EXPECT_EQ(Spoken(thing.widget)->role(), thing.role) << thing.name;
+    EXPECT_EQ(Spoken(thing.widget)->text(QAccessible::Name), thing.name);
+  }
+}
+
+TEST(Spoken, WhereTheSheetStandsAndWhatTheMouthDoes) {
+  support::Desk desk;
+  Form1& form = desk.Main();
+  form.OpenDropped(support::WriteScratch("voice.wav", support::WaveBytes(8, 1000, std::string(1000, 'x'))));
+  form.Grid1.SetRow(5);
+  form.List1.SetListIndex(12);  // "M "
+  form.List1_Click();
+  support::HandleEvents();
+  const auto told = [](const platform::Control& control, QAccessible::Text what) {
+    return Spoken(control.Widget())->text(what).toStdString();
+  };
+  EXPECT_EQ(told(form.Picture1, QAccessible::Name), "Mouth: lips pressed together");
+  EXPECT_EQ(told(form.Picture2, QAccessible::Description), "Frame 4 of 12");
+  EXPECT_EQ(told(form.Picture4, QAccessible::Description), "Frame 4 of 12");
+  QAccessibleTableInterface* table = Spoken(form.Grid1.Widget())->tableInterface();
+  EXPECT_EQ(table->rowCount(), 12);
+  EXPECT_EQ(table->cellAt(4, 1)->text(QAccessible::Name), "M ");
+  EXPECT_EQ(table->rowDescription(4), "Frame 4");
 }
 
 TEST(Dialogs, EscapeClosesThemAndNoOtherWindow) {

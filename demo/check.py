@@ -197,11 +197,52 @@ def check_look(checks):
         checks.fact(f"live_change_{step}", True)
 
 
+def check_krita(checks):
+    for name, should_be in {"rate": "12", "frames": 48, "size": [1279, 719], "wallpaper": "night.png",
+                            "followed": [7, 3, 10], "took_24": True, "drawing_kept": [True] * 4,
+                            "retrieved": [3 * 48, 0], "shot": [3 * ROLL_LENGTH, 0],
+                            "wiggled": [3 * ROLL_LENGTH, 0], "lives": True}.items():
+        checks.fact("krita_" + name, should_be)
+    check_krita_run(checks)
+
+    # The clip begins later in the drawing; each fifth picture is held there, so its cell is the one before.
+    roll = [cell - (cell % 5 == 4) if cell is not None else None for cell in roll_cells()]
+    checks.equal("the cells on the roll", checks.facts["krita_shot_cells"], roll)
+    for name, keys in (("krita_shot_facts", [0, 1, 5, 7, 10, 11]), ("krita_wiggled_facts", [0, 1, 2, 3, 4, 5, 6, 7, 10, 11])):
+        facts = dict(checks.facts[name], modified=None)
+        checks.equal(name, facts, {"size": [1280, 720], "rate": 24, "resolution": 96.0, "modified": None, "time": 0,
+                                   "clip": [0, ROLL_LENGTH - 1], "layers": ["Roll"], "keys": keys})
+    checks.equal("Krita's windows", checks.facts["krita_windows"], [["Frogs"], ["Roll"], ["Roll"]])
+
+    (dark, night), (bright, slate) = checks.facts["krita_themes"]
+    checks.equal("the wallpapers", [night, slate], ["night.png", "slate.png"])
+    checks.true("the bright theme isn't brighter", min(bright) > max(dark))
+    checks.equal("the list's ground", bright, checks.facts["krita_settings"])
+    checks.true("no words for a closed document", "has been closed" in checks.facts["krita_closed_words"])
+    checks.fact("krita_spaces", {"RGBA/U16": 0, "RGBA/F32": 0, "GRAYA/U8": 0, "CMYKA/U8": 0})
+
+
+def roll_cells():
+    cells = [None] * ROLL_LENGTH
+    for cell, frames in STAMPED.items():
+        for frame in frames:
+            cells[frame] = cell
+    return cells
+
+
+def check_krita_run(checks):
+    frames = checks.facts["krita_played"]
+    checks.true(f"Krita didn't go ever forward: {frames}", frames == sorted(frames) and frames[-1] == 47)
+    # Frames that were queued up would have come after the sound's 48 frames, which last 2 seconds.
+    checks.true("Krita lagged behind the sound", checks.facts["krita_played_seconds"] < 3)
+    checks.true(f"Krita followed too few frames: {frames}", len(frames) >= 8)
+
+
 def main(folder, chapters):
     checks = Checks(folder)
     for chapter in chapters:
         {"sheet": check_sheet, "sound": check_sound, "painter": check_painter, "apart": check_apart,
-         "look": check_look}[chapter](checks)
+         "look": check_look, "krita": check_krita}[chapter](checks)
         checks.fact("complaints in " + chapter, [])
     for failure in checks.failures:
         print("NOT AS IT SHOULD BE:", failure)

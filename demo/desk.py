@@ -161,6 +161,10 @@ class Desk:
         found = wait_for(f'a window with the title "{title}"', lambda: self.find(title), seconds)
         return Window(self, found[0])
 
+    def active_window(self):
+        """The id of the window that has the focus."""
+        return output("xdotool", "getactivewindow").strip()
+
     def gone(self, window, seconds=LIMIT_SECONDS):
         """Waits until that window isn't shown any more."""
         wait_for("a window to close", lambda: not shown(window.id), seconds)
@@ -208,7 +212,7 @@ class Window:
     def front(self):
         """Gives it the focus."""
         def active():
-            if output("xdotool", "getactivewindow").strip() == self.id:
+            if self.desk.active_window() == self.id:
                 return True
             output("xdotool", "windowactivate", self.id)
             return False

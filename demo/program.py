@@ -56,14 +56,14 @@ def environment(home, **more):
 class Sheet:
     """The running program: its main window and its host's."""
 
-    def __init__(self, desk, process, scale=1):
-        """process: what ends when the program has ended."""
+    def __init__(self, desk, process, scale=1, host=None):
+        """process: what ends when the program has ended. host: another one than the stand-in."""
         self.desk = desk
         self.process = process
         self.scale = scale
         self.list_lines = None
         self.main = desk.window(MAIN_TITLE)
-        self.host = Host(desk, scale)
+        self.host = host or Host(desk, scale)
         # The design's client area stands below the menu bar, whose height is the toolkit's choice.
         self.menu_height = self.main.geometry()[3] - DESIGN_HEIGHT * scale
         self.main.front()

@@ -4,10 +4,11 @@ leaves pictures and saved files in build/tour/.
 
     demo/tour.py            the tour
     demo/tour.py --check    the tour, and then a look at whether it left what it should
-    demo/tour.py NAME...    only those chapters
+    demo/tour.py NAME...    only those chapters; "krita" is one of them, and needs Krita
 """
 
 import concurrent.futures
+import importlib
 import json
 import os
 import shutil
@@ -114,8 +115,10 @@ CHAPTERS = {
     "apart": scenes_apart.two_processes,
     "look": scenes_look.gallery,
 }
+# Given only when they are named: they need a program that not every desk has.
+ELSEWHERE = {"krita": lambda tour: importlib.import_module("scenes_krita").beside_krita(tour)}
 # A chapter mostly waits for something to be seen, so three desks are worked at side by side.
-DESKS = (("sheet", "sound"), ("painter", "apart"), ("look",))
+DESKS = (("sheet", "sound"), ("painter", "apart"), ("look",), ("krita",))
 
 
 def give_at_one_desk(folder, chapters):
@@ -130,7 +133,7 @@ def give_at_one_desk(folder, chapters):
                 began = time.monotonic()
                 tour = Tour(desk, folder, os.path.join(homes, name))
                 try:
-                    CHAPTERS[name](tour)
+                    (CHAPTERS | ELSEWHERE)[name](tour)
                 except Exception:
                     tour.picture("stopped-in-" + name, "the desk when the tour stopped", desk.see())
                     raise

@@ -11,9 +11,12 @@ RUN_PACKAGES="fonts-liberation fonts-dejavu-core x11-utils libespeak-ng1"
 
 # What drives the program from outside, in the tour and in the tests.
 TOUR_PACKAGES="xvfb x11-xkb-utils openbox xdotool python3 python3-pil dbus-daemon"
-TEST_PACKAGES="python3-dbus python3-gi"
+TEST_PACKAGES="python3-dbus python3-gi python3-pyqt5"
 
 CHECK_PACKAGES="clang-format clang-tidy"
+
+# Krita as the host: what bridges/krita/check works beside.
+KRITA_PACKAGES="krita python3-pyqt5 python3-dbus"
 
 # install_missing PACKAGE...: asks dpkg first, so that a machine that has all of them is left alone.
 install_missing() {

@@ -1,12 +1,16 @@
 """The animation that is shot: a new document with one animated layer, in a window of its own."""
 
+import time
+
 from krita import Krita
-from PyQt5.QtCore import Qt
-from PyQt5.QtWidgets import QAbstractItemView, QDockWidget, QToolButton
+from PyQt5.QtCore import QEventLoop, Qt
+from PyQt5.QtWidgets import QAbstractItemView, QApplication, QDockWidget, QToolButton
 
 from .drawing import Drawing
 from .pictures import bgra
 from .words import Refused, tr
+
+PATIENCE_SECONDS = 10
 
 
 class Roll(Drawing):
@@ -98,13 +102,21 @@ class Timeline:
         if self._view is None or not {self.BLANK, self.DUPLICATE} <= set(self._actions):
             raise Refused("this version of Krita has another timeline than the one that frames can be made on")
 
-    def make_key(self, layer, time, kind):
-        model = self._view.model()
-        names = [model.headerData(row, Qt.Vertical) for row in range(model.rowCount())]
-        if layer not in names:
-            raise Refused(f'the layer "{layer}" of the new animation has gone')
-        self._view.setCurrentIndex(model.index(names.index(layer), time))
+    def make_key(self, layer, moment, kind):
+        """Makes a frame on that layer, which is the active one of its document."""
+        self._view.setCurrentIndex(self._view.model().index(self._row_of(layer), moment))
         self._actions[kind].trigger()
+
+    def _row_of(self, layer):
+        model = self._view.model()
+        end = time.monotonic() + PATIENCE_SECONDS
+        while time.monotonic() < end:
+            for row in range(model.rowCount()):
+                if model.headerData(row, Qt.Vertical) == layer:
+                    return row
+            # The timeline learns from the event loop that the window's document has become another.
+            QApplication.processEvents(QEventLoop.ExcludeUserInputEvents, 20)
+        raise Refused(f'the layer "{layer}" of the new animation isn\'t on its timeline')
 
 
 def open_window(krita, document):

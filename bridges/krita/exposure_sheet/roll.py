@@ -123,8 +123,9 @@ def open_window(krita, document):
     """Shows the document in a window beside the one that the user works in."""
     beside = krita.activeWindow()
     window = krita.openWindow()
-    window.addView(document)
     if beside is not None:
         window.qwindow().resize(beside.qwindow().size())
+    # A document that is added to a window before that is shown gives it no title.
     window.qwindow().show()
+    window.addView(document)
     return window

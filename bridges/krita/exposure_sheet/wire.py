@@ -136,9 +136,11 @@ class Service(QObject):
             self.forms.append((tool, path))
             self._tools.addWatchedService(tool)
         message.setDelayedReply(True)
+        # The message itself lives only as long as this call.
+        kept = QDBusMessage(message)
 
         def shown(error):
-            self._connection.send(message.createErrorReply(members.ERROR, error) if error else message.createReply())
+            self._connection.send(kept.createErrorReply(members.ERROR, error) if error else kept.createReply())
         self.call_form((tool, path), "Show", shown)
 
     def call_form(self, form, routine, then=lambda error: None):

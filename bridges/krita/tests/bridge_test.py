@@ -1,0 +1,282 @@
+"""The bridge without Krita: its members on a bus, over a small double of Krita's documented interface.
+
+Run under dbus-run-session: bridge_test.py.
+"""
+
+import fcntl
+import os
+import sys
+import tempfile
+import unittest
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+sys.path[:0] = [os.path.join(HERE, "double"), os.path.dirname(HERE)]
+
+from krita import Krita  # noqa: E402
+from PyQt5.QtCore import QByteArray, QEventLoop, QObject, QSettings, QTimer, Q_CLASSINFO, pyqtSlot  # noqa: E402
+from PyQt5.QtDBus import (QDBusAbstractAdaptor, QDBusConnection, QDBusMessage, QDBusObjectPath,  # noqa: E402
+                          QDBusPendingCallWatcher, QDBusPendingReply, QDBusUnixFileDescriptor)
+from PyQt5.QtGui import QColor, QPalette  # noqa: E402
+from PyQt5.QtWidgets import QApplication  # noqa: E402
+
+import importlib.util  # noqa: E402
+
+# The package itself starts with Krita's list of extensions; its modules are what is tested.
+PACKAGE = importlib.util.module_from_spec(importlib.util.spec_from_loader("exposure_sheet", None, is_package=True))
+PACKAGE.__path__ = [os.path.join(os.path.dirname(HERE), "exposure_sheet")]
+sys.modules["exposure_sheet"] = PACKAGE
+
+from exposure_sheet import roll, theme  # noqa: E402
+from exposure_sheet.host import Host  # noqa: E402
+from exposure_sheet.wire import Service  # noqa: E402
+
+NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
+WIDTH, HEIGHT, FIRST, FRAMES = 3, 2, 10, 6
+GETTERS = ("vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer")
+SETTERS = ("vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer")
+
+
+class Timeline:
+    """Krita's timeline, for the double's documents."""
+    BLANK, DUPLICATE = "blank", "duplicate"
+
+    def __init__(self, window):
+        self.layer = window.layers[0]
+
+    def make_key(self, _, moment, kind):
+        pixels = WIDTH * HEIGHT
+        self.layer.keys[moment] = b"\xff" * 4 * pixels if kind == self.BLANK else self.layer.shown_at(moment)
+
+
+class Status:
+    def __init__(self):
+        self.calls = []
+
+    def __getattr__(self, name):
+        return lambda *given: self.calls.append((name, *given))
+
+
+class Form(QDBusAbstractAdaptor):
+    Q_CLASSINFO("D-Bus Interface", "Vellumark.Form")
+    fails = False
+
+    @pyqtSlot(QDBusMessage)
+    def Show(self, message):
+        # The tool asks its host while the window loads.
+        self.parent().rate = self.parent().test.call("Vel_GetFrameRate")
+        if self.fails:
+            message.setDelayedReply(True)
+            self.parent().test.client.send(message.createErrorReply("A.Tool", "can't come up"))
+
+
+class Bridge(unittest.TestCase):
+    def setUp(self):
+        roll.Timeline, roll.open_window = Timeline, lambda krita, document: document
+        self.krita = Krita.instance()
+        self.krita.open.clear()
+        self.document = self.krita.createDocument(WIDTH, HEIGHT, "Frogs")
+        self.document.setFullClipRangeStartTime(FIRST)
+        self.document.setFullClipRangeEndTime(FIRST + FRAMES - 1)
+        self.document.setCurrentTime(FIRST)
+        self.layer = self.document.layers[0]
+        self.layer.keys = {FIRST + f: bytes([10 * f + c for c in (2, 1, 0)] + [255]) * 6 for f in range(FRAMES)}
+        self.status, self.gone = Status(), []
+        self.service = Service(Host(self.document, self.status), self.gone.append)
+        self.assertIsNone(self.service.start())
+        self.client = QDBusConnection.connectToBus(QDBusConnection.SessionBus, "client")
+
+    def tearDown(self):
+        self.service.stop()
+        QDBusConnection.disconnectFromBus("client")
+
+    def ask(self, member, *given, interface=NAME):
+        call = QDBusMessage.createMethodCall(NAME, PATH, interface, member)
+        call.setArguments(given)
+        watcher, loop = QDBusPendingCallWatcher(self.client.asyncCall(call, 20000)), QEventLoop()
+        watcher.finished.connect(loop.quit)
+        if not watcher.isFinished():
+            loop.exec()
+        return QDBusPendingReply(watcher).reply()
+
+    def call(self, member, *given, **where):
+        reply = self.ask(member, *given, **where)
+        self.assertEqual(reply.errorMessage(), "")
+        return reply.arguments()[0] if reply.arguments() else None
+
+    def plane(self, getter):
+        return bytes(self.call(getter))
+
+    def refused(self, words, member, *given, **where):
+        self.assertIn(words, self.ask(member, *given, **where).errorMessage())
+
+    def test_tells_of_the_document(self):
+        for member, answer in [("vel_BufferWidth", 2), ("vel_BufferHeight", 1), ("vel_GetTotalFrames", FRAMES),
+                               ("Vel_GetFrameRate", "24"), ("Vel_GetAppDir", os.path.expanduser("~"))]:
+            self.assertEqual(self.call(member), answer)
+        for rate, kept in [(23.976, "24"), (12.5, "12"), (0.2, "1"), (0.0, "1"), (float("nan"), "1")]:
+            self.call("vel_SetFrameRate", rate)
+            self.assertEqual(self.call("Vel_GetFrameRate"), kept)
+
+    def test_goes_to_the_frame_or_the_end_that_it_lies_beyond(self):
+        for frame, time in [(3, 13), (-1, 10), (1000, 15), (2.5, 12), (3.5, 14), (-7.0, 10)]:
+            self.call("Vel_GotoFrame", frame)
+            self.assertEqual(self.document.currentTime(), time)
+        self.refused("no frame inf", "Vel_GotoFrame", float("inf"))
+
+    def test_skips_frames_while_krita_is_busy(self):
+        self.document.went.clear()
+        self.document.busy = True
+        for frame in (1, 2, 3, 4):
+            self.call("Vel_GotoFrame", frame)
+        self.document.busy = False
+        self.wait_until(lambda: self.document.currentTime() == FIRST + 4)
+        self.assertEqual(self.document.went, [FIRST + 4])
+
+    def wait_until(self, done):
+        loop, timer = QEventLoop(), QTimer(interval=2)
+        timer.timeout.connect(lambda: done() and loop.quit())
+        QTimer.singleShot(10000, loop.quit)
+        timer.start()
+        loop.exec()
+        self.assertTrue(done())
+
+    def test_gives_the_planes_either_way(self):
+        for frame in (4, 0):
+            self.call("Vel_GotoFrameAdv", frame, 3)
+            for channel, getter in enumerate(GETTERS):
+                self.assertEqual(self.plane(getter), bytes([10 * frame + channel]) * 6)
+        memories = []
+        for frame in (2, 5):
+            self.call("Vel_GotoFrameAdv", frame, 3)
+            lent = self.call("vel_GetGbuffer", interface=NAME + ".Descriptors")
+            descriptor = lent.fileDescriptor()
+            seals = fcntl.fcntl(descriptor, fcntl.F_GET_SEALS)
+            self.assertEqual(seals & (fcntl.F_SEAL_SHRINK | fcntl.F_SEAL_GROW), fcntl.F_SEAL_SHRINK | fcntl.F_SEAL_GROW)
+            self.assertEqual(os.pread(descriptor, 100, 0), bytes([10 * frame + 1]) * 6)
+            memories.append((os.fstat(descriptor).st_dev, os.fstat(descriptor).st_ino))
+        self.assertEqual(memories[0], memories[1])
+
+    def test_lays_what_is_transparent_on_white(self):
+        self.layer.keys[FIRST] = bytes([0, 50, 100, 128]) * 3 + bytes(12)
+        self.call("Vel_GotoFrameAdv", 0, 3)
+        self.assertEqual([list(self.plane(getter)) for getter in GETTERS],
+                         [[177] * 3 + [255] * 3, [152] * 3 + [255] * 3, [127] * 3 + [255] * 3])
+        self.call("vel_StatusClose")
+        self.assertEqual(self.krita.documents(), [self.document])
+
+    def set_frame(self, frame, *greys, way=None):
+        self.call("Vel_GotoFrameAdv", frame, 3)
+        for setter, grey in zip(SETTERS, greys):
+            if way is None:
+                self.call(setter, QByteArray(bytes([grey]) * 6))
+            else:
+                self.call(setter, way(bytes([grey]) * 6), interface=NAME + ".Descriptors")
+
+    def shot(self):
+        """The roll's frames as (key, blue, green, red)."""
+        return {time: tuple(pixels[:3]) for time, pixels in sorted(self.krita.documents()[-1].layers[0].keys.items())}
+
+    def test_shoots_a_roll_on_which_equal_frames_are_held(self):
+        before = dict(self.layer.keys)
+        self.call("vel_CreateAnimAdv", 6, 2)
+        self.assertEqual((self.call("vel_GetTotalFrames"), self.call("Vel_GetFrameRate")), (6, "24"))
+        for frame, grey in enumerate([1, 1, 2, 2, 1, 1]):
+            self.set_frame(frame, grey, grey + 1, grey + 2)
+        self.call("vel_StatusClose")
+        self.assertEqual(self.shot(), {0: (3, 2, 1), 2: (4, 3, 2), 4: (3, 2, 1)})
+        self.call("Vel_GotoFrameAdv", 3, 3)
+        self.assertEqual([self.plane(getter)[0] for getter in GETTERS], [2, 3, 4])
+        self.assertEqual(self.layer.keys, before)
+
+    def test_frames_of_a_roll_are_white_until_they_are_set_and_change_alone(self):
+        white = (255, 255, 255)
+        self.call("vel_CreateAnimAdv", 6, 2)
+        for frame in (0, 1, 2):
+            self.set_frame(frame, 5, 5, 5)
+        self.call("vel_StatusClose")
+        self.assertEqual(self.shot(), {0: (5, 5, 5), 3: white})
+        self.set_frame(1, 9, 9, 9)
+        self.set_frame(4, 7)
+        self.call("vel_StatusClose")
+        self.assertEqual(self.shot(), {0: (5, 5, 5), 1: (9, 9, 9), 2: (5, 5, 5), 3: white, 4: (255, 255, 7), 5: white})
+
+    def test_reads_the_tools_memory(self):
+        def sealed(plane, seals=fcntl.F_SEAL_SHRINK | fcntl.F_SEAL_GROW):
+            descriptor = os.memfd_create("tool", os.MFD_ALLOW_SEALING)
+            os.write(descriptor, plane)
+            fcntl.fcntl(descriptor, fcntl.F_ADD_SEALS, seals)
+            shared = QDBusUnixFileDescriptor(descriptor)
+            os.close(descriptor)
+            return shared
+        self.call("vel_CreateAnimAdv", 2, 2)
+        self.set_frame(0, 1, 2, 3, way=sealed)
+        self.assertEqual(self.shot(), {0: (3, 2, 1)})
+        pipe = os.pipe()
+        for words, memory in [("isn't sealed", sealed(bytes(6), 0)), ("5 bytes where", sealed(bytes(5))),
+                              ("can be sealed", QDBusUnixFileDescriptor(pipe[0])), ("empty", sealed(b""))]:
+            self.refused(words, "vel_SetRbuffer", memory, interface=NAME + ".Descriptors")
+        for end in pipe:
+            os.close(end)
+
+    def test_refuses_in_words(self):
+        for words, member, *given in [("5 bytes where", "vel_SetRbuffer", QByteArray(bytes(5))), ("No such", "vel_GetAppDir"),
+                                      ("0 frames", "vel_CreateAnimAdv", 0, 2), ("No such", "Vel_GotoFrame", "1")]:
+            self.refused(words, member, *given)
+        for setter in SETTERS[:2]:
+            self.call(setter, QByteArray(bytes(6)))
+        self.refused('"Frogs" stays as it is', SETTERS[2], QByteArray(bytes(6)))
+        self.krita.open.clear()
+        for member, *given in [("vel_GetTotalFrames",), ("Vel_GotoFrame", 1), ("vel_GetRbuffer",)]:
+            self.refused('"Frogs" has been closed', member, *given)
+
+    def test_a_roll_that_is_closed_leaves_the_drawing(self):
+        self.call("vel_CreateAnimAdv", 2, 2)
+        self.krita.documents()[-1].close()
+        self.assertEqual(self.call("vel_GetTotalFrames"), FRAMES)
+
+    def test_shows_progress(self):
+        for member, *given in [("vel_StatusOpen", "Saving..."), ("vel_Status", 12.5), ("vel_StatusClose",)]:
+            self.call(member, *given)
+        self.assertEqual(self.status.calls, [("open", "Saving..."), ("show", 12.5), ("close",)])
+
+    def test_answers_when_the_window_is_up(self):
+        form = QObject()
+        form.test, form.rate = self, None
+        adaptor = Form(form)
+        self.client.registerObject("/Form1", form)
+        self.call("Vel_SendFormObject", QDBusObjectPath("/Form1"), 0)
+        self.assertEqual(form.rate, "24")
+        adaptor.fails = True
+        self.refused("can't come up", "Vel_SendFormObject", QDBusObjectPath("/Form1"), 0)
+        self.assertEqual(self.service.forms, [(self.client.baseService(), "/Form1")])
+        del self.client
+        QDBusConnection.disconnectFromBus("client")
+        self.wait_until(lambda: self.gone)
+        self.assertEqual(self.service.forms, [])
+
+    def test_leaves_the_name_to_the_host_that_has_it(self):
+        QDBusConnection.connectToBus(QDBusConnection.SessionBus, "client")
+        first = QDBusConnection.connectToBus(QDBusConnection.SessionBus, "first")
+        self.service.stop()
+        self.assertTrue(first.registerService(NAME))
+        self.assertIn("is the host already", str(self.service.start()))
+        first.unregisterService(NAME)
+        QDBusConnection.disconnectFromBus("first")
+
+    def test_writes_the_theme_that_fits(self):
+        with tempfile.TemporaryDirectory() as folder:
+            os.environ["XDG_CONFIG_HOME"] = folder
+            dark, light = QPalette(QColor(60, 60, 60)), QPalette(QColor(230, 230, 230))
+            self.assertEqual([os.path.basename(theme.wallpaper(p)) for p in (dark, light)], ["night.png", "slate.png"])
+            dark.setColor(QPalette.Base, QColor(10, 20, 30))
+            self.assertEqual([theme.store(dark), theme.store(dark), theme.store(light)], [True, False, True])
+            theme.store(dark)
+            settings = QSettings(os.path.join(folder, "vellumark.ini"), QSettings.IniFormat)
+            self.assertEqual(settings.value("Startup/Textbox_Fill_Color"), str(10 + 256 * 20 + 65536 * 30))
+            settings.beginGroup("Startup")
+            self.assertEqual(len(settings.allKeys()), 19)
+
+
+if __name__ == "__main__":
+    APPLICATION = QApplication(sys.argv[:1])
+    unittest.main(verbosity=2)

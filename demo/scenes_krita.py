@@ -96,7 +96,7 @@ def play(tour, krita, sheet):
     sheet.press("play")
     # The sound has 71 frames: beyond Krita's last one it stays there.
     wait_for("Krita to reach its last frame",
-             lambda: krita.ask("facts('drawing')")["time"] == FIRST + FRAMES - 1)
+             lambda: krita.ask("facts('drawing')")["time"] == FIRST + FRAMES - 1, 60)
     sheet.desk.settle()
     seen = krita.ask("stop_watching()")
     run = [(when, moment) for when, moment in seen if moment > FIRST]

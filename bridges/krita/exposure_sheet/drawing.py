@@ -1,10 +1,14 @@
 """A Krita document as an animation: frames counted from the clip's start."""
 
 from krita import Krita
-from PyQt5.QtCore import QFileInfo, QTimer
+from PyQt5.QtCore import QElapsedTimer, QFileInfo, QTimer
 
 from .pictures import Renderer
 from .words import Refused, tr
+
+# Milliseconds. Between two moves the sheet's calls get their answers: a walk through all its rows sends as many frames,
+# of which Krita need draw only a few.
+BETWEEN_MOVES, BETWEEN_LOOKS = 25, 4
 
 
 def document_name(document):
@@ -20,8 +24,9 @@ class Drawing:
         self.name = document_name(document)
         self._renderer = Renderer(document)
         self._asked = None
-        self._timer = QTimer(singleShot=True, interval=4)
+        self._timer = QTimer(singleShot=True)
         self._timer.timeout.connect(self._follow)
+        self._since_move = QElapsedTimer()
 
     def is_open(self):
         return any(self.document == document for document in Krita.instance().documents())
@@ -45,13 +50,18 @@ class Drawing:
     def _follow(self):
         if self._asked is None or not self.is_open():
             return
+        rest = BETWEEN_MOVES - self._since_move.elapsed() if self._since_move.isValid() else 0
+        if rest > 0:
+            self._timer.start(rest)
+            return
         # Only when Krita is idle is its current time what was last asked of it.
         if not self.document.tryBarrierLock():
-            self._timer.start()
+            self._timer.start(BETWEEN_LOOKS)
             return
         self.document.unlock()
         if self.document.currentTime() != self._asked:
             self.document.setCurrentTime(self._asked)
+            self._since_move.start()
         self._asked = None
 
     def go(self, frame):

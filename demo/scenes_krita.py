@@ -78,7 +78,9 @@ def follow_rows(tour, krita, sheet):
         sheet.click_row(row)
         wait_for("Krita to follow", lambda r=row: krita.ask("facts('drawing')")["time"] == FIRST + r - 1)
         times.append(row)
-    tour.whole("krita/1-following", "Krita's time slider on the frame of the sheet's row")
+    tour.desk.settle()
+    tour.picture("krita/1-following", "Krita's time slider on the frame of the sheet's row",
+                 tour.desk.see((0, 0, 1800, 1000)))
     krita.call("Vel_GotoFrame", "i", -1)
     wait_for("the first frame", lambda: krita.ask("facts('drawing')")["time"] == FIRST)
     krita.call("Vel_GotoFrame", "d", 1000.0)

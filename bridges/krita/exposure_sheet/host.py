@@ -91,10 +91,11 @@ class Host:
         self.drawing().follow(round(frame))
 
     def go_to_buffer(self, frame, _kind):
-        """The buffer members reach this frame now. It is drawn when it is asked for: one that is only written to
-        needn't be."""
+        """The buffer members reach this frame now. It is waited for when it is asked for: one that is only written to
+        needn't be drawn."""
         self._write()
         drawing = self.drawing()
+        drawing.follow(frame)
         self._start_at(drawing.within(frame))
 
     def plane(self, channel):

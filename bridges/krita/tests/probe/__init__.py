@@ -2,9 +2,9 @@
 session bus and evaluates expressions over the functions below."""
 
 import hashlib
+import itertools
 import json
 import os
-import random
 import time
 
 from exposure_sheet import host as bridge
@@ -12,7 +12,7 @@ from exposure_sheet.roll import Timeline
 from krita import Extension, InfoObject, Krita
 from PyQt5.QtCore import Q_CLASSINFO, QObject, QTimer, pyqtSlot
 from PyQt5.QtDBus import QDBusAbstractAdaptor, QDBusConnection, QDBusMessage
-from PyQt5.QtGui import QColor
+from PyQt5.QtGui import QColor, QImage, QLinearGradient, QPainter
 from PyQt5.QtWidgets import QAction, QApplication, QMenu
 
 KRITA = Krita.instance()
@@ -69,24 +69,41 @@ def animation(width, height, frames, first=0, rate=12, space=("RGBA", "U8"), opa
 
 
 def pictures(document, opaque):
-    """Pixels of chance, in bands, in the document's colour space: half transparent, or without any opacity of their
-    own."""
+    """A ball that leaps, in the document's colour space. Unless it is to be opaque, half of what there is to see is seen
+    through."""
     width, height = document.width(), document.height()
     space = document.colorModel(), document.colorDepth(), document.colorProfile()
     scratch = KRITA.createDocument(width, height, "pixels", "RGBA", "U8", "", 96.0)
     layer = scratch.topLevelNodes()[0]
     srgb = scratch.colorProfile()
-    dice = random.Random(1)
-    while True:
-        chance = bytearray(dice.randbytes(4 * width))
-        if opaque:
-            chance[3::4] = b"\xff" * width
-        lines = [bytes(chance), b"\x20\x60\xa0\xff" * width, b"\xff" * 4 * width if opaque else bytes(4 * width)]
-        data = b"".join(lines[y * 5 // height % 3 if y % 3 else 0] for y in range(height))
+    for frame in itertools.count():
+        picture = QImage(width, height, QImage.Format_ARGB32)
+        picture.fill(QColor(255, 255, 255) if opaque else QColor(0, 0, 0, 0))
+        paint(QPainter(picture), width, height, frame)
         layer.setColorSpace("RGBA", "U8", srgb)
-        layer.setPixelData(data, 0, 0, width, height)
+        layer.setPixelData(picture.constBits().asstring(4 * width * height), 0, 0, width, height)
         layer.setColorSpace(*space)
         yield layer.pixelData(0, 0, width, height)
+
+
+def paint(painter, width, height, frame):
+    painter.setRenderHint(QPainter.Antialiasing)
+    sky = QLinearGradient(0, 0, 0, height)
+    sky.setColorAt(0, QColor(90, 150, 210, 200))
+    sky.setColorAt(1, QColor(250, 240, 220, 20))
+    painter.fillRect(0, 0, width, height, sky)
+    painter.fillRect(0, height * 5 // 6, width, height, QColor(110, 150, 80))
+    size, beat = height // 4, frame % 12 / 12
+    left = (width + size) * frame // 48 - size // 2
+    top = height * 5 // 6 - size - int(height * 2.2 * beat * (1 - beat))
+    painter.setBrush(QColor(0, 0, 0, 60))
+    painter.setPen(QColor(0, 0, 0, 0))
+    painter.drawEllipse(left, height * 5 // 6 - size // 12, size, size // 6)
+    painter.setBrush(QColor(220, 90, 50))
+    painter.drawEllipse(left, top, size, size)
+    painter.setBrush(QColor(255, 255, 255, 120))
+    painter.drawEllipse(left + size // 5, top + size // 8, size // 3, size // 4)
+    painter.end()
 
 
 def export(which, folder, kind="png"):

@@ -1,7 +1,10 @@
 #include "painter/wiggle.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdlib>
+#include <system_error>
+#include <thread>
 #include <vector>
 
 #include "painter/noise.h"
@@ -18,6 +21,9 @@ namespace {
 constexpr std::int32_t kLargestFastAmount = 4096;
 constexpr float kDoubtPerAmount = 4e-6f;
 constexpr float kDoubtAtLeast = 1e-6f;
+
+/// Beyond this many threads the memory is what they wait for.
+constexpr int kMostThreads = 8;
 
 /// One frame being displaced.
 struct Frame {
@@ -60,27 +66,47 @@ void WigglePixelByPixel(const Frame& frame, const ConstPlanes& source, const Pla
 }
 
 /// What the rows of one frame share.
+struct Field {
+  explicit Field(const Frame& of)
+      : frame(of),
+        table(MakeColumnTable(of.width, of.size, kBlock)),
+        slice_x(of.width, of.height, of.size, of.slices.x),
+        slice_y(of.width, of.height, of.size, of.slices.y),
+        doubt(static_cast<float>(std::abs(of.amount)) * kDoubtPerAmount + kDoubtAtLeast) {}
+
+  Frame frame;
+  ColumnTable table;
+  NoiseSlice slice_x, slice_y;
+  float doubt;
+};
+
+/// Works rows out one after the other; each thread has its own.
 class RowWiggler {
  public:
-  explicit RowWiggler(const Frame& frame)
-      : frame_(frame),
-        table_(MakeColumnTable(frame.width, frame.size, kBlock)),
-        slice_x_(frame.width, frame.height, frame.size, frame.slices.x),
-        slice_y_(frame.width, frame.height, frame.size, frame.slices.y),
-        doubt_(static_cast<float>(std::abs(frame.amount)) * kDoubtPerAmount + kDoubtAtLeast),
-        shifts_(static_cast<std::size_t>(frame.width + kBlock)),
-        starts_(static_cast<std::size_t>(frame.width + 8)) {}
+  RowWiggler(const Field& field, const WiggleKernel& kernel)
+      : field_(field),
+        kernel_(kernel),
+        lines_x_(field.table.begin.size()),
+        lines_y_(lines_x_),
+        shifts_(static_cast<std::size_t>(field.frame.width + kBlock)),
+        starts_(static_cast<std::size_t>(field.frame.width + 8)) {}
 
-  void Fill(std::int32_t y, const ConstPlanes& source, const Planes& target_row) {
-    const float down = NoiseCoordinate(y, frame_.size);
-    slice_x_.FoldRow(down, frame_.amount, lines_x_);
-    slice_y_.FoldRow(down, frame_.amount, lines_y_);
-    const RowBounds bounds{y, frame_.width - 1, frame_.height - 1, frame_.columns};
-    for (std::size_t cell = 0; cell + 1 < table_.begin.size(); ++cell) {
-      const CellSpan span{table_.begin[cell], table_.begin[cell + 1], lines_x_[cell], lines_y_[cell]};
-      if (kernel_.displace(table_, span, bounds, doubt_, shifts_.data())) Settle(span, y);
+  /// How far each pixel of a row is fetched from.
+  void DisplaceRow(std::int32_t y) {
+    const Frame& frame = field_.frame;
+    const float down = NoiseCoordinate(y, frame.size);
+    field_.slice_x.FoldRow(down, frame.amount, lines_x_);
+    field_.slice_y.FoldRow(down, frame.amount, lines_y_);
+    const RowBounds bounds{y, frame.width - 1, frame.height - 1, frame.columns};
+    const ColumnTable& table = field_.table;
+    for (std::size_t cell = 0; cell + 1 < table.begin.size(); ++cell) {
+      const CellSpan span{table.begin[cell], table.begin[cell + 1], lines_x_[cell], lines_y_[cell]};
+      if (kernel_.displace(table, span, bounds, field_.doubt, shifts_.data())) Settle(span, y);
     }
-    kernel_.gather(shifts_.data(), frame_.width, source, target_row, starts_.data());
+  }
+
+  void GatherRow(const ConstPlanes& source, const Planes& target_row) {
+    kernel_.gather(shifts_.data(), field_.frame.width, source, target_row, starts_.data());
   }
 
  private:
@@ -88,17 +114,57 @@ class RowWiggler {
   void Settle(const CellSpan& span, std::int32_t y) {
     for (std::int32_t x = span.first; x < span.end; ++x)
       if (auto& shift = shifts_[static_cast<std::size_t>(x)]; shift == kInDoubt)
-        shift = static_cast<std::int32_t>(ShiftAt(frame_, x, y));
+        shift = static_cast<std::int32_t>(ShiftAt(field_.frame, x, y));
   }
 
-  const WiggleKernel& kernel_ = KernelHere();
-  Frame frame_;
-  ColumnTable table_;
-  NoiseSlice slice_x_, slice_y_;
-  float doubt_;
+  const Field& field_;
+  const WiggleKernel& kernel_;
   std::vector<CellLine> lines_x_, lines_y_;
   std::vector<std::int32_t> shifts_, starts_;
 };
+
+/// A share of the rows that is large enough to be worth fetching, and small enough that no thread ends long
+/// after the others.
+constexpr std::int32_t kRowsPerShare = 16;
+/// A frame with fewer pixels is done before another thread has begun.
+constexpr std::int64_t kPixelsWorthAThread = 1 << 16;
+
+int ThreadsFor(const Frame& frame, const WiggleWork& work) {
+  const std::int64_t worthwhile = std::int64_t{frame.width} * frame.height / kPixelsWorthAThread;
+  const int cores = static_cast<int>(std::thread::hardware_concurrency());
+  const int most = work.threads > 0 ? work.threads : std::min(cores, kMostThreads);
+  return static_cast<int>(std::clamp<std::int64_t>(worthwhile, 1, std::max(most, 1)));
+}
+
+/// Runs the work on so many threads, this one among them; on fewer if the system gives no more.
+template <typename Work>
+void OnThreads(int count, const Work& work) {
+  std::vector<std::jthread> others;
+  others.reserve(static_cast<std::size_t>(count - 1));
+  try {
+    while (std::ssize(others) < count - 1) others.emplace_back(work);
+  } catch (const std::system_error&) {
+  }
+  work();
+}
+
+void WiggleRows(const Frame& frame, const ConstPlanes& source, const Planes& target, const WiggleWork& work) {
+  const Field field(frame);
+  const WiggleKernel& kernel = work.kernel != nullptr ? *work.kernel : KernelHere();
+  const int threads = ThreadsFor(frame, work);
+  // Made here, as a thread that finds no memory would end the process.
+  std::vector<RowWiggler> wigglers(static_cast<std::size_t>(threads), RowWiggler(field, kernel));
+  std::atomic<std::size_t> next_wiggler{0};
+  std::atomic<std::int32_t> next_row{0};
+  OnThreads(threads, [&] {
+    RowWiggler& wiggler = wigglers[next_wiggler++];
+    for (std::int32_t first; (first = next_row.fetch_add(kRowsPerShare)) < frame.height;)
+      for (std::int32_t y = first; y < std::min(first + kRowsPerShare, frame.height); ++y) {
+        wiggler.DisplaceRow(y);
+        if (!work.displace_only) wiggler.GatherRow(source, RowOf(target, y));
+      }
+  });
+}
 
 bool FastPathFits(const Frame& frame, const PlaneShape& shape) {
   return std::abs(std::int64_t{frame.amount}) <= kLargestFastAmount && shape.Samples() < INT32_MAX;
@@ -107,13 +173,12 @@ bool FastPathFits(const Frame& frame, const PlaneShape& shape) {
 }  // namespace
 
 void WiggleFrameAt(std::int32_t amount, std::int32_t size, const Slices& slices, const ConstPlanes& source,
-                   const Planes& target) {
+                   const Planes& target, const WiggleWork& work) {
   const PlaneShape& shape = target.shape;
   if (shape.right < 1 || shape.bottom < 1) return;
   const Frame frame{amount, std::max(size, 1), slices, shape.right, shape.bottom, shape.right + 1};
   if (!FastPathFits(frame, shape)) return WigglePixelByPixel(frame, source, target);
-  RowWiggler wiggler(frame);
-  for (std::int32_t y = 0; y < frame.height; ++y) wiggler.Fill(y, source, RowOf(target, y));
+  WiggleRows(frame, source, target, work);
 }
 
 void WiggleFrame(std::int32_t amount, std::int32_t size, const ConstPlanes& source, const Planes& target) {

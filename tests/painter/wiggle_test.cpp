@@ -64,13 +64,19 @@ TEST(Wiggle, EqualsTheRuleBitForBit) {
       {17, 33, 32, 1, {0.9f, 0.2f}},        {65, 64, 400, 1, {0.6f, 0.4f}},
       {60, 60, INT32_MAX, 1, {0.6f, 0.4f}}, {90, 60, INT32_MIN, 1, {0.6f, 0.4f}},
   };
+  const WiggleKernel* kernels[3];
+  const std::size_t count = KernelsThatRun(kernels, 3);
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << c.width << "x" << c.height << " amount " << c.amount);
     const Picture source = Speckled({c.width, c.height});
-    Picture expected(source.shape, 99), target(source.shape, 99);
+    Picture expected(source.shape, 99);
     Displace(c.amount, c.size, c.slices, source, expected);
-    WiggleFrameAt(c.amount, c.size, c.slices, source.View(), target.Write());
-    EXPECT_TRUE(target == expected);
+    for (std::size_t i = 0; i < count; ++i)
+      for (const int threads : {1, 3}) {
+        Picture target(source.shape, 99);
+        WiggleFrameAt(c.amount, c.size, c.slices, source.View(), target.Write(), {kernels[i], threads});
+        EXPECT_TRUE(target == expected) << "kernel " << i << ", " << threads << " threads";
+      }
   }
 }
 
@@ -90,7 +96,11 @@ TEST(Wiggle, AllProcessorsGetTheSameNumbers) {
     for (std::size_t i = 1; i < count; ++i) {
       std::vector<std::int32_t> shifts(width + kBlock, 5);
       EXPECT_TRUE(kernels[i]->displace(table, span, bounds, 1e-4f, shifts.data()));
-      EXPECT_TRUE(std::equal(shifts.begin(), shifts.begin() + 200, expected.begin()));
+      // Fewer roundings may leave less doubt; what isn't doubted is the same.
+      for (std::size_t x = 0; x < 200; ++x)
+        if (shifts[x] != kInDoubt && expected[x] != kInDoubt) {
+          ASSERT_EQ(shifts[x], expected[x]) << i << " " << x;
+        }
     }
   }
 }

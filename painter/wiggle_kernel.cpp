@@ -34,11 +34,46 @@ PAINTER_INLINE float Along(const CellLine& line, float fraction, float fade) {
   return MultiplyAdd<kFused>(fade, far, near);
 }
 
-template <bool kFused>
-PAINTER_INLINE bool Displace(const ColumnTable& table, const CellSpan& span, const RowBounds& bounds,
-                             float doubt, std::int32_t* shifts) {
+/// Where a displaced place lies, as a shift from the sample (x, 0), with the place held to the bounds.
+struct WholeShift {
+  explicit WholeShift(const RowBounds& row) : bounds(row) {}
+  PAINTER_INLINE std::int32_t operator()(float move_x, float move_y, std::int32_t x) const {
+    const std::int32_t from_x = std::clamp(static_cast<std::int32_t>(move_x) + x, 0, bounds.right);
+    const std::int32_t from_y = std::clamp(static_cast<std::int32_t>(move_y) + bounds.y, 0, bounds.bottom);
+    return from_y * bounds.columns + from_x - x;
+  }
+  RowBounds bounds;
+};
+
+/// Written so that the compiler makes two instructions of it, which it doesn't of std::clamp.
+PAINTER_INLINE float Held(float place, float top) {
+  const float low = place > 0 ? place : 0;
+  return low < top ? low : top;
+}
+
+/// Single precision holds whole numbers up to this.
+constexpr std::int64_t kExactInFloat = 1 << 24;
+
+/// The same for planes with no more samples than that. The oldest processors have neither a multiplication
+/// nor a lesser of two for whole numbers.
+struct FloatShift {
+  explicit FloatShift(const RowBounds& row)
+      : right(static_cast<float>(row.right)),
+        bottom(static_cast<float>(row.bottom)),
+        columns(static_cast<float>(row.columns)),
+        y(static_cast<float>(row.y)) {}
+  PAINTER_INLINE std::int32_t operator()(float move_x, float move_y, std::int32_t x) const {
+    const auto across = static_cast<float>(x);
+    const float from_x = Held(move_x + across, right), from_y = Held(move_y + y, bottom);
+    return static_cast<std::int32_t>(from_y * columns + (from_x - across));
+  }
+  float right, bottom, columns, y;
+};
+
+template <bool kFused, typename Shift>
+PAINTER_INLINE bool DisplaceBy(const Shift shift_of, const ColumnTable& table, const CellSpan& span,
+                               float doubt, std::int32_t* shifts) {
   const CellLine line_x = span.x, line_y = span.y;
-  const std::int32_t right = bounds.right, bottom = bounds.bottom, columns = bounds.columns, y = bounds.y;
   const float trusted = 0.5f - doubt;
   std::uint32_t any = 0;
   for (std::int32_t first = span.first; first < span.end; first += kBlock) {
@@ -50,16 +85,24 @@ PAINTER_INLINE bool Displace(const ColumnTable& table, const CellSpan& span, con
       const float move_y = Along<kFused>(line_y, fraction[i], fade[i]);
       const float whole_x = (move_x + kRounder) - kRounder;
       const float whole_y = (move_y + kRounder) - kRounder;
-      const std::int32_t x = first + i;
-      const std::int32_t from_x = std::clamp(static_cast<std::int32_t>(whole_x) + x, 0, right);
-      const std::int32_t from_y = std::clamp(static_cast<std::int32_t>(whole_y) + y, 0, bottom);
       const bool doubtful = std::max(std::fabs(move_x - whole_x), std::fabs(move_y - whole_y)) > trusted;
-      const std::int32_t shift = from_y * columns + from_x - x;
-      out[i] = doubtful ? kInDoubt : shift;
+      const std::int32_t shift = shift_of(whole_x, whole_y, first + i);
+      // Not as a choice: the compiler would work the shift out in one branch of it, pixel by pixel.
+      const std::int32_t mask = -static_cast<std::int32_t>(doubtful);
+      out[i] = (shift & ~mask) | (kInDoubt & mask);
       any |= static_cast<std::uint32_t>(doubtful);
     }
   }
   return any != 0;
+}
+
+template <bool kFused>
+PAINTER_INLINE bool Displace(const ColumnTable& table, const CellSpan& span, const RowBounds& bounds,
+                             float doubt, std::int32_t* shifts) {
+  if constexpr (!kFused)
+    if ((std::int64_t{bounds.bottom} + 1) * bounds.columns <= kExactInFloat)
+      return DisplaceBy<kFused>(FloatShift(bounds), table, span, doubt, shifts);
+  return DisplaceBy<kFused>(WholeShift(bounds), table, span, doubt, shifts);
 }
 
 /// Bit i says whether the run breaks at pixel first + i: its source is not the neighbour of the one before.

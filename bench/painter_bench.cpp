@@ -1,14 +1,7 @@
 // What the frame painter's heavy work costs, each beside the plain work that it is measured against.
 #include <benchmark/benchmark.h>
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wconversion"
-#define STB_PERLIN_IMPLEMENTATION
-#include <stb/stb_perlin.h>
-#pragma GCC diagnostic pop
-
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
@@ -20,7 +13,6 @@
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
 #include "painter/strip_state.h"
-#include "painter/wiggle.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 
@@ -65,43 +57,6 @@ StripPlanes Speckled(PlaneShape shape) {
   return planes;
 }
 
-/// The wiggle's loop with somebody else's noise, twice a pixel.
-void StbWiggle(int amount, int size, const StripPlanes& source, StripPlanes& target) {
-  for (int y = 0; y < kHeight; ++y)
-    for (int x = 0; x < kWidth; ++x) {
-      const float across = static_cast<float>(x / 50.0 / size), down = static_cast<float>(y / 50.0 / size);
-      const double move_x = amount * double{stb_perlin_noise3(across, down, 0.3f, 0, 0, 0)} + x;
-      const double move_y = amount * double{stb_perlin_noise3(across, down, 0.7f, 0, 0, 0)} + y;
-      const int from_x = std::clamp(static_cast<int>(std::nearbyint(move_x)), 0, kWidth - 1);
-      const int from_y = std::clamp(static_cast<int>(std::nearbyint(move_y)), 0, kHeight - 1);
-      const auto from = static_cast<std::size_t>(from_y * (kWidth + 1) + from_x);
-      const auto to = static_cast<std::size_t>(y * (kWidth + 1) + x);
-      target.red[to] = source.red[from];
-      target.green[to] = source.green[from];
-      target.blue[to] = source.blue[from];
-    }
-}
-
-void WiggleAgainstStb(benchmark::State& state) {
-  StripPlanes source = Speckled(kFrame), target(kFrame);
-  const double stb = Seconds(5, [&] { StbWiggle(16, 4, source, target); });
-  Against(state, "times_faster", stb, [&] {
-    WiggleFrameAt(16, 4, {0.3f, 0.7f}, ReadOnly(source.View()), target.View());
-  });
-}
-BENCHMARK(WiggleAgainstStb)->Unit(benchmark::kMillisecond);
-
-void CopyOfThreePlanesAgainstStb(benchmark::State& state) {
-  StripPlanes source = Speckled(kFrame), target(kFrame);
-  const double stb = Seconds(5, [&] { StbWiggle(16, 4, source, target); });
-  Against(state, "times_faster", stb, [&] {
-    std::memcpy(target.red.data(), source.red.data(), kFrame.Samples());
-    std::memcpy(target.green.data(), source.green.data(), kFrame.Samples());
-    std::memcpy(target.blue.data(), source.blue.data(), kFrame.Samples());
-  });
-}
-BENCHMARK(CopyOfThreePlanesAgainstStb)->Unit(benchmark::kMillisecond);
-
 constexpr int kStripWidth = 1900, kStripHeight = 76;
 
 class Canvas : public platform::Window {
@@ -144,30 +99,6 @@ void FillHost() {
     host::HostSession.Call("vel_SetBBuffer", host::ByteTable{planes.blue, nullptr});
   }
 }
-
-/// The host's planes, for a copy without any host.
-std::vector<host::ByteTable> HostPlanes() {
-  std::vector<host::ByteTable> planes;
-  for (std::int32_t f = 0; f < kRetrievedFrames; ++f) {
-    host::HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
-    for (const char* member : {"vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer"})
-      planes.push_back(std::get<host::ByteTable>(host::HostSession.Call(member)));
-  }
-  return planes;
-}
-
-void RetrievalAgainstMemcpy(benchmark::State& state) {
-  FillHost();
-  const auto planes = HostPlanes();
-  const double copy = Seconds(5, [&] {
-    const auto store = MakeCellStore(kFrame, kRetrievedFrames);
-    std::uint8_t* to[3] = {store->CellR.get(), store->CellG.get(), store->CellB.get()};
-    for (std::size_t i = 0; i < planes.size(); ++i)
-      std::memcpy(to[i % 3] + i / 3 * kFrame.Samples(), planes[i].bytes.data(), kFrame.Samples());
-  });
-  Against(state, "times_memcpy", copy, [] { RetrieveFrames(); });
-}
-BENCHMARK(RetrievalAgainstMemcpy)->Unit(benchmark::kMillisecond);
 
 FramePainter& OpenPainter() {
   FillHost();

@@ -1,5 +1,5 @@
 # The Debian packages that this project needs, by purpose, and how the missing ones are fetched.
-# Sourced by ./run, ./run-tests and .ci/run; plain sh, for a machine that has nothing else yet.
+# Sourced by ./run, ./run-tests, ./run-bench and .ci/run; plain sh, for a machine that has nothing else yet.
 
 # shellcheck disable=SC2034  # used by the scripts that source this file
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
@@ -12,6 +12,9 @@ RUN_PACKAGES="fonts-liberation fonts-dejavu-core x11-utils libespeak-ng1"
 # What drives the program from outside, in the tour and in the tests.
 TOUR_PACKAGES="xvfb x11-xkb-utils openbox xdotool python3 python3-pil dbus-daemon"
 TEST_PACKAGES="python3-dbus python3-gi python3-pyqt5"
+
+# Google Benchmark, and the noise that the wiggle is measured beside.
+BENCH_PACKAGES="libbenchmark-dev libstb-dev"
 
 CHECK_PACKAGES="clang-format clang-tidy"
 

@@ -160,6 +160,12 @@ BENCHMARK(SaveSheet)->Iterations(1)->UseManualTime()->Unit(benchmark::kMilliseco
 BENCHMARK(RetrieveCells)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(ScrollCells)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 
+void RunAll() {
+  benchmark::RunSpecifiedBenchmarks();
+  std::filesystem::remove_all(folder);
+  std::_Exit(0);  // the stand-in's window would keep the application running
+}
+
 void Run() {
   platform::AnswerFileDialogsWith([](const platform::FileQuestion&) { return std::optional(chosen_path); });
   platform::AnswerMessagesWith([](const platform::Message& message) {
@@ -167,9 +173,8 @@ void Run() {
     return platform::Answer::Yes;
   });
   app::Main();
-  benchmark::RunSpecifiedBenchmarks();
-  std::filesystem::remove_all(folder);
-  std::_Exit(0);  // the stand-in's window would keep the application running
+  // Once the event loop runs: before that the window isn't shown, and refreshing it draws nothing.
+  platform::RunLater([] { platform::RunLater(RunAll); });
 }
 
 }  // namespace

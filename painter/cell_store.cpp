@@ -1,6 +1,9 @@
 #include "painter/cell_store.h"
 
+#include <sys/mman.h>
+
 #include <cmath>
+#include <memory>
 #include <new>
 
 #include "platform/numbers.h"
@@ -8,8 +11,21 @@
 namespace painter {
 namespace {
 
+/// A large page of the common processors. Where a machine's are larger, the advice is passed over.
+constexpr std::size_t kLargePage = std::size_t{2} << 20;
+
+/// Large pages for what fills them whole: all of the store is about to be written, and they come with far
+/// fewer interruptions.
+void AskForLargePages(void* start, std::size_t bytes) {
+  std::size_t left = bytes;
+  if (std::align(kLargePage, kLargePage, start, left) != nullptr)
+    madvise(start, left / kLargePage * kLargePage, MADV_HUGEPAGE);
+}
+
 std::unique_ptr<std::uint8_t[]> Unset(std::size_t bytes) {
-  return std::unique_ptr<std::uint8_t[]>(new (std::nothrow) std::uint8_t[bytes]);
+  std::unique_ptr<std::uint8_t[]> array(new (std::nothrow) std::uint8_t[bytes]);
+  if (array) AskForLargePages(array.get(), bytes);
+  return array;
 }
 
 std::size_t CellStart(const CellStore& store, std::int32_t cell) {

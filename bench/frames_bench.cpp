@@ -4,8 +4,8 @@
 #include <cstring>
 #include <memory>
 
-#include "app/HostSession.h"
 #include "bench/beside.h"
+#include "host/HostSession.h"
 #include "host/standin/EmbeddedHost.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-using app::HostSession;
+using host::HostSession;
 
 constexpr painter::PlaneShape kFrame{1920, 1080};
 constexpr std::int32_t kFrames = 40;

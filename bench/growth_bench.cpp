@@ -9,9 +9,9 @@
 #include <fstream>
 
 #include "app/Form1.h"
-#include "app/HostSession.h"
-#include "app/Main.h"
+#include "app/Program.h"
 #include "bench/beside.h"
+#include "host/HostSession.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
 #include "painter/strip_state.h"
@@ -133,7 +133,7 @@ void Undo(benchmark::State& state) {
 std::int32_t Cells() { return rows / kRowsPerCell; }
 
 void RetrieveCells(benchmark::State& state) {
-  app::HostSession.Call("vel_CreateAnimAdv", Cells(), std::int16_t{2});
+  host::HostSession.Call("vel_CreateAnimAdv", Cells(), std::int16_t{2});
   Tell(state, "Retrieve cells, 320 by 240", "cells", Cells(), 3, [] { painter::RetrieveFrames(); });
 }
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "app/Form1.h"
-#include "app/Main.h"
+#include "app/Program.h"
 #include "audio/sample_store.h"
 #include "bench/beside.h"
 #include "platform/Application.h"

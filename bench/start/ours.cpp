@@ -1,5 +1,5 @@
 // The program itself, which ends with its first paint.
-#include "app/Main.h"
+#include "app/Program.h"
 #include "bench/start/first_paint.h"
 #include "platform/Application.h"
 

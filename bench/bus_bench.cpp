@@ -1,20 +1,23 @@
-// What a host in a process of its own costs beside the embedded one: a call's round trip, saving a long sheet
-// with the lock on, retrieving and shooting frames. Argument 0 is the embedded host, 1 the one over the bus.
+// What a host in another process costs beside a plain client of the same bus library, which asks it the same
+// things and does nothing with the answers.
 #include <benchmark/benchmark.h>
+#include <systemd/sd-bus.h>
 #include <unistd.h>
 
 #include <QApplication>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 
 #include "app/Form1.h"
-#include "app/Program.h"
+#include "bench/beside.h"
 #include "host/HostSession.h"
 #include "host/bus/BusHost.h"
+#include "host/bus/bus_names.h"
+#include "host/bus/shared_memory.h"
 #include "host/standin/BusService.h"
-#include "host/standin/EmbeddedHost.h"
 #include "host/standin/StandInWindow.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
@@ -24,11 +27,17 @@
 
 namespace {
 
+using bench::AtMost;
+using bench::Seconds;
+using bench::TimesFaster;
 using host::HostSession;
 
 constexpr host::FrameSize kSize{1280, 720};
-constexpr int kFrames = 100;
-constexpr int kRows = 14'400;
+constexpr std::int32_t kFrames = 100;
+constexpr int kRows = 14'400, kCallsPerRound = 400, kPlanesPerRound = 30;
+constexpr double kSecondsForHundredFrames = 0.25;
+constexpr std::array kGetters = {"vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer"};
+constexpr std::array kSetters = {"vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer"};
 
 QTemporaryDir folder;
 
@@ -52,37 +61,205 @@ QProcess* StartHost() {
   return process;
 }
 
-/// Makes the tool work with one of the two hosts.
-void UseHost(bool over_bus) {
-  static const auto remote = host::ConnectToBusHost();
-  static const auto embedded = host::MakeEmbeddedHost();
-  HostSession.Hold(over_bus ? remote : embedded);
+/// A client of the bus library with nothing around it.
+class PlainClient {
+ public:
+  PlainClient() { sd_bus_open_user(&bus_); }
+
+  void Call(const char* member) { Finish(Make(member)); }
+  void GotoFrame(std::int32_t frame) {
+    sd_bus_message* call = Make("Vel_GotoFrame");
+    sd_bus_message_append(call, "i", frame);
+    Finish(call);
+  }
+  void SendBytes(const char* member, std::span<const std::uint8_t> bytes) {
+    sd_bus_message* call = Make(member);
+    sd_bus_message_append_array(call, 'y', bytes.data(), bytes.size());
+    Finish(call);
+  }
+  void FetchBytes(const char* member, std::uint8_t* bytes) {
+    Finish(Make(member), [bytes](sd_bus_message* answer) {
+      const void* given = nullptr;
+      std::size_t size = 0;
+      sd_bus_message_read_array(answer, 'y', &given, &size);
+      std::memcpy(bytes, given, size);
+    });
+  }
+
+ private:
+  sd_bus_message* Make(const char* member) {
+    sd_bus_message* call = nullptr;
+    sd_bus_message_new_method_call(bus_, &call, host::kHostService, host::kHostPath, host::kHostInterface,
+                                   member);
+    return call;
+  }
+  void Finish(sd_bus_message* call, const std::function<void(sd_bus_message*)>& take = {}) {
+    sd_bus_message* answer = nullptr;
+    if (sd_bus_call(bus_, call, 0, nullptr, &answer) < 0) std::abort();
+    if (take) take(answer);
+    sd_bus_message_unref(answer);
+    sd_bus_message_unref(call);
+  }
+
+  sd_bus* bus_ = nullptr;
+};
+
+PlainClient& Plain() {
+  static PlainClient client;
+  return client;
 }
+
+const std::vector<std::uint8_t>& Plane() {
+  static const std::vector<std::uint8_t> plane(kSize.PlaneBytes(), 90);
+  return plane;
+}
+
+/// Where planes are copied to.
+std::vector<std::uint8_t>& Target() {
+  static std::vector<std::uint8_t> target(kSize.PlaneBytes(), 1);
+  return target;
+}
+
+void FetchPlane(const char* getter) {
+  const host::Variant plane = HostSession.Call(getter);
+  std::ranges::copy(host::AsTable(plane, Target().size(), getter), Target().begin());
+}
+void SendPlane(const char* setter) { HostSession.Call(setter, host::ByteTable{Plane(), nullptr}); }
 
 /// Writes every plane of a new animation, as shooting does.
 void FillFrames() {
-  const std::vector<std::uint8_t> plane(kSize.PlaneBytes(), 90);
-  HostSession.Call("vel_CreateAnimAdv", std::int32_t{kFrames}, std::int16_t{2});
+  HostSession.Call("vel_CreateAnimAdv", kFrames, std::int16_t{2});
   for (std::int32_t f = 0; f < kFrames; ++f) {
     HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
-    for (const char* setter : {"vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer"})
-      HostSession.Call(setter, host::ByteTable{plane, nullptr});
+    for (const char* setter : kSetters) SendPlane(setter);
   }
 }
 
-void RoundTrip(benchmark::State& state) {
-  UseHost(state.range(0) != 0);
-  for (auto _ : state) benchmark::DoNotOptimize(HostSession.Call("vel_GetTotalFrames"));
+double SecondsOf(int times, const std::function<void()>& work) {
+  return Seconds([&] {
+           for (int i = 0; i < times; ++i) work();
+         }) /
+         times;
 }
-BENCHMARK(RoundTrip)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
-void PlaneRoundTrip(benchmark::State& state) {
-  UseHost(state.range(0) != 0);
+/// First of all, before other work has taken memory.
+void MemoryWithHundredFrames(benchmark::State& state) {
   FillFrames();
-  for (auto _ : state) benchmark::DoNotOptimize(HostSession.Call("vel_GetRbuffer"));
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(kSize.PlaneBytes()));
+  const auto resident_mib = [] {
+    std::ifstream status("/proc/self/statm");
+    double all = 0, resident = 0;
+    status >> all >> resident;
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
+  };
+  for (auto _ : state) painter::RetrieveFrames();
+  state.SetLabel("goal: the store's 264 MiB plus 60");
+  state.counters["MiB"] = resident_mib();
+  state.counters["goal"] = 264 + 60;
 }
-BENCHMARK(PlaneRoundTrip)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(MemoryWithHundredFrames)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
+
+void OneCall(benchmark::State& state) {
+  bench::Beside(
+      state, {"one call to a host over the bus", "plain sd-bus client", AtMost(1.3)},
+      [] { return SecondsOf(kCallsPerRound, [] { HostSession.Call("vel_GetTotalFrames"); }); },
+      [] { return SecondsOf(kCallsPerRound, [] { Plain().Call("vel_GetTotalFrames"); }); });
+}
+BENCHMARK(OneCall)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+double CopyPlusCall() {
+  return SecondsOf(kPlanesPerRound, [] {
+    Plain().Call("vel_GetTotalFrames");
+    std::memcpy(Target().data(), Plane().data(), Plane().size());
+    benchmark::ClobberMemory();
+  });
+}
+double Fetch() {
+  return SecondsOf(kPlanesPerRound, [] { FetchPlane(kGetters[0]); });
+}
+double Send() {
+  return SecondsOf(kPlanesPerRound, [] { SendPlane(kSetters[0]); });
+}
+
+void PlaneToStore(benchmark::State& state) {
+  bench::Beside(state, {"a plane of 1280 by 720, host to store", "a copy in memory plus one call", AtMost(3)},
+                Fetch, CopyPlusCall);
+}
+BENCHMARK(PlaneToStore)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+void PlaneToHost(benchmark::State& state) {
+  bench::Beside(state, {"a plane of 1280 by 720, roll to host", "a copy in memory plus one call", AtMost(3)},
+                Send, CopyPlusCall);
+}
+BENCHMARK(PlaneToHost)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+void PlaneToStoreBesideBytes(benchmark::State& state) {
+  bench::Beside(
+      state, {"a plane of 1280 by 720, host to store", "plain sd-bus client, as bytes", TimesFaster(15)},
+      Fetch,
+      [] { return SecondsOf(kPlanesPerRound, [] { Plain().FetchBytes(kGetters[0], Target().data()); }); });
+}
+BENCHMARK(PlaneToStoreBesideBytes)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+void PlaneToHostBesideBytes(benchmark::State& state) {
+  bench::Beside(
+      state, {"a plane of 1280 by 720, roll to host", "plain sd-bus client, as bytes", TimesFaster(15)}, Send,
+      [] { return SecondsOf(kPlanesPerRound, [] { Plain().SendBytes(kSetters[0], Plane()); }); });
+}
+BENCHMARK(PlaneToHostBesideBytes)->UseManualTime()->Iterations(1)->Unit(benchmark::kMicrosecond);
+
+/// What the host itself does for a hundred frames: a copy of each plane.
+double HostsOwnWork() {
+  static std::array<host::SharedMemory, 3> memory;
+  return Seconds([] {
+    for (std::int32_t f = 0; f < kFrames; ++f)
+      for (auto& channel : memory) channel.Fill(Plane());
+  });
+}
+
+/// The goal is a time, not a ratio: the budget stands in the peer's place.
+void HundredFrames(benchmark::State& state, const char* deed, const std::function<void()>& work) {
+  bench::Beside(
+      state, {deed, "the goal of 0.25 s beyond the host's own work", AtMost(1)},
+      [&] { return Seconds(work) - HostsOwnWork(); }, [] { return kSecondsForHundredFrames; });
+}
+
+void Retrieve(benchmark::State& state) {
+  FillFrames();
+  HundredFrames(state, "retrieval of 100 frames of 1280 by 720", painter::RetrieveFrames);
+  if (painter::TheRetrieval().CellCount != kFrames) state.SkipWithError("frames are missing");
+}
+BENCHMARK(Retrieve)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+void Shoot(benchmark::State& state) {
+  FillFrames();
+  painter::RetrieveFrames();
+  painter::StartRoll(painter::TheRoll(), kFrames);
+  std::ranges::fill(painter::TheRoll().entries, std::int16_t{1});
+  HundredFrames(state, "shooting 100 frames of 1280 by 720",
+                [] { painter::frame_painter->vl_button2_Click(); });
+}
+BENCHMARK(Shoot)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+
+/// Writes down which frames the host is sent to, and that it is asked for its count.
+class NotingHost final : public host::HostObject {
+ public:
+  explicit NotingHost(std::shared_ptr<host::HostObject> host) : host_(std::move(host)) {}
+
+  host::Variant Invoke(std::string_view member, std::span<const host::Variant> arguments) override {
+    if (member == "Vel_GotoFrame") {
+      frames.push_back(host::AsLong(arguments[0], member));
+    } else {
+      frames.push_back(kCount);
+    }
+    return host_->Invoke(member, arguments);
+  }
+
+  static constexpr std::int32_t kCount = INT32_MIN;
+  std::vector<std::int32_t> frames;
+
+ private:
+  std::shared_ptr<host::HostObject> host_;
+};
 
 /// A silent sound of kRows frames at 12 a second.
 std::string WriteSound() {
@@ -100,32 +277,36 @@ std::string WriteSound() {
   return path;
 }
 
+/// A walk through a long sheet, beside the plain client making the very calls that it made.
+void Walk(benchmark::State& state, const char* deed, const std::function<void()>& walk) {
+  static const auto remote = host::ConnectToBusHost();
+  const auto noting = std::make_shared<NotingHost>(remote);
+  HostSession.Hold(noting);
+  walk();
+  HostSession.Hold(remote);
+  bench::Beside(
+      state, {deed, "plain sd-bus client, the same calls", AtMost(1.2), 1}, [&] { return Seconds(walk); },
+      [&] {
+        return Seconds([&] {
+          for (const std::int32_t frame : noting->frames)
+            frame == NotingHost::kCount ? Plain().Call("vel_GetTotalFrames") : Plain().GotoFrame(frame);
+        });
+      });
+  state.counters["calls"] = static_cast<double>(noting->frames.size());
+}
+
 void SaveSheet(benchmark::State& state) {
-  UseHost(state.range(0) != 0);
   form1->CommonDialog1.FileName = WriteSound();
   form1->OpenWaveFile(form1->CommonDialog1.FileName);
   if (form1->Grid1.Rows() != kRows + 1) return state.SkipWithError("the sheet has another length");
-  for (auto _ : state) form1->MenuSave_Click();
+  Walk(state, "saving 14,400 rows, lock on", [] { form1->MenuSave_Click(); });
 }
-BENCHMARK(SaveSheet)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
+BENCHMARK(SaveSheet)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
-void Retrieve(benchmark::State& state) {
-  UseHost(state.range(0) != 0);
-  FillFrames();
-  for (auto _ : state) painter::RetrieveFrames();
-  if (painter::TheRetrieval().CellCount != kFrames) state.SkipWithError("frames are missing");
+void OpenSheet(benchmark::State& state) {
+  Walk(state, "opening 14,400 rows, lock on", [] { form1->MenuOpen_Click(); });
 }
-BENCHMARK(Retrieve)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
-
-void Shoot(benchmark::State& state) {
-  UseHost(state.range(0) != 0);
-  FillFrames();
-  painter::RetrieveFrames();
-  painter::StartRoll(painter::TheRoll(), kFrames);
-  std::ranges::fill(painter::TheRoll().entries, std::int16_t{1});
-  for (auto _ : state) painter::frame_painter->vl_button2_Click();
-}
-BENCHMARK(Shoot)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
+BENCHMARK(OpenSheet)->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 
 void AnswerDialogs() {
   platform::AnswerMessagesWith([](const platform::Message&) { return platform::Answer::Yes; });
@@ -149,7 +330,7 @@ int main(int argument_count, char** arguments) {
   return platform::RunApplication([] {
     AnswerDialogs();
     QProcess* remote = StartHost();
-    UseHost(false);
+    HostSession.Hold(host::ConnectToBusHost());
     form1->Grid1.SetRow(0);
     form1.Hold().Show();
     benchmark::RunSpecifiedBenchmarks();

@@ -46,13 +46,14 @@ const std::string& AsText(const Variant& value, std::string_view member) {
   FailWithType(value, member, "a text");
 }
 
-const ByteTable& AsTable(const Variant& value, std::size_t byte_count, std::string_view member) {
+std::span<const std::uint8_t> AsTable(const Variant& value, std::size_t byte_count, std::string_view member) {
   const auto* table = std::get_if<ByteTable>(&value);
   if (table == nullptr) FailWithType(value, member, "a byte table");
-  if (table->bytes.size() != byte_count)
+  const bool fits = table->shared ? table->bytes.size() >= byte_count : table->bytes.size() == byte_count;
+  if (!fits)
     throw HostError(member, "it gave a table of " + std::to_string(table->bytes.size()) + " bytes where " +
                                 std::to_string(byte_count) + " were expected");
-  return *table;
+  return table->bytes.first(byte_count);
 }
 
 }  // namespace host

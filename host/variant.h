@@ -25,10 +25,12 @@ class FormObject {
 /// One colour channel of a frame: unsigned bytes, x from 0 to the top x index fastest, then y from 0 to the
 /// top y index, both inclusive. The table doesn't carry its shape: who reads it checks the byte count
 /// against the shape that it expects. `owner` keeps the bytes alive and unchanged; it is empty for a table
-/// that is only lent for the time of a call.
+/// that is only lent for the time of a call. `shared` says that the bytes are memory of another process,
+/// which may be longer than the table: its owner keeps them alive, but they change with the next call.
 struct ByteTable {
   std::span<const std::uint8_t> bytes;
   std::shared_ptr<const void> owner;
+  bool shared = false;
 };
 
 using Variant = std::variant<std::monostate, std::int16_t, std::int32_t, float, double, std::string,
@@ -52,8 +54,9 @@ std::int32_t AsLong(const Variant& value, std::string_view member);
 double AsDouble(const Variant& value, std::string_view member);
 /// The value as text; a HostError naming the member if it is not text.
 const std::string& AsText(const Variant& value, std::string_view member);
-/// The value as a byte table of just `byte_count` bytes; a HostError naming the member otherwise.
-const ByteTable& AsTable(const Variant& value, std::size_t byte_count, std::string_view member);
+/// The bytes of a table of just `byte_count` bytes, or at the start of shared memory that is at least as
+/// long; a HostError naming the member otherwise. They live as long as the value.
+std::span<const std::uint8_t> AsTable(const Variant& value, std::size_t byte_count, std::string_view member);
 
 /// The type of a value in words, for messages.
 std::string_view TypeName(const Variant& value);

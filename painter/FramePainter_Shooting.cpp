@@ -12,6 +12,7 @@
 #include "painter/wiggle.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
+#include "platform/LongWork.h"
 
 namespace painter {
 namespace {
@@ -81,10 +82,11 @@ void SendPlanes(const ConstPlanes& planes) {
 }
 
 void DevelopRoll(const FilmRoll& roll, Developer& developer, const platform::CheckBox& wiggle_on,
-                 const Wiggle& wiggle) {
+                 const Wiggle& wiggle, platform::LongWork& work) {
   const platform::BusyPointer busy;
   const std::int32_t length = roll.RollLength();
   for (std::int32_t f = 0; f < length; ++f) {
+    work.Report(f, length);
     const std::int16_t entry = roll.entries[static_cast<std::size_t>(f)];
     HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
     SendPlanes(wiggle_on.Value() == 1 ? developer.Wiggled(entry, wiggle) : developer.Unwiggled(entry));
@@ -109,10 +111,11 @@ void FramePainter::vl_button2_Click() {
     platform::MsgBox("There is not enough memory for a frame of the host's size.");
     return;
   }
+  platform::LongWork work;
   HostSession.Call("vel_StatusOpen", std::string("Saving..."));
   HostSession.Call("vel_CreateAnimAdv", TheRoll().RollLength(), std::int16_t{2});
   HostSession.Call("vel_StatusOpen", std::string("Developing..."));
-  DevelopRoll(TheRoll(), *developer, Check1, wiggle);
+  DevelopRoll(TheRoll(), *developer, Check1, wiggle, work);
   HostSession.Call("Vel_GotoFrame", std::int16_t{0});
   HostSession.Call("vel_StatusClose");
 }

@@ -11,6 +11,7 @@
 #include "painter/noise.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
+#include "platform/LongWork.h"
 #include "platform/Memory.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
@@ -24,7 +25,7 @@ std::int32_t AskForLong(std::string_view member) { return host::AsLong(HostSessi
 
 void CopyPlane(std::string_view getter, std::size_t samples, std::uint8_t* plane) {
   const host::Variant value = HostSession.Call(getter);
-  std::memcpy(plane, host::AsTable(value, samples, getter).bytes.data(), samples);
+  std::memcpy(plane, host::AsTable(value, samples, getter).data(), samples);
 }
 
 // Progress is a courtesy: a host that can't show it is no reason to stop.
@@ -79,8 +80,9 @@ void CopyFrame(CellStore& store, std::int32_t frame) {
   store.count = frame + 1;
 }
 
-void CopyFrames(Retrieval& retrieval) {
+void CopyFrames(Retrieval& retrieval, platform::LongWork& work) {
   for (std::int32_t i = 0; i < retrieval.CellCount; ++i) {
+    work.Report(i, retrieval.CellCount);
     CopyFrame(retrieval.cells, i);
     ShowStatus(100.0 / retrieval.CellCount * i);
   }
@@ -103,6 +105,7 @@ void ProposeLength() {
 }  // namespace
 
 void RetrieveFrames() {
+  platform::LongWork work;
   Retrieval& retrieval = TheRetrieval();
   ReadNumbers(retrieval);
   const platform::BusyPointer busy;
@@ -110,7 +113,7 @@ void RetrieveFrames() {
   if (retrieval.CellCount < 2) {
     platform::MsgBox("No animation");
   } else if (RenewStore(retrieval)) {
-    CopyFrames(retrieval);
+    CopyFrames(retrieval, work);
   }
   HostSession.Call("vel_StatusClose");
 }

@@ -23,6 +23,7 @@
 
 #include "platform/Accessible.h"
 #include "platform/Dialogs.h"
+#include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
 
 namespace platform {
@@ -116,17 +117,12 @@ KeepAlive::~KeepAlive() {
 void ShowUncovered() {
   constexpr int kMilliseconds = 40;
   // The screen says what was uncovered only some time after the dialog has gone.
+  const HeldEvents held(nullptr, false);
   const QDeadlineTimer enough(kMilliseconds);
   while (!enough.hasExpired()) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
     QThread::msleep(4);
   }
-}
-
-void RunLater(std::function<void()> routine) {
-  QMetaObject::invokeMethod(
-      QCoreApplication::instance(), [routine = std::move(routine)] { RunEvent(routine); },
-      Qt::QueuedConnection);
 }
 
 BusyPointer::BusyPointer() {

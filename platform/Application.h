@@ -52,7 +52,8 @@ class KeepAlive {
 /// comes next may keep the event loop waiting.
 void ShowUncovered();
 
-/// Runs a routine once, from the event loop, after the routine that is running now.
+/// Runs a routine once, from the event loop, after the routine that is running now. While a HeldEvents lives
+/// it waits.
 void RunLater(std::function<void()> routine);
 
 /// The busy pointer, as long as this object lives; what stood before comes back.

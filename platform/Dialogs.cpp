@@ -5,9 +5,12 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QStandardPaths>
 #include <utility>
 
+#include "platform/Application.h"
+#include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
 
 namespace platform {
@@ -52,6 +55,22 @@ QMessageBox::Icon ToolkitIcon(Icon icon) {
   return QMessageBox::NoIcon;
 }
 
+/// A box within a long deed is to be answered, not waited for.
+class PlainPointer {
+ public:
+  PlainPointer() {
+    if (shown_) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  }
+  ~PlainPointer() {
+    if (shown_) QApplication::restoreOverrideCursor();
+  }
+  PlainPointer(const PlainPointer&) = delete;
+  PlainPointer& operator=(const PlainPointer&) = delete;
+
+ private:
+  const bool shown_ = BusyPointerIsOn();
+};
+
 /// Desktops hand the focus to an application's main window when a box over one of its tool windows closes: it
 /// belongs back where it was.
 class FocusReturn {
@@ -68,6 +87,7 @@ class FocusReturn {
 Answer ShowMessage(const Message& message) {
   QWidget* const owner = Owner();
   const FocusReturn focus_return(owner);
+  const PlainPointer pointer;
   QMessageBox box(ToolkitIcon(message.icon), "Exposure Sheet", QString::fromStdString(message.text),
                   ToolkitButtons(message.buttons), owner);
   box.setObjectName("MsgBox");
@@ -123,6 +143,49 @@ std::string DocumentsFolder() {
 Answer MsgBox(const std::string& text, Buttons buttons, Icon icon) {
   const Message message{text, buttons, icon};
   return message_answer ? message_answer(message) : ShowMessage(message);
+}
+
+class StandingQuestion::Box {
+ public:
+  Box(const std::string& text, const std::string& yes, const std::string& no)
+      : focus_return_(Owner()), box_(Owner()) {
+    box_.setObjectName("StandingQuestion");
+    box_.setWindowTitle("Exposure Sheet");
+    box_.setIcon(QMessageBox::Question);
+    box_.setTextFormat(Qt::PlainText);
+    box_.setText(QString::fromStdString(text));
+    QPushButton* const stay = box_.addButton(QString::fromStdString(yes), QMessageBox::AcceptRole);
+    leave_ = box_.addButton(QString::fromStdString(no), QMessageBox::RejectRole);
+    box_.setDefaultButton(stay);
+    box_.setEscapeButton(stay);
+    box_.setWindowModality(Qt::ApplicationModal);
+    box_.show();
+  }
+
+  std::optional<bool> Answer() {
+    {
+      const HeldEvents held(&box_, false);
+      QCoreApplication::processEvents();
+    }
+    if (box_.isVisible()) return std::nullopt;
+    return box_.clickedButton() != leave_;
+  }
+
+ private:
+  FocusReturn focus_return_;
+  PlainPointer pointer_;
+  QMessageBox box_;
+  QPushButton* leave_;
+};
+
+StandingQuestion::StandingQuestion(const std::string& text, const std::string& yes, const std::string& no)
+    : text_(text), box_(message_answer ? nullptr : std::make_unique<Box>(text, yes, no)) {}
+
+StandingQuestion::~StandingQuestion() = default;
+
+std::optional<bool> StandingQuestion::Answer() {
+  if (box_) return box_->Answer();
+  return message_answer({text_, Buttons::YesNo, Icon::Question}) == platform::Answer::Yes;
 }
 
 void AnswerMessagesWith(std::function<Answer(const Message&)> answer) { message_answer = std::move(answer); }

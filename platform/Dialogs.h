@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,25 @@ struct Message {
 /// Shows a message box with the application's title and waits for its answer. Closing it counts as Cancel,
 /// No, or OK where there is nothing else.
 Answer MsgBox(const std::string& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None);
+/// A question with two answers that stands beside a wait: asking it doesn't wait for the answer. It goes with
+/// this object.
+class StandingQuestion {
+ public:
+  StandingQuestion(const std::string& text, const std::string& yes, const std::string& no);
+  ~StandingQuestion();
+  StandingQuestion(const StandingQuestion&) = delete;
+  StandingQuestion& operator=(const StandingQuestion&) = delete;
+
+  /// Handles what has come for the box, and nothing for other windows but their painting. The answer, if it
+  /// is there: closing the box counts as yes.
+  std::optional<bool> Answer();
+
+ private:
+  class Box;
+  std::string text_;
+  std::unique_ptr<Box> box_;
+};
+
 /// In place of real message boxes; null brings them back.
 void AnswerMessagesWith(std::function<Answer(const Message&)> answer);
 

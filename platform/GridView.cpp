@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <algorithm>
+#include <chrono>
 #include <optional>
 
 #include "platform/Application.h"
@@ -17,6 +19,8 @@ namespace {
 
 constexpr int kDefaultColumnWidth = 64;
 constexpr int kCurrentCellFrame = 2;
+/// About the time between two repeats of a held key.
+constexpr std::chrono::milliseconds kMostWait{30};
 const QColor kLine(214, 218, 224);
 
 /// Lines that part the cells without outshouting what stands in them. The current cell is framed and stays
@@ -138,20 +142,37 @@ class Grid::View : public QTableView {
     const bool to_end = event.key() == Qt::Key_Home || event.key() == Qt::Key_End;
     const auto action = ActionOf(event);
     if (!action && !to_end) return false;
+    // A held key repeats faster than a slow host follows. What came during a move must not be caught up with
+    // after the key is let go.
+    if (!HasWaited(event)) Move(action, event);
+    return true;
+  }
+
+  /// Whether this is a held key's repeat that has waited for its turn. How long it took to come here is known
+  /// only beside other events of the key, as the screen's clock is another one than ours.
+  bool HasWaited(const QKeyEvent& event) {
+    using namespace std::chrono;
+    const auto now = duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
+    const milliseconds way = now - milliseconds(event.timestamp());
+    shortest_way_ = event.isAutoRepeat() ? std::min(shortest_way_, way) : way;
+    return event.isAutoRepeat() && event.timestamp() != 0 && way - shortest_way_ > kMostWait;
+  }
+
+  void Move(std::optional<CursorAction> action, const QKeyEvent& event) {
+    const bool to_end = !action;
     grid_.ShowCurrent();
-    if (model()->rowCount() == 0) return true;
+    if (model()->rowCount() == 0) return;
     // A sheet is read downward: its ends are the first and the last frame, not the outer columns.
     if (to_end) {
       RunEvent([&] { grid_.MoveTo(event.key() == Qt::Key_Home ? 1 : grid_.Rows() - 1, grid_.Col()); });
-      return true;
+      return;
     }
     if (!currentIndex().isValid()) {
       RunEvent([&] { grid_.MoveTo(1, grid_.Col()); });
-      return true;
+      return;
     }
     const QModelIndex target = moveCursor(*action, event.modifiers());
     if (target.isValid()) RunEvent([&] { grid_.MoveTo(target.row() + 1, target.column()); });
-    return true;
   }
 
   static std::optional<CursorAction> ActionOf(const QKeyEvent& event) {
@@ -174,6 +195,7 @@ class Grid::View : public QTableView {
   }
 
   Grid& grid_;
+  std::chrono::milliseconds shortest_way_{0};
 };
 
 void Grid::HeaderView::paintSection(QPainter* painter, const QRect& rect, int section) const {

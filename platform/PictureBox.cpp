@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -134,8 +135,9 @@ class PictureWidget : public QWidget {
   /// Moves that come in a row, as they do after a routine that has blocked, become one: the last.
   void mouseMoveEvent(QMouseEvent* event) override {
     if (!last_move_)
-      QMetaObject::invokeMethod(
-          this, [this] { PassMove(); }, Qt::QueuedConnection);
+      RunLater([widget = QPointer(this)] {
+        if (widget) widget->PassMove();
+      });
     last_move_.reset(event->clone());
   }
   void wheelEvent(QWheelEvent* event) override {

@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPainter>
+#include <QPointer>
 #include <QScreen>
 #include <QStyle>
 #include <QUrl>
@@ -17,6 +18,7 @@
 
 #include "platform/Accessible.h"
 #include "platform/Application.h"
+#include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
 #include "platform/Picture.h"
 #include "platform/ToolkitColor.h"
@@ -143,7 +145,13 @@ class ClientWidget : public QWidget {
     painter = nullptr;
   }
   void resizeEvent(QResizeEvent* event) override {
-    RunEvent(resized);
+    if (EventsAreHeld()) {
+      RunLater([widget = QPointer(this)] {
+        if (widget) widget->resized();
+      });
+    } else {
+      RunEvent(resized);
+    }
     // Controls that are redrawn at once while the window shrinks leave their old right ends on the screen.
     if (event->size().width() < event->oldSize().width()) update();
   }

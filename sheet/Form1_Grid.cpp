@@ -3,6 +3,7 @@
 
 #include "app/Form1.h"
 #include "platform/Application.h"
+#include "platform/LongWork.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
 #include "timeline/layout.h"
@@ -45,8 +46,10 @@ bool Form1::AcceptsRate(double rate) {
 
 /// Moves through every row, as a user would: each move raises the grid's events.
 void Form1::FillFrameNumbers() {
+  platform::LongWork work(&Grid1);
   Grid1.SetCol(0);
   for (int row = 1; row < Grid1.Rows(); ++row) {
+    work.Report(row, Grid1.Rows());
     Grid1.SetRow(row);
     Grid1.SetText(std::to_string(row - 1));
   }

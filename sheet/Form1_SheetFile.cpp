@@ -4,6 +4,7 @@
 
 #include "app/Form1.h"
 #include "platform/Application.h"
+#include "platform/LongWork.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/safe_write.h"
@@ -20,8 +21,10 @@ std::array<look::vl_button*, sheet::kTrackChannels> VisibilityButtons(Form1& for
 
 /// Moves through the whole sheet as a user would, which fills SheetCells, repaints and leads the host along.
 std::vector<std::array<std::string, sheet::kSheetColumns>> CellsByMovingThrough(platform::Grid& grid) {
+  platform::LongWork work(&grid);
   std::vector<std::array<std::string, sheet::kSheetColumns>> rows(static_cast<std::size_t>(grid.Rows()) - 1);
   for (std::size_t row = 0; row < rows.size(); ++row) {
+    work.Report(static_cast<int>(row), grid.Rows());
     for (std::size_t column = 0; column < rows[row].size(); ++column) {
       grid.SetRow(static_cast<int>(row) + 1);
       grid.SetCol(static_cast<int>(column));
@@ -58,7 +61,8 @@ sheet::SheetFileContent ContentOf(Form1& form) {
 /// The live sheet, to which a file's fields are applied as they are read.
 class LiveSheet : public sheet::SheetTarget {
  public:
-  LiveSheet(Form1& form, std::string sheet_path) : form_(form), sheet_path_(std::move(sheet_path)) {}
+  LiveSheet(Form1& form, std::string sheet_path)
+      : form_(form), sheet_path_(std::move(sheet_path)), work_(&form.Grid1) {}
 
   void SetFrameRateText(std::string_view text) override { form3->Text7.SetText(std::string(text)); }
 
@@ -90,6 +94,7 @@ class LiveSheet : public sheet::SheetTarget {
   void SetColumnCount(std::int32_t columns) override { form_.Grid1.SetCols(columns); }
 
   void WriteCell(std::int32_t row, std::int32_t column, std::string_view text) override {
+    work_.Report(row, form_.Grid1.Rows());
     form_.Grid1.SetRow(row);
     form_.Grid1.SetCol(column);
     form_.Grid1.SetText(std::string(text));
@@ -116,6 +121,7 @@ class LiveSheet : public sheet::SheetTarget {
  private:
   Form1& form_;
   std::string sheet_path_;
+  platform::LongWork work_;
   std::int32_t rows_of_sound_ = 1;
 };
 

@@ -2,17 +2,27 @@
 
 #include <QCoreApplication>
 #include <map>
+#include <optional>
 
 #include "host/bus/Connection.h"
+#include "host/bus/Introspection.h"
 #include "host/bus/Wire.h"
 #include "host/bus/bus_names.h"
 #include "host/members.h"
 #include "platform/Application.h"
+#include "platform/LongWork.h"
 
 namespace host {
 namespace {
 
 constexpr const char* kGone = "the host is no longer running";
+constexpr const char* kGivenUp = "the host was given up, as it didn't answer";
+constexpr const char* kQuestion =
+    "The host doesn't answer. The exposure sheet waits for it and can do nothing else meanwhile.\n\n"
+    "Without the host the exposure sheet ends. What isn't saved is then written to a file of its own.";
+
+/// Milliseconds between two looks at the user's side of a wait.
+constexpr int kOneLook = 50;
 
 class BusHost final : public HostObject {
  public:
@@ -22,7 +32,10 @@ class BusHost final : public HostObject {
 
  private:
   std::string Offer(FormObject& form);
+  Message CallHost(const Message& call, std::string_view member);
   Message AnswerTo(std::uint64_t number, std::string_view member);
+  /// The interface in which the host passes this member's planes by descriptor; none if it passes bytes.
+  const char* DescriptorInterface(const Member& member);
   void Take(Message message);
   void TakeCall(const Message& call);
   bool AnswerStandardCall(const Message& call, const FormObject& form);
@@ -31,6 +44,10 @@ class BusHost final : public HostObject {
 
   std::unique_ptr<Connection> connection_;
   std::string service_;
+  bool given_up_ = false;
+  Wire wire_;
+  /// What the host has described; absent until a plane is first asked for.
+  std::optional<std::map<std::string, std::string, std::less<>>> descriptor_members_;
   /// The answers that are waited for, by number. While the tool waits for one it runs what the host calls
   /// back, which may call the host in turn: so there can be several, and they come in any order.
   std::map<std::uint64_t, Message> awaited_;
@@ -135,28 +152,55 @@ Message BusHost::AnswerTo(std::uint64_t number, std::string_view member) {
   };
   const Awaited awaited{awaited_, awaited_.try_emplace(number).first};
   Message& answer = awaited.entry->second;
+  platform::Patience patience(kQuestion, "Give up the host");
   while (!answer) {
     if (Message message = connection_->Next()) {
+      patience.Restart();
       Take(std::move(message));
     } else if (!connection_->IsOpen()) {
       throw HostError(member, "the session bus has gone");
-    } else {
-      connection_->Wait(1000);
+    } else if (!connection_->Wait(kOneLook) && !patience.Lasts()) {
+      given_up_ = true;
     }
+    // A call that the host has made meanwhile may have been where the user had enough.
+    if (given_up_) throw HostError(member, kGivenUp);
   }
   return std::move(answer);
 }
 
+Message BusHost::CallHost(const Message& call, std::string_view member) {
+  Message answer = AnswerTo(connection_->Send(call), member);
+  connection_->PassOnTheRest();
+  return answer;
+}
+
+const char* BusHost::DescriptorInterface(const Member& member) {
+  if (!PassesPlane(member)) return nullptr;
+  if (!descriptor_members_) {
+    const Message description =
+        CallHost(connection_->MakeCall(service_, kHostPath, kIntrospectable, "Introspect"), member.name);
+    const char* xml = "";
+    sd_bus_message_read(description.get(), "s", &xml);
+    descriptor_members_ = DescriptorMembers(xml);
+  }
+  const auto found = descriptor_members_->find(member.name);
+  return found == descriptor_members_->end() ? nullptr : found->second.c_str();
+}
+
 Variant BusHost::Invoke(std::string_view name, std::span<const Variant> arguments) {
   const Member& member = CheckedMember(name, arguments);
+  if (given_up_) throw HostError(name, kGivenUp);
   if (QCoreApplication::instance() == nullptr || QCoreApplication::closingDown())
     throw HostError(name, "the program is ending");
-  const Message call = connection_->MakeCall(service_, kHostPath, kHostInterface, std::string(name));
-  WriteArguments(call.get(), member, arguments, [this](FormObject& form) { return Offer(form); });
-  const Message answer = AnswerTo(connection_->Send(call), name);
-  connection_->PassOnTheRest();
+  const char* interface = DescriptorInterface(member);
+  const Message call = connection_->MakeCall(
+      service_, kHostPath, interface != nullptr ? interface : kHostInterface, std::string(name));
+  wire_.WriteArguments(call.get(), member, arguments,
+                       interface != nullptr ? Planes::AsDescriptors : Planes::AsBytes,
+                       [this](FormObject& form) { return Offer(form); });
+  const Message answer = CallHost(call, name);
   if (sd_bus_message_is_method_error(answer.get(), nullptr)) throw HostError(name, FailureText(answer.get()));
-  return ReadResult(member, answer.get());
+  return wire_.ReadResult(member, answer.get());
 }
 
 }  // namespace

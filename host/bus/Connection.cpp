@@ -83,9 +83,9 @@ void Connection::WatchForRoomToWrite() {
   if (writable_) writable_->setEnabled(IsOpen() && sd_bus_get_events(bus_) & POLLOUT);
 }
 
-void Connection::Wait(int milliseconds) {
+bool Connection::Wait(int milliseconds) {
   pollfd socket{sd_bus_get_fd(bus_), static_cast<short>(sd_bus_get_events(bus_)), 0};
-  poll(&socket, 1, milliseconds);
+  return poll(&socket, 1, milliseconds) > 0;
 }
 
 void Connection::OnArrival(std::function<void()> routine) {

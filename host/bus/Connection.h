@@ -46,8 +46,8 @@ class Connection {
 
   /// The next message that has come and nobody has taken, or null. It also writes what is still to be sent.
   Message Next();
-  /// Sleeps until there is something to read or write, at most so many milliseconds.
-  void Wait(int milliseconds);
+  /// Sleeps until there is something to read or write, at most so many milliseconds. False if nothing came.
+  bool Wait(int milliseconds);
 
   /// What the event loop runs when something has come. It must take all that Next() gives.
   void OnArrival(std::function<void()> routine);

@@ -8,6 +8,8 @@ namespace host {
 inline constexpr const char* kHostService = "Vellumark.Vellumark_Class";
 inline constexpr const char* kHostPath = "/Vellumark/Vellumark_Class";
 inline constexpr const char* kHostInterface = "Vellumark.Vellumark_Class";
+/// The plane members once more, with a descriptor of shared memory in place of the bytes.
+inline constexpr const char* kDescriptorsInterface = "Vellumark.Vellumark_Class.Descriptors";
 
 /// A window stands on its tool's connection under "/" and its name.
 inline constexpr const char* kFormInterface = "Vellumark.Form";

@@ -1,6 +1,6 @@
 #include "host/standin/BusService.h"
 
-#include "host/bus/Wire.h"
+#include "host/bus/Introspection.h"
 #include "host/bus/bus_names.h"
 #include "host/members.h"
 
@@ -98,10 +98,11 @@ void BusService::TakeCall(const Message& call) {
     return;
   }
   const char* interface = sd_bus_message_get_interface(call.get());
-  if (interface != nullptr && std::string_view(interface) != kHostInterface)
+  const bool by_descriptor = interface != nullptr && std::string_view(interface) == kDescriptorsInterface;
+  if (interface != nullptr && std::string_view(interface) != kHostInterface && !by_descriptor)
     return connection_->Refuse(call, SD_BUS_ERROR_UNKNOWN_INTERFACE, "There is no such interface.");
   try {
-    RunMember(call);
+    RunMember(call, by_descriptor ? Planes::AsDescriptors : Planes::AsBytes);
   } catch (const HostError& failure) {
     // The tool names the member itself.
     connection_->Refuse(call, failure.Reason());
@@ -110,18 +111,20 @@ void BusService::TakeCall(const Message& call) {
   }
 }
 
-void BusService::RunMember(const Message& call) {
+void BusService::RunMember(const Message& call, Planes planes) {
   const std::string name = sd_bus_message_get_member(call.get());
   const std::vector<Variant> arguments =
-      ReadArguments(call.get(), [&](const std::string& path) { return HoldForm(call, path); });
+      wire_.ReadArguments(call.get(), [&](const std::string& path) { return HoldForm(call, path); });
   const Member& member = CheckedMember(name, arguments);
+  if (planes == Planes::AsDescriptors && !PassesPlane(member))
+    throw HostError(name, "there is no such member with descriptors");
   if (name == "vel_StatusOpen") status_owner_ = sd_bus_message_get_sender(call.get());
   const Variant result = stand_in_->Invoke(name, arguments);
   if (member.arguments[0] == ArgumentKind::Window) return;
   sd_bus_message* answer = nullptr;
   if (sd_bus_message_new_method_return(call.get(), &answer) < 0) return;
   const Message owned(answer);
-  WriteResult(answer, member, result);
+  wire_.WriteResult(answer, member, result, planes);
   connection_->Send(owned);
 }
 

@@ -5,7 +5,7 @@
 #include <map>
 #include <optional>
 
-#include "host/bus/Connection.h"
+#include "host/bus/Wire.h"
 #include "host/standin/stand_in.h"
 
 namespace host {
@@ -26,13 +26,14 @@ class BusService {
 
   void Take(const Message& message);
   void TakeCall(const Message& call);
-  void RunMember(const Message& call);
+  void RunMember(const Message& call, Planes planes);
   void PassOnShown(const Message& answer);
   FormObject* HoldForm(const Message& call, const std::string& path);
   void ForgetTool(const std::string& tool);
 
   std::shared_ptr<StandIn> stand_in_;
   std::unique_ptr<Connection> connection_;
+  Wire wire_;
   /// By tool and object path.
   std::map<std::pair<std::string, std::string>, std::unique_ptr<RemoteForm>> forms_;
   /// The calls that handed windows over, by the number of the call that shows the window.

@@ -5,10 +5,14 @@
 #include <QFormLayout>
 #include <QSpinBox>
 
+#include "host/bus/bus_names.h"
+
 namespace host {
 namespace {
 
-constexpr int kMostPixelsPerSide = 8192;
+/// A tool that asks for bytes gets each plane in one message of the bus: no more pixels than go into that.
+constexpr int kMostPixelsPerSide = 8190;
+static_assert(FrameSize{kMostPixelsPerSide, kMostPixelsPerSide}.PlaneBytes() <= kMostBytesInMessage);
 constexpr int kMostFrames = 32767;
 
 QSpinBox* AddNumber(QFormLayout* rows, const char* name, const QString& label, const QString& unit, int most,

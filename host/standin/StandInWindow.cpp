@@ -196,12 +196,22 @@ void StandInWindow::RefreshCaptions() {
 void StandInWindow::RefreshStatus() {
   const auto& status = stand_in_->Status();
   status_label_->setWordWrap(false);
-  status_label_->setText(status ? QString::fromStdString(status->text) : tr("Ready"));
+  status_label_->setText(status ? QString::fromStdString(status->text) : WhatToolsDid());
   // While a tool reads or writes frames the animation must stay the one that it is at work on.
   animation_menu_->setEnabled(!status);
   status_bar_->setVisible(status.has_value());
   status_bar_->setValue(status ? static_cast<int>(status->percent) : 0);
   LayOutStatus();
+}
+
+/// A sign of life: a shooting or a retrieval that is over leaves nothing else to be seen here.
+QString StandInWindow::WhatToolsDid() const {
+  const FrameCounts& counts = stand_in_->Counts();
+  if (counts.written > 0)
+    return counts.written == 1 ? tr("1 frame shot") : tr("%1 frames shot").arg(counts.written);
+  if (counts.read > 0)
+    return counts.read == 1 ? tr("1 frame retrieved") : tr("%1 frames retrieved").arg(counts.read);
+  return tr("Ready");
 }
 
 void StandInWindow::LayOutStatus() {

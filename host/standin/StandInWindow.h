@@ -92,6 +92,7 @@ class StandInWindow : public QMainWindow, public StandInView {
   void RefreshFrame();
   void RefreshCaptions();
   void RefreshStatus();
+  QString WhatToolsDid() const;
   void LayOutStatus();
   void ShowStatusAtOnce();
   void ShowFrameAtOnce();

@@ -12,7 +12,7 @@ namespace host {
 struct FrameSize {
   int width = 0, height = 0;
 
-  std::size_t PlaneBytes() const {
+  constexpr std::size_t PlaneBytes() const {
     return (static_cast<std::size_t>(width) + 1) * (static_cast<std::size_t>(height) + 1);
   }
   friend bool operator==(const FrameSize&, const FrameSize&) = default;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/numbers.h"
 
@@ -13,6 +14,7 @@ void StandIn::TakeAnimation(Animation animation) {
   animation_ = std::move(animation);
   current_frame_ = buffer_frame_ = 0;
   size_open_ = unsaved_ = false;
+  counts_ = {};
   Tell(&StandInView::AnimationChanged);
 }
 
@@ -66,8 +68,9 @@ void StandIn::GotoFrameAdv(std::int32_t frame) {
   buffer_frame_ = current_frame_;
 }
 
-ByteTable StandIn::GetBuffer(Channel channel, std::string_view member) const {
+ByteTable StandIn::GetBuffer(Channel channel, std::string_view member) {
   if (animation_.FrameCount() == 0) throw HostError(member, "there are no frames");
+  if (std::exchange(counted_read_, buffer_frame_) != buffer_frame_) ++counts_.read;
   return animation_.Plane(buffer_frame_, channel);
 }
 
@@ -85,11 +88,22 @@ void StandIn::FitSize(std::size_t byte_count, std::string_view member) {
   Tell(&StandInView::AnimationChanged);
 }
 
-void StandIn::SetBuffer(Channel channel, const ByteTable& table, std::string_view member) {
+/// What of shared memory is the plane, which memory of a tool's may be longer than.
+ByteTable StandIn::PlaneIn(const ByteTable& memory) const {
+  const auto fits = [&](const FrameSize& size) { return size.PlaneBytes() == memory.bytes.size(); };
+  const bool new_size = size_open_ && std::ranges::any_of(read_sizes_, fits);
+  const std::size_t plane = animation_.Size().PlaneBytes();
+  if (new_size || memory.bytes.size() <= plane) return {memory.bytes, nullptr};
+  return {memory.bytes.first(plane), nullptr};
+}
+
+void StandIn::SetBuffer(Channel channel, const ByteTable& given, std::string_view member) {
   if (animation_.FrameCount() == 0) throw HostError(member, "there are no frames");
+  const ByteTable table = given.shared ? PlaneIn(given) : given;
   FitSize(table.bytes.size(), member);
   animation_.SetPlane(buffer_frame_, channel, table);
   unsaved_ = true;
+  if (std::exchange(counted_write_, buffer_frame_) != buffer_frame_) ++counts_.written;
   if (buffer_frame_ == current_frame_) Tell(&StandInView::FramePainted);
 }
 
@@ -103,6 +117,8 @@ void StandIn::CreateAnimAdv(std::int32_t frame_count) {
 
 void StandIn::StatusOpen(std::string text) {
   status_ = StatusDisplay{std::move(text), 0};
+  counts_ = {};
+  counted_read_ = counted_write_ = -1;
   Tell(&StandInView::StatusChanged);
 }
 

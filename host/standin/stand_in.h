@@ -16,6 +16,11 @@ struct StatusDisplay {
   double percent = 0;
 };
 
+/// A frame counts once, however many of its planes are passed, as long as no other comes between.
+struct FrameCounts {
+  int read = 0, written = 0;
+};
+
 /// What shows the stand-in to a user. Told after each change; FrameMoved comes very often and must cost next
 /// to nothing.
 class StandInView {
@@ -46,6 +51,9 @@ class StandIn final : public HostObject {
   int CurrentFrame() const { return current_frame_; }
   const std::string& RateText() const { return rate_; }
   const std::optional<StatusDisplay>& Status() const { return status_; }
+  /// How many frames tools have read and written since they opened the status display; as they left it when
+  /// they closed it.
+  const FrameCounts& Counts() const { return counts_; }
   /// Whether a tool has written frames that are nowhere else yet.
   bool Unsaved() const { return unsaved_; }
   void NoteSaved() { unsaved_ = false; }
@@ -70,7 +78,7 @@ class StandIn final : public HostObject {
   /// Frames outside the animation stop at its first or last.
   void GotoFrame(std::int32_t frame);
   void GotoFrameAdv(std::int32_t frame);
-  ByteTable GetBuffer(Channel channel, std::string_view member) const;
+  ByteTable GetBuffer(Channel channel, std::string_view member);
   void SetBuffer(Channel channel, const ByteTable& table, std::string_view member);
   void CreateAnimAdv(std::int32_t frame_count);
   void StatusOpen(std::string text);
@@ -79,6 +87,7 @@ class StandIn final : public HostObject {
 
  private:
   void RememberSize();
+  ByteTable PlaneIn(const ByteTable& memory) const;
   void FitSize(std::size_t byte_count, std::string_view member);
   int NearestFrame(std::int32_t frame) const;
   void Tell(void (StandInView::*change)()) {
@@ -98,6 +107,9 @@ class StandIn final : public HostObject {
   /// The sizes that tools have read, the last one first.
   std::vector<FrameSize> read_sizes_;
   std::optional<StatusDisplay> status_;
+  FrameCounts counts_;
+  /// The frames that were counted last; -1 for none.
+  int counted_read_ = -1, counted_write_ = -1;
   std::vector<FormObject*> forms_;
 };
 

@@ -3,21 +3,14 @@
 Run under dbus-run-session: bus_test.py <session driver>. The driver is the tool with a user made of words.
 """
 
-import os
-import subprocess
-import sys
-import tempfile
-import time
 import unittest
-import wave
 
 import dbus
-from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
-from logging_host import LoggingHost
+import logging_host
+from tool_session import Session
 
-DRIVER = sys.argv.pop(1)
 START = [("Vel_SendFormObject", "/Form1", 0), ("Vel_GetAppDir",), ("Vel_WallpaperFilename",),
          ("Vel_GetFrameRate",)]
 
@@ -27,39 +20,7 @@ def follow(calls):
     return [call[1] for call in calls if call[0] == "Vel_GotoFrame"]
 
 
-class Session(unittest.TestCase):
-    def setUp(self):
-        self.bus = dbus.SessionBus(private=True, mainloop=DBusGMainLoop())
-        self.bus.set_exit_on_disconnect(False)
-        self.host = LoggingHost(self.bus)
-        self.folder = tempfile.TemporaryDirectory()
-        self.sound = os.path.join(self.folder.name, "half a second.wav")
-        with wave.open(self.sound, "wb") as sound:  # 6 frames at 12 fps
-            sound.setnchannels(1)
-            sound.setsampwidth(1)
-            sound.setframerate(8000)
-            sound.writeframes(bytes(4000))
-
-    def tearDown(self):
-        self.bus.close()
-        self.folder.cleanup()
-
-    def run_tool(self, *steps):
-        """Plays the steps with the tool; gives its status, what its user saw and what it reported."""
-        environment = dict(os.environ, HOME=self.folder.name, QT_QPA_PLATFORM="offscreen", SDL_AUDIODRIVER="dummy")
-        tool = subprocess.Popen([DRIVER, *steps], env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                text=True)
-        context = GLib.MainContext.default()
-        end = time.monotonic() + 30
-        while tool.poll() is None and time.monotonic() < end:
-            if not context.iteration(False):
-                time.sleep(0.0005)
-        if tool.poll() is None:
-            tool.kill()
-            self.fail(f"the tool hangs after {self.host.calls[-3:]}")
-        seen, reported = tool.communicate()
-        return tool.returncode, seen.splitlines(), reported
-
+class BusSession(Session):
     def test_starts_shows_and_ends(self):
         status, seen, _ = self.run_tool("shown", "quit")
         self.assertEqual((status, seen), (0, []))
@@ -68,6 +29,16 @@ class Session(unittest.TestCase):
         self.assertEqual(set(self.host.calls[4:]), {("vel_GetTotalFrames",), ("Vel_GotoFrame", -1)})
 
     def test_plays_a_whole_session(self):
+        # A host may list its descriptors in an interface of their own or beside the bytes.
+        for interface in (None, logging_host.DESCRIPTORS, logging_host.NAME):
+            with self.subTest(descriptors=interface):
+                self.begin_anew()
+                self.host.descriptors_in = interface
+                self.play_a_whole_session()
+                # Each channel has one piece of memory, made once.
+                self.assertEqual(len(self.host.seen_memories), 3 if interface else 0)
+
+    def play_a_whole_session(self):
         status, seen, reported = self.run_tool(
             "shown", f"wave={self.sound}", "row=5", "row=2", "rate=24", "play", "played", "frame-painter", "length=4", "stamp=2",
             "shoot", "done", "quit")
@@ -159,8 +130,7 @@ class Session(unittest.TestCase):
         ]
         for member, nth, how, steps, report in cases:
             with self.subTest(member=member, nth=nth, how=how):
-                self.tearDown()
-                self.setUp()
+                self.begin_anew()
                 self.host.fail(member, nth, how)
                 status, seen, reported = self.run_tool("shown", *steps, "quit")
                 self.assertEqual(status, 1, reported)
@@ -173,8 +143,7 @@ class Session(unittest.TestCase):
                                  ("Vel_GetAppDir", 2, "error"), ("vel_StatusOpen", 1, "error"),
                                  ("vel_Status", 1, "error"), ("vel_Status", 2, "error")]:
             with self.subTest(member=member, nth=nth, how=how):
-                self.tearDown()
-                self.setUp()
+                self.begin_anew()
                 self.host.fail(member, nth, how)
                 status, _, reported = self.run_tool("shown", *painter, "quit")
                 self.assertEqual(status, 0, reported)

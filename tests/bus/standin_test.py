@@ -3,18 +3,22 @@
 Run under dbus-run-session: standin_test.py <vellumark-standin>.
 """
 
+import fcntl
 import os
 import subprocess
 import sys
 import tempfile
 import time
 import unittest
+from xml.etree import ElementTree
 
 import dbus
 from dbus.lowlevel import (HANDLER_RESULT_HANDLED, HANDLER_RESULT_NOT_YET_HANDLED, ErrorMessage,
                            MethodCallMessage, MethodReturnMessage)
 from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
+
+import logging_host
 
 STANDIN = sys.argv.pop(1)
 NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
@@ -42,15 +46,18 @@ class Tool:
         self.asked = []
         self.rate_while_loading = None
 
-    def start(self, member, signature="", *arguments):
+    def start(self, member, signature="", *arguments, interface=NAME):
         """Calls the host; gives a list that takes its answer: the values, or the error."""
         answer = []
-        self.bus.call_async(NAME, PATH, NAME, member, signature, arguments, lambda *values: answer.append(values),
+        self.bus.call_async(NAME, PATH, interface, member, signature, arguments, lambda *values: answer.append(values),
                             answer.append, byte_arrays=True, timeout=30)
         return answer
 
-    def call(self, member, signature="", *arguments):
-        answer = self.start(member, signature, *arguments)
+    def call_shared(self, member, signature="", *arguments):
+        return self.call(member, signature, *arguments, interface=logging_host.DESCRIPTORS)
+
+    def call(self, member, signature="", *arguments, interface=NAME):
+        answer = self.start(member, signature, *arguments, interface=interface)
         turn_until(lambda: answer)
         if isinstance(answer[0], dbus.DBusException):
             raise answer[0]
@@ -118,6 +125,43 @@ class StandIn(unittest.TestCase):
         self.assertEqual(call("Vel_GetFrameRate"), "23.976")
         self.assertTrue(os.path.isdir(call("Vel_GetAppDir")))
         self.assertTrue(os.path.isfile(call("Vel_WallpaperFilename")))
+
+    def test_passes_planes_by_descriptor_as_by_bytes(self):
+        call, shared = self.tool.call, self.tool.call_shared
+        call("vel_CreateAnimAdv", "ii", 2, 2)
+        call("Vel_GotoFrameAdv", "ii", 1, 3)
+        # Memory may be longer than the plane. It is the tool's, which may write something else into it.
+        memory = logging_host.memory(PLANE + 5000)
+        os.pwrite(memory, bytes([7]) * PLANE, 0)
+        shared("vel_SetGBuffer", "h", dbus.types.UnixFd(memory))
+        os.pwrite(memory, bytes([8]) * PLANE, 0)
+        self.assertEqual(call("vel_GetGbuffer"), bytes([7]) * PLANE)
+        kept = set()
+        for _ in range(3):
+            given = shared("vel_GetGbuffer").take()
+            self.assertEqual(fcntl.fcntl(given, fcntl.F_GET_SEALS) & logging_host.SEALS, logging_host.SEALS)
+            self.assertEqual(os.pread(given, 2 * PLANE, 0), bytes([7]) * PLANE)
+            kept.add(os.fstat(given).st_ino)
+            os.close(given)
+        self.assertEqual(len(kept), 1)
+        for what, words in [(logging_host.memory(PLANE - 1), "77360 bytes"),
+                            (logging_host.memory(PLANE, 0), "sealed"), (os.pipe()[0], "shared memory")]:
+            with self.assertRaisesRegex(dbus.DBusException, words):
+                shared("vel_SetRbuffer", "h", dbus.types.UnixFd(what))
+        with self.assertRaisesRegex(dbus.DBusException, "descriptors"):
+            shared("Vel_GetFrameRate")
+
+    def test_tells_how_to_be_called(self):
+        description = self.tool.call("Introspect", interface="org.freedesktop.DBus.Introspectable")
+        interfaces = {interface.get("name"): {method.get("name"): [argument.get("type") for argument in method]
+                                              for method in interface}
+                      for interface in ElementTree.fromstring(description)}
+        self.assertEqual({name: len(methods) for name, methods in interfaces.items()},
+                         {NAME: 20, logging_host.DESCRIPTORS: 6})
+        self.assertEqual(interfaces[NAME]["vel_GetRbuffer"], ["ay"])
+        self.assertEqual(interfaces[NAME]["Vel_SendFormObject"], ["o", "i"])
+        for member in (*logging_host.GETTERS, *logging_host.SETTERS):
+            self.assertEqual(interfaces[logging_host.DESCRIPTORS][member], ["h"])
 
     def test_refuses_in_words(self):
         for member, signature, arguments, words in [

@@ -1,0 +1,32 @@
+// Holding events back while the program's one thread is taken up. For the platform layer.
+#pragma once
+
+#include <QObject>
+
+class QWidget;
+
+namespace platform {
+
+/// While one of these lives, events may be handled that only show what is there. Timers and sockets aren't
+/// heard, and routines for later wait.
+class HeldEvents : public QObject {
+ public:
+  /// `free`: a window that works as ever, or null. With `drops_input` the user's mouse and keys are dropped
+  /// as they come in; without it the caller leaves them to the event loop.
+  HeldEvents(QWidget* free, bool drops_input);
+  ~HeldEvents() override;
+
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+
+ private:
+  QWidget* free_;
+  bool drops_input_;
+};
+
+/// Drops the next press of the mouse if it is the second one of a double click.
+void DropRestOfDoubleClick();
+
+/// Whether a HeldEvents lives.
+bool EventsAreHeld();
+
+}  // namespace platform

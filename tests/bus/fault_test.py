@@ -1,0 +1,136 @@
+"""Every way in which a host may fail the tool, one after the other, counted.
+
+Run under dbus-run-session: fault_test.py <session driver>.
+"""
+
+import fcntl
+import os
+import socket
+import subprocess
+import sys
+import unittest
+
+import dbus
+
+from logging_host import DESCRIPTORS, GETTERS, SETTERS, memory
+from tool_session import Session
+
+PAINTER = ["frame-painter", "length=2", "shoot", "done", "quit"]
+RESULTS = ["Vel_GetAppDir", "Vel_WallpaperFilename", "Vel_GetFrameRate", "vel_BufferWidth", "vel_BufferHeight",
+           "vel_GetTotalFrames", *GETTERS]
+# Where a failed call is passed over: the nth call of the member.
+GUARDED = {("Vel_WallpaperFilename", 1), ("Vel_WallpaperFilename", 2), ("Vel_GetAppDir", 2), ("vel_StatusOpen", 1),
+           ("vel_Status", 1)}
+MOST_IN_MESSAGE = 1 << 26
+
+
+class Faults(Session):
+    cases = 0
+
+    @classmethod
+    def tearDownClass(cls):
+        print(f"{cls.cases} cases of a failing host")
+
+    def case(self, *, steps=PAINTER, expected="", **host):
+        """One session with the host as it is now; `expected` in the report, or none of it if it is None."""
+        Faults.cases += 1
+        status, _, reported = self.run_tool(f"give-up-when={self.silent}", "shown", *steps)
+        self.assertEqual(status, 0 if expected is None else 1, reported)
+        self.assertIn(expected or "", reported)
+
+    def begin(self, **host):
+        super().begin(**host)
+        self.silent = os.path.join(self.folder.name, "silent")
+        self.host.when_silent = lambda: open(self.silent, "w").close()
+
+    def whole(self):
+        return [f"wave={self.sound}", "row=2", "rate=24", *PAINTER]
+
+    def test_each_member_fails_in_each_way(self):
+        self.case(steps=self.whole(), expected=None)
+        names = self.host.names()
+        others = [dbus.UInt64(1), (), dbus.Array([1], signature="i"), (dbus.Int32(1), dbus.Int32(1))]
+        for member in sorted(set(names)):
+            faults = [("error", 1), ("error", names.count(member)), ("silence", 1), ("leave", 1)]
+            faults += [(other, 1) for other in others if member in RESULTS]
+            for how, nth in faults:
+                with self.subTest(member=member, nth=nth, how=how):
+                    self.begin_anew()
+                    self.host.fail(member, nth, how)
+                    guarded = (member, nth) in GUARDED
+                    words = f"The host's member {'' if guarded else member}"
+                    # Past a guarded call the next one meets the same host, which has gone or was given up.
+                    goes_on = guarded and how not in ("silence", "leave")
+                    self.case(steps=self.whole(), expected=None if goes_on else words)
+
+    def test_descriptors(self):
+        def some(make):
+            return lambda plane: dbus.types.UnixFd(make(plane))
+
+        def filled(seals, extra=0):
+            def make(plane):
+                made = memory(len(plane) + extra, 0)
+                os.pwrite(made, plane, 0)
+                fcntl.fcntl(made, fcntl.F_ADD_SEALS, seals)
+                return made
+            return some(make)
+
+        both, no_memory, no_seal = fcntl.F_SEAL_SHRINK | fcntl.F_SEAL_GROW, "isn't one of shared memory", "isn't sealed"
+        faults = [
+            (some(lambda plane: memory(len(plane) - 1)), "11 bytes where 12"),
+            (some(lambda plane: memory(0)), "of no size"),
+            (filled(0), no_seal), (filled(fcntl.F_SEAL_SHRINK), no_seal), (filled(fcntl.F_SEAL_GROW), no_seal),
+            (some(lambda plane: os.pipe()[0]), no_memory),
+            (some(lambda plane: socket.socketpair()[0].detach()), no_memory),
+            (some(lambda plane: os.open("/dev/zero", os.O_RDONLY)), no_memory),
+            (some(lambda plane: os.open("/", os.O_RDONLY)), no_memory),
+            (some(lambda plane: os.open(__file__, os.O_RDONLY)), no_memory),
+            (lambda plane: "text", "a text where a byte table"),
+            # What a host may do: other memory each time, more of it, never written again, plain bytes.
+            (filled(both), None), (filled(both, 5000), None), (filled(both | fcntl.F_SEAL_WRITE), None),
+            (dbus.ByteArray, None),
+        ]
+        for getter in GETTERS:
+            for number, (descriptor, words) in enumerate(faults):
+                with self.subTest(getter=getter, fault=number):
+                    self.begin_anew()
+                    self.host.descriptors_in = DESCRIPTORS
+                    self.host.descriptor_for[getter] = descriptor
+                    self.case(expected=words and f"The host's member {getter} failed: it " and words)
+        for member in (*GETTERS, *SETTERS):
+            for how in ("error", "silence", "leave"):
+                with self.subTest(member=member, how=how):
+                    self.begin_anew()
+                    self.host.descriptors_in = DESCRIPTORS
+                    self.host.fail(member, 2, how)
+                    self.case(expected=f"The host's member {member} failed")
+
+    def test_sizes(self):
+        below, most, above, twice = (7935, 8319), (8191, 8191), (8191, 8192), (8191, 16383)
+        for interface, setters_take_bytes, size, words in [
+                (DESCRIPTORS, False, below, None), (DESCRIPTORS, False, most, None), (DESCRIPTORS, False, above, None),
+                (DESCRIPTORS, False, twice, None), (None, True, below, None), (None, True, most, None),
+                (DESCRIPTORS, True, above, "a plane of 67117056 bytes is more than a message"),
+                (DESCRIPTORS, True, twice, "a plane of 134217728 bytes is more than a message")]:
+            with self.subTest(interface=interface, setters_take_bytes=setters_take_bytes, size=size):
+                self.begin_anew(frames=2, width=size[0], height=size[1])
+                self.host.descriptors_in = interface
+                self.host.setters_take_bytes = setters_take_bytes
+                self.case(steps=["frame-painter", "length=1", "shoot", "done", "quit"], expected=words)
+
+    def test_a_host_that_sends_more_than_the_bus_carries(self):
+        for size in [("8191", "8192"), ("8191", "16383")]:
+            with self.subTest(size=size):
+                self.begin_anew()
+                self.bus.release_name("Vellumark.Vellumark_Class")
+                host = subprocess.Popen([sys.executable, os.path.join(os.path.dirname(__file__), "logging_host.py"),
+                                         *size], stderr=subprocess.DEVNULL)
+                self.addCleanup(host.communicate)
+                self.addCleanup(host.kill)
+                while not self.bus.name_has_owner("Vellumark.Vellumark_Class"):
+                    self.assertIsNone(host.poll())
+                self.case(expected="The host's member vel_GetRbuffer failed")
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

@@ -1,0 +1,66 @@
+"""The tool with a user made of words, beside a host that writes down what it is asked.
+
+The test file that uses this takes the session driver as its first argument and runs under dbus-run-session.
+"""
+
+import os
+import subprocess
+import sys
+import tempfile
+import time
+import unittest
+import wave
+
+import dbus
+from dbus.mainloop.glib import DBusGMainLoop
+from gi.repository import GLib
+
+from logging_host import LoggingHost
+
+DRIVER = sys.argv.pop(1)
+
+
+class Session(unittest.TestCase):
+    """A host and a folder with a sound, anew for each test."""
+
+    def setUp(self):
+        self.begin()
+
+    def tearDown(self):
+        self.end()
+
+    def begin(self, **host):
+        self.bus = dbus.SessionBus(private=True, mainloop=DBusGMainLoop())
+        self.bus.set_exit_on_disconnect(False)
+        self.host = LoggingHost(self.bus, **host)
+        self.folder = tempfile.TemporaryDirectory()
+        self.sound = os.path.join(self.folder.name, "half a second.wav")
+        with wave.open(self.sound, "wb") as sound:  # 6 frames at 12 fps
+            sound.setnchannels(1)
+            sound.setsampwidth(1)
+            sound.setframerate(8000)
+            sound.writeframes(bytes(4000))
+
+    def end(self):
+        self.bus.close()
+        self.folder.cleanup()
+
+    def begin_anew(self, **host):
+        self.end()
+        self.begin(**host)
+
+    def run_tool(self, *steps):
+        """Plays the steps with the tool; gives its status, what its user saw and what it reported."""
+        environment = dict(os.environ, HOME=self.folder.name, QT_QPA_PLATFORM="offscreen", SDL_AUDIODRIVER="dummy")
+        tool = subprocess.Popen([DRIVER, *steps], env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                text=True)
+        context = GLib.MainContext.default()
+        end = time.monotonic() + 60
+        while tool.poll() is None and time.monotonic() < end:
+            if not context.iteration(False):
+                time.sleep(0.0005)
+        if tool.poll() is None:
+            tool.kill()
+            self.fail(f"the tool hangs after {self.host.calls[-3:]}")
+        seen, reported = tool.communicate()
+        return tool.returncode, seen.splitlines(), reported

@@ -1,0 +1,145 @@
+// What waits, what is dropped and what is shown while the program's one thread is taken up.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QProgressBar>
+#include <QTableView>
+
+#include "platform/Clock.h"
+#include "platform/Grid.h"
+#include "platform/HeldEvents.h"
+#include "platform/LongWork.h"
+#include "platform/PictureBox.h"
+#include "platform/Widgets.h"
+#include "platform/Window.h"
+#include "support/UserInput.h"
+#include "support/desk.h"
+
+namespace platform {
+namespace {
+
+struct Busy : Window {
+  Busy() : Window({.name = "Busy", .caption = "", .client_width = 300, .client_height = 200, .icons = {}}) {
+    grid.Move(0, 0, 200, 150);
+    canvas.Move(200, 0, 50, 40);
+    canvas.MouseDown = [this](auto...) { ++presses; };
+    canvas.MouseUp = [this](auto...) { ++releases; };
+    timer.Tick = [this] { ++ticks; };
+  }
+  void Form_Resize() override { ++resizes; }
+
+  Grid grid{*this, "grid", 50, 3};
+  PictureBox canvas{*this, "canvas"};
+  Timer timer{*this, "timer", 1};
+  int presses = 0, releases = 0, ticks = 0, resizes = 0;
+};
+
+WindowInstance<Busy> busy;
+
+struct LongWorkTest : testing::Test {
+  LongWorkTest() {
+    busy->Show();
+    support::HandleEvents();
+  }
+  /// A press or release that comes in while the thread is taken up.
+  void Come(QEvent::Type type) {
+    const QPointF at(5, 5);
+    QWidget* const widget = busy->canvas.Widget();
+    QApplication::postEvent(widget, new QMouseEvent(type, at, widget->mapToGlobal(at), Qt::LeftButton,
+                                                    Qt::LeftButton, Qt::NoModifier));
+  }
+  support::Desk desk;
+};
+
+TEST_F(LongWorkTest, OnlyPaintingGoesOnDuringAWait) {
+  int painted = 0, run_later = 0;
+  busy->canvas.Paint = [&] { ++painted; };
+  busy->timer.SetEnabled(true);
+  RunLater([&] { ++run_later; });
+  busy->canvas.Widget()->update();
+  const int resizes = busy->resizes;
+  QWidget* const client = busy->canvas.Widget()->parentWidget();
+  QApplication::postEvent(client, new QResizeEvent(client->size(), client->size()));
+  Sleep(5);
+  KeepPainted();
+  EXPECT_EQ(painted, 1);
+  EXPECT_EQ(run_later, 0);
+  EXPECT_EQ(busy->ticks, 0);
+  EXPECT_EQ(busy->resizes, resizes);
+  Sleep(5);
+  support::HandleEvents();
+  EXPECT_EQ(run_later, 1);
+  EXPECT_GT(busy->ticks, 0);
+  EXPECT_EQ(busy->resizes, resizes + 1);
+}
+
+TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
+  {
+    LongWork work;
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) Come(type);
+    QApplication::postEvent(busy->grid.Widget(),
+                            new QKeyEvent(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier));
+  }
+  support::HandleEvents();
+  EXPECT_EQ(busy->presses + busy->releases, 0);
+  EXPECT_EQ(busy->grid.Row(), 0);
+  // The second half of a double click may come when the deed is over already. Then all is as ever.
+  for (const auto type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) Come(type);
+  support::HandleEvents();
+  EXPECT_EQ(busy->presses + busy->releases, 0);
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick})
+    Come(type);
+  support::HandleEvents();
+  EXPECT_EQ(busy->presses, 2);
+  EXPECT_EQ(busy->releases, 1);
+}
+
+TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {
+  const auto value = [] {
+    const auto* bar = busy->grid.Widget()->findChild<QProgressBar*>("LongWorkBar");
+    return bar == nullptr ? -1 : bar->value();
+  };
+  {
+    LongWork work(&busy->grid);
+    EXPECT_TRUE(BusyPointerIsOn());
+    work.Report(1, 10);
+    EXPECT_EQ(value(), -1);
+    Sleep(550);
+    work.Report(0, 10);
+    EXPECT_EQ(value(), 0);
+    {
+      LongWork part(&busy->grid);
+      Sleep(110);
+      part.Report(5, 10);
+      EXPECT_EQ(value(), 100) << "half of the first fifth";
+    }
+    Sleep(110);
+    work.Report(5, 10);
+    EXPECT_EQ(value(), 600) << "half of what was left";
+  }
+  EXPECT_EQ(value(), -1);
+  EXPECT_FALSE(BusyPointerIsOn());
+}
+
+TEST_F(LongWorkTest, RepeatsOfAKeyThatASlowMoveHasOvertakenAreDropped) {
+  constexpr quint64 screen_time = 5'000'000;
+  const auto press = [](bool repeat, quint64 at) {
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, {}, repeat);
+    down.setTimestamp(at);
+    QApplication::sendEvent(busy->grid.Widget(), &down);
+  };
+  busy->grid.SetRow(1);
+  press(false, screen_time);
+  for (int i = 0; i < 3; ++i) press(true, screen_time + 60'000);
+  EXPECT_EQ(busy->grid.Row(), 5) << "repeats that come at once all count";
+  for (int i = 1; i < 4; ++i) press(true, screen_time + 59'000);
+  EXPECT_EQ(busy->grid.Row(), 5) << "these have waited for a second";
+  press(false, screen_time + 59'000);
+  EXPECT_EQ(busy->grid.Row(), 6) << "what the user presses anew always counts";
+  for (int i = 0; i < 2; ++i) press(true, 0);
+  EXPECT_EQ(busy->grid.Row(), 8) << "of events without a time nothing is known";
+}
+
+}  // namespace
+}  // namespace platform

@@ -71,6 +71,7 @@ void Grid::MoveTo(int row, int col) {
   if (col < 0 || col >= state_->cols) throw ControlError(Name() + " has no column " + std::to_string(col));
   if (row == state_->row && col == state_->col) return;
   if (LeaveCell) LeaveCell();
+  if (row != state_->row) state_->stepped = true;
   state_->row = row;
   state_->col = col;
   state_->moved = true;
@@ -131,10 +132,10 @@ void Grid::ShowCurrent() {
       state_->row == 0 ? QModelIndex() : state_->model->index(state_->row - 1, state_->col);
   state_->view->setCurrentIndex(current);
   const bool moved = std::exchange(state_->moved, false);
-  const bool by_mouse = std::exchange(state_->moved_by_mouse, false);
+  const bool stepped = std::exchange(state_->stepped, false);
   if (current.isValid()) {
     state_->view->scrollTo(current);
-    if (moved && !by_mouse) KeepRowsAhead();
+    if (stepped) KeepRowsAhead();
   } else if (moved) {
     // Code that goes to the header has made the rows anew: they are seen from the first one on.
     state_->view->scrollToTop();

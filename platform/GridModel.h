@@ -25,8 +25,8 @@ struct GridState {
   QTableView* view = nullptr;
   bool stale = false;
   bool moved = false;
-  /// A row that was clicked stays under the pointer.
-  bool moved_by_mouse = false;
+  /// To another row, and not by a click: a row that was clicked stays under the pointer.
+  bool stepped = false;
   std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 
   std::size_t IndexOf(int r, int c) const {

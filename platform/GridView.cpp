@@ -112,7 +112,7 @@ class Grid::View : public QTableView {
     const QModelIndex at = indexAt(event->pos());
     if (event->button() != Qt::LeftButton || !at.isValid()) return;
     RunEvent([&] { grid_.MoveTo(at.row() + 1, at.column()); });
-    grid_.state_->moved_by_mouse = true;
+    grid_.state_->stepped = false;
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void mouseMoveEvent(QMouseEvent*) override {}

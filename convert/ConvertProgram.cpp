@@ -34,20 +34,24 @@ std::string Translated(const Message& message) {
 
 void Say(const std::string& text) { std::fprintf(stderr, "%s: %s\n", kProgram, text.c_str()); }
 
-std::string Named(const std::string& name) {
+std::string InputNamed(const std::string& name) {
   return name == kStandardStream ? Translated({QT_TRANSLATE_NOOP("convert", "standard input"), {}}) : name;
 }
 
+std::string OutputNamed(const std::string& name) {
+  return name == kStandardStream ? Translated({QT_TRANSLATE_NOOP("convert", "standard output"), {}}) : name;
+}
+
 int Fail(const std::string& name, const Message& failure) {
-  Say(Named(name) + ": " + Translated(failure));
+  Say(name + ": " + Translated(failure));
   return kFailed;
 }
 
 void SayNotes(const std::string& name, const Messages& notes) {
   for (std::size_t i = 0; i < std::min(notes.size(), kMostNotes); ++i)
-    Say(Named(name) + ": " + Translated(notes[i]));
+    Say(name + ": " + Translated(notes[i]));
   if (notes.size() > kMostNotes) {
-    Say(Named(name) + ": " +
+    Say(name + ": " +
         Translated(
             {QT_TRANSLATE_NOOP("convert", "%1 more like it"), {std::to_string(notes.size() - kMostNotes)}}));
   }
@@ -134,7 +138,8 @@ class Conversion {
 
   int Run() {
     if (!request_.force && OutputExists(request_.output)) {
-      return Fail(request_.output, {QT_TRANSLATE_NOOP("convert", "is there already (see --force)"), {}});
+      return Fail(OutputNamed(request_.output),
+                  {QT_TRANSLATE_NOOP("convert", "is there already (see --force)"), {}});
     }
     if (request_.from == Format::kWave) return ConvertSound();
     if (const int status = ReadTable(); status != kDone) return status;
@@ -146,11 +151,11 @@ class Conversion {
  private:
   int ConvertSound() {
     const auto opened = SoundFile::Open(request_.input);
-    if (!opened.sound) return Fail(request_.input, {"%1", {opened.reason}});
+    if (!opened.sound) return Fail(InputNamed(request_.input), {"%1", {opened.reason}});
     Messages notes;
     const Message failure = WriteWave(*opened.sound, request_.output, notes);
-    if (!failure.Empty()) return Fail(request_.output, failure);
-    SayNotes(request_.output, notes);
+    if (!failure.Empty()) return Fail(OutputNamed(request_.output), failure);
+    SayNotes(OutputNamed(request_.output), notes);
     return kDone;
   }
 
@@ -159,9 +164,9 @@ class Conversion {
     context_.rate_text = request_.rate_text;
     if (request_.shapes.empty()) return kDone;
     const InputBytes file = ReadInput(request_.shapes, kMostTextBytes);
-    if (!file.bytes) return Fail(request_.shapes, {"%1", {file.reason}});
+    if (!file.bytes) return Fail(InputNamed(request_.shapes), {"%1", {file.reason}});
     auto parsed = ShapeTable::Parse(Decoded(*file.bytes));
-    if (!parsed.table) return Fail(request_.shapes, parsed.failure);
+    if (!parsed.table) return Fail(InputNamed(request_.shapes), parsed.failure);
     table_ = *std::move(parsed.table);
     context_.names = &table_;
     return kDone;
@@ -170,7 +175,7 @@ class Conversion {
   int OpenSound() {
     if (request_.sound.empty()) return kDone;
     auto opened = SoundFile::Open(request_.sound);
-    if (!opened.sound) return Fail(request_.sound, {"%1", {opened.reason}});
+    if (!opened.sound) return Fail(InputNamed(request_.sound), {"%1", {opened.reason}});
     sound_ = std::move(opened.sound);
     context_.sound_seconds = static_cast<double>(sound_->ScanAll().frames) / sound_->SamplesPerSecond();
     if (request_.sound != kStandardStream) {
@@ -178,10 +183,11 @@ class Conversion {
       context_.sound_name = std::filesystem::absolute(request_.sound, error).lexically_normal().string();
     }
     if (request_.to == Format::kSheet && !sound_->IsPlainWave()) {
-      SayNotes(request_.sound, {{QT_TRANSLATE_NOOP("convert",
-                                                   "the tool opens wave files of 8 or 16 bits; make one "
-                                                   "of this sound with exposure-sheet-convert first"),
-                                 {}}});
+      SayNotes(InputNamed(request_.sound),
+               {{QT_TRANSLATE_NOOP("convert",
+                                   "the tool opens wave files of 8 or 16 bits; make one "
+                                   "of this sound with exposure-sheet-convert first"),
+                 {}}});
     }
     return kDone;
   }
@@ -189,7 +195,7 @@ class Conversion {
   int ReadSheet() {
     const std::int64_t most = request_.from == Format::kSheet ? sheet::kMostSheetBytes : kMostTextBytes;
     InputBytes file = ReadInput(request_.input, most);
-    if (!file.bytes) return Fail(request_.input, {"%1", {file.reason}});
+    if (!file.bytes) return Fail(InputNamed(request_.input), {"%1", {file.reason}});
     Reading reading;
     if (request_.from == Format::kWords) {
       reading = DraftOf(Decoded(*std::move(file.bytes)), *sound_, {request_.language, request_.synthesizer},
@@ -197,10 +203,10 @@ class Conversion {
     } else {
       reading = ReadAs(request_.from, *std::move(file.bytes), context_);
     }
-    if (!reading.sheet) return Fail(request_.input, reading.failure);
+    if (!reading.sheet) return Fail(InputNamed(request_.input), reading.failure);
     sheet_ = *std::move(reading.sheet);
     Fit(sheet_, context_, reading.notes);
-    SayNotes(request_.input, reading.notes);
+    SayNotes(InputNamed(request_.input), reading.notes);
     return kDone;
   }
 
@@ -228,10 +234,10 @@ class Conversion {
       default:
         writing = WriteOnPaper();
     }
-    if (!writing.bytes) return Fail(request_.output, writing.failure);
+    if (!writing.bytes) return Fail(OutputNamed(request_.output), writing.failure);
     const std::string failure = WriteOutput(request_.output, *writing.bytes);
-    if (!failure.empty()) return Fail(request_.output, {"%1", {failure}});
-    SayNotes(request_.output, writing.notes);
+    if (!failure.empty()) return Fail(OutputNamed(request_.output), {"%1", {failure}});
+    SayNotes(OutputNamed(request_.output), writing.notes);
     return kDone;
   }
 

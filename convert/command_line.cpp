@@ -113,7 +113,9 @@ Request WithFormats(Request request, std::optional<Format> from, std::optional<F
   return request;
 }
 
+/// As a sheet holds it: a decimal number without an exponent.
 bool IsRate(const std::string& text) {
+  if (text.find_first_not_of("0123456789.") != std::string::npos) return false;
   const auto rate = WholeNumber(text);
   return rate && *rate > 0;
 }

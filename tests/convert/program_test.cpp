@@ -64,6 +64,8 @@ TEST_F(ConvertProgram, WorksInAPipe) {
             0);
   EXPECT_EQ(File("back.exp").substr(0, 23), "ExposureSheet02\r\n24\r\n\r\n");
   ASSERT_EQ(Run("cat $S/frogs.wav | $C --from wav --to wav - - | cmp - $S/frogs.wav"), 0) << err_;
+  EXPECT_EQ(Run("$C --to csv $S/frogs.exp - >/dev/full"), 1);
+  EXPECT_THAT(err_, HasSubstr("standard output: No space left on device"));
   EXPECT_EQ(Run("head -c 100000000 /dev/zero | $C --from tsv --to dat - -"), 1) << "more than a text has";
 }
 
@@ -76,7 +78,7 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
            {"$C a.wav b.exp", "a sound becomes a sound"},
            {"$C a.txt b.exp", "see --sound"},
            {"$C --rate 0 a.exp b.dat", "--rate: expected a number above 0, found \"0\""},
-           {"$C --rate nan a.exp b.dat", "--rate: expected"},
+           {"$C --rate 1e7 a.exp b.dat", "--rate: expected"},
            {"$C --colour a.exp b.dat", "there is no option --colour"},
            {"$C a.exp b.dat --rate", "--rate needs a value"},
            {"$C --from html a.exp b.dat", "there is no format \"html\""}}) {

@@ -10,7 +10,7 @@ from PIL import Image
 
 from desk import wait_for
 from krita_desk import KritaDesk
-from program import LIST, MESSAGE_TITLE, Sheet
+from program import LIST, MAIN_TITLE, MESSAGE_TITLE, Sheet
 from scenes_painter import ROLL_LENGTH, SHOOT, WIGGLE, done, stamp, way_in
 from scenes_sheet import WAVE_FILE
 
@@ -33,7 +33,7 @@ def beside_krita(tour):
     change_theme(tour, krita, sheet)
     close_drawing(tour, krita, sheet)
     other_spaces(tour, krita)
-    krita.quit()
+    quit_krita(tour, krita)
 
 
 def planes_of(path):
@@ -248,3 +248,12 @@ def other_spaces(tour, krita):
         results["/".join(space)] = differ
         krita.close("drawing")
     tour.note(krita_spaces=results)
+
+
+def quit_krita(tour, krita):
+    """The sheet outlives its host, so that it can say so."""
+    main = krita.desk.window(MAIN_TITLE)
+    krita.quit()
+    tour.note(krita_outlived=krita.desk.find(MAIN_TITLE) != [])
+    main.close()
+    krita.desk.gone(main)

@@ -46,7 +46,7 @@ def animation(width, height, frames, first=0, rate=12, space=("RGBA", "U8"), opa
     layer = document.topLevelNodes()[0]
     layer.setName(LAYER)
     layer.enableAnimation()
-    window = KRITA.activeWindow()
+    window = KRITA.windows()[0]
     window.addView(document)
     document.setActiveNode(layer)
     document.waitForDone()

@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr int kFramesPerSecond = 9;
+constexpr int kFramesPerSecond = 10;
 constexpr int kSamplesPerSecond = 8000;
 constexpr std::int32_t kRowsPerCell = 30;
 constexpr int kStrokes = 1000;

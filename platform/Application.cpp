@@ -149,7 +149,9 @@ void ChangeDirectory(const std::string& folder) {
 bool StartProgram(const std::string& name) {
   const QString file = QString::fromStdString(name);
   QString path = QStandardPaths::findExecutable(file);
-  if (path.isEmpty()) path = QStandardPaths::findExecutable(file, {QDir::currentPath()});
+  if (path.isEmpty())
+    path =
+        QStandardPaths::findExecutable(file, {QDir::currentPath(), QCoreApplication::applicationDirPath()});
   return !path.isEmpty() && QProcess::startDetached(path, {}, QDir::currentPath());
 }
 

@@ -80,8 +80,8 @@ bool RefreshIsPaused();
 /// Makes a folder the working directory. Throws std::runtime_error naming the folder and the reason.
 void ChangeDirectory(const std::string& folder);
 
-/// Starts a program by name, found by the search path or in the working directory, and leaves it to itself.
-/// False if it can't be started.
+/// Starts a program by name, found by the search path, in the working directory or beside this program, in
+/// that order, and leaves it to itself. False if it can't be started.
 bool StartProgram(const std::string& name);
 
 /// The decimal sign of the machine's locale.

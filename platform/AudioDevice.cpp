@@ -7,6 +7,8 @@
 #include <mutex>
 #include <string_view>
 
+#include "platform/AudioLibrary.h"
+
 namespace platform {
 namespace {
 
@@ -19,20 +21,6 @@ constexpr int kMostFramesPerSecond = 1'000'000;
 int BufferFrames(int frames_per_second) {
   const auto most = static_cast<unsigned>(frames_per_second * kMostBufferMilliseconds / 1000);
   return static_cast<int>(std::max(std::bit_floor(most), 1U));
-}
-
-// The library's list of devices is not guarded by itself.
-std::mutex& LibraryMutex() {
-  static std::mutex mutex;
-  return mutex;
-}
-
-bool LibraryReady() {
-  if (SDL_WasInit(SDL_INIT_AUDIO)) return true;
-  // Otherwise the library takes over the signals that end the process, and nobody asks it for events.
-  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-  SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Exposure Sheet");
-  return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
 }
 
 // Drivers that play nothing have no hardware queue: a buffer is over when the next is asked for. Elsewhere
@@ -48,7 +36,7 @@ class SdlDevice : public AudioDevice {
   explicit SdlDevice(FillBuffer fill) : fill_(std::move(fill)) {}
 
   ~SdlDevice() override {
-    const std::lock_guard lock(LibraryMutex());
+    const std::lock_guard lock(AudioLibraryMutex());
     if (id_) SDL_CloseAudioDevice(id_);
   }
 
@@ -80,11 +68,24 @@ class SdlDevice : public AudioDevice {
 
 }  // namespace
 
+std::mutex& AudioLibraryMutex() {
+  static std::mutex mutex;
+  return mutex;
+}
+
+bool AudioLibraryReady() {
+  if (SDL_WasInit(SDL_INIT_AUDIO)) return true;
+  // Otherwise the library takes over the signals that end the process, and nobody asks it for events.
+  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Exposure Sheet");
+  return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
+}
+
 std::unique_ptr<AudioDevice> OpenAudioDevice(const AudioFormat& format, FillBuffer fill) {
   if (format.frames_per_second < 1 || format.frames_per_second > kMostFramesPerSecond) return nullptr;
   auto device = std::make_unique<SdlDevice>(std::move(fill));
-  std::unique_lock lock(LibraryMutex());
-  const bool opened = LibraryReady() && device->Open(format);
+  std::unique_lock lock(AudioLibraryMutex());
+  const bool opened = AudioLibraryReady() && device->Open(format);
   lock.unlock();
   return opened ? std::move(device) : nullptr;
 }
@@ -98,8 +99,8 @@ bool KeptDevice::Take(const AudioFormat& format) {
 }
 
 bool FindAudioDriver() {
-  const std::lock_guard lock(LibraryMutex());
-  return LibraryReady();
+  const std::lock_guard lock(AudioLibraryMutex());
+  return AudioLibraryReady();
 }
 
 void LeaveAudioThread() { SDL_TLSCleanup(); }

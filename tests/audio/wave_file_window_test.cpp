@@ -2,9 +2,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
 #include "app/Form1.h"
 #include "audio/Form2.h"
 #include "audio/sample_store.h"
+#include "platform/Application.h"
 #include "sheet/Form3.h"
 #include "support/desk.h"
 
@@ -79,8 +84,17 @@ TEST_F(WaveFile, TheInfoKeepsTheSoundThatItOpenedWith) {
   EXPECT_EQ(Info()[2], "1000");
 }
 
-TEST_F(WaveFile, ARecorderThatIsMissingIsPassedOver) {
+TEST_F(WaveFile, TheRecorderIsStartedByNameWithoutArguments) {
+  const std::string name =
+      support::WriteScratch("Wavecatcher_pm.exe", "#!/bin/sh\necho \"$#\" > started; mv started ended\n");
+  const std::string ended = support::ScratchFolder() + "/ended";
+  std::filesystem::permissions(name, std::filesystem::perms::owner_all);
+  // The working folder is the host's, which is searched too.
   form.RecordAudio_Click();
+  for (int i = 0; i < 5000 && !std::filesystem::exists(ended); ++i)
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  EXPECT_EQ(support::ReadWhole(ended), "0\n");
+  EXPECT_FALSE(platform::StartProgram("no program has this name"));
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
 }
 

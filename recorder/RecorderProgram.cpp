@@ -1,0 +1,54 @@
+#include "recorder/RecorderProgram.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/version.h"
+#include "recorder/RecorderLook.h"
+#include "recorder/RecorderWindow.h"
+#include "recorder/side_thread.h"
+
+namespace recorder {
+namespace {
+
+std::string TakeFolder() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  return (data + "/exposure-sheet/takes").toStdString();
+}
+
+int RunWindow() {
+  RecorderWindow window({platform::FindSoundDevices, platform::OpenCaptureDevice,
+                         [] { return std::chrono::steady_clock::now(); }, TakeFolder()});
+  window.show();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int RunRecorder(int argument_count, char** arguments) {
+  QApplication application(argument_count, arguments);
+  QApplication::setApplicationName("exposure-sheet-recorder");
+  QApplication::setApplicationVersion(platform::kVersion);
+  QApplication::setDesktopFileName("exposure-sheet-recorder");
+  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  application.setStyleSheet(RecorderStyle());
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QCoreApplication::translate("recorder", "Records a voice as a wave file for the exposure sheet."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  parser.process(application);
+
+  const int status = RunWindow();
+  if (AllAsideEnded(std::chrono::seconds(1))) return status;
+  // A sound system that hangs keeps nobody from leaving.
+  std::fflush(nullptr);
+  std::_Exit(status);
+}
+
+}  // namespace recorder

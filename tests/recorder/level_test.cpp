@@ -1,0 +1,49 @@
+#include "recorder/level.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace recorder {
+namespace {
+
+using Samples = std::vector<std::int16_t>;
+
+TEST(Level, IsThePeakInDecibelsOfFullScale) {
+  struct Case {
+    Samples samples;
+    double decibels;
+  };
+  const Case cases[] = {{{}, -60},          {{0, 0}, -60}, {{1, -1}, -60}, {{100, -16384, 3}, -6.0206},
+                        {{3277}, -19.9996}, {{-32768}, 0}};
+  for (const auto& [samples, decibels] : cases) EXPECT_NEAR(PeakDecibels(samples), decibels, 0.001);
+}
+
+TEST(Level, TheMeterJumpsUpAndFallsByTheTimeOfTheSamples) {
+  Meter meter(1000);
+  meter.Take(Samples{16384});
+  EXPECT_NEAR(meter.Bar(), -6.02, 0.01);
+  meter.Take(Samples(500, 0));
+  EXPECT_NEAR(meter.Bar(), -18.02, 0.01);
+  EXPECT_NEAR(meter.Mark(), -6.02, 0.01);
+  // The mark has stood for half a second; after one more it begins to fall.
+  meter.Take(Samples(1250, 0));
+  EXPECT_NEAR(meter.Bar(), -48.02, 0.01);
+  EXPECT_NEAR(meter.Mark(), -12.02, 0.01);
+  meter.Take(Samples(10000, 0));
+  EXPECT_EQ(meter.Bar(), -60);
+  EXPECT_EQ(meter.Mark(), -60);
+}
+
+TEST(Level, OverloadIsRememberedFromTheEndOfTheScaleOn) {
+  for (const auto& [sample, overloaded] :
+       {std::pair{32766, false}, {-32766, false}, {32767, true}, {-32768, true}}) {
+    Meter meter(1000);
+    meter.Take(Samples{static_cast<std::int16_t>(sample)});
+    meter.Take(Samples(100, 0));
+    EXPECT_EQ(meter.Overloaded(), overloaded) << sample;
+  }
+}
+
+}  // namespace
+}  // namespace recorder

@@ -1,0 +1,227 @@
+#include "recorder/RecorderWindow.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QToolButton>
+#include <filesystem>
+#include <mutex>
+#include <thread>
+
+#include "recorder/side_thread.h"
+#include "support/desk.h"
+
+namespace recorder {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+using namespace std::chrono_literals;
+
+/// The machine's sound as the test wants it. A device delivers when the test says so.
+struct Machine {
+  std::mutex mutex;
+  platform::SoundDevices devices{{"Microphone", "Line"}, true};
+  bool refuses = false;
+  std::string opened;
+  platform::TakeSamples take;
+  bool lost = false;
+  /// Held by a test, it makes the opening hang.
+  std::mutex opening;
+  std::atomic<std::chrono::milliseconds> now{0ms};
+};
+
+struct FakeCapture : platform::CaptureDevice {
+  explicit FakeCapture(std::shared_ptr<Machine> on) : machine(std::move(on)) {}
+  void Start() override {}
+  bool IsLost() const override {
+    const std::lock_guard lock(machine->mutex);
+    return machine->lost;
+  }
+  std::shared_ptr<Machine> machine;
+};
+
+class Recorder : public testing::Test {
+ protected:
+  Recorder() {
+    std::filesystem::remove_all(TakeFolder());
+    MakeWindow();
+  }
+  ~Recorder() override {
+    window_.reset();
+    EXPECT_TRUE(AllAsideEnded(10s));
+  }
+
+  static std::string TakeFolder() { return support::ScratchFolder() + "/takes"; }
+
+  void MakeWindow() {
+    window_.reset();
+    window_ = std::make_unique<RecorderWindow>(Surroundings{
+        [machine = machine_] {
+          const std::lock_guard lock(machine->mutex);
+          return machine->devices;
+        },
+        [machine = machine_](const std::string& name, int,
+                             platform::TakeSamples take) -> std::unique_ptr<platform::CaptureDevice> {
+          const std::lock_guard wait(machine->opening);
+          const std::lock_guard lock(machine->mutex);
+          machine->opened = name;
+          machine->take = std::move(take);
+          if (machine->refuses) return nullptr;
+          return std::make_unique<FakeCapture>(machine);
+        },
+        [machine = machine_] { return std::chrono::steady_clock::time_point(machine->now.load()); },
+        TakeFolder()});
+    window_->AskKeep = [this] { return support::Next(keeps_, Keep::Cancel); };
+    window_->AskPath = [this](const QString& proposal) {
+      proposed_ = proposal.toStdString();
+      return QString::fromStdString(support::Next(paths_, std::string()));
+    };
+    window_->Tell = [this](const QString& text) { told_.push_back(text.toStdString()); };
+    Until([this] { return Status() != "Looking for recording devices..."; });
+  }
+
+  /// Lets the window work until that is so. A device's side has a thread of its own, hence the loop.
+  void Until(const std::function<bool()>& so) {
+    for (int i = 0; i < 4000 && !so(); ++i) {
+      window_->Tick();
+      std::this_thread::sleep_for(1ms);
+    }
+    EXPECT_TRUE(so()) << Status();
+  }
+
+  std::string Status() { return window_->findChild<QLabel*>("Status")->text().toStdString(); }
+  std::string Time() { return window_->findChild<QLabel*>("Time")->text().toStdString(); }
+  QAction& Action(const char* name) { return *window_->findChild<QAction*>(name); }
+  std::vector<bool> Enabled() {
+    return {Action("Record").isEnabled(), Action("Stop").isEnabled(), Action("Listen").isEnabled(),
+            Action("Save").isEnabled()};
+  }
+  void Press(const char* name) { window_->findChild<QToolButton*>(name)->click(); }
+
+  void BeginToRecord() {
+    Press("RecordButton");
+    Until([this] { return Status().starts_with("Recording from"); });
+  }
+  void Deliver(std::vector<std::int16_t> samples) {
+    const std::lock_guard lock(machine_->mutex);
+    machine_->take(samples);
+  }
+  void Pass(std::chrono::milliseconds time) { machine_->now = machine_->now.load() + time; }
+
+  std::shared_ptr<Machine> machine_ = std::make_shared<Machine>();
+  std::vector<Keep> keeps_;
+  std::vector<std::string> paths_, told_;
+  std::string proposed_;
+  std::unique_ptr<RecorderWindow> window_;
+};
+
+TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
+  window_->findChild<QComboBox*>("Devices")->setCurrentText("Line");
+  EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false));
+  BeginToRecord();
+  EXPECT_EQ(machine_->opened, "Line");
+  EXPECT_THAT(Enabled(), ElementsAre(false, true, false, false));
+  Deliver(std::vector<std::int16_t>(44100, 0x1234));
+  Until([this] { return Time() == "0:01.0"; });
+  Deliver({0x5678});
+  Press("StopButton");
+  EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true));
+  EXPECT_TRUE(window_->isWindowModified());
+  paths_ = {support::ScratchFolder() + "/missing/voice.wav", support::ScratchFolder() + "/voice.wav"};
+  Press("SaveButton");
+  EXPECT_THAT(told_, ElementsAre(HasSubstr("missing/voice.wav\" can't be saved: ")));
+  EXPECT_TRUE(window_->isWindowModified());
+  Press("SaveButton");
+  EXPECT_FALSE(window_->isWindowModified());
+  const std::string saved = support::ReadWhole(support::ScratchFolder() + "/voice.wav");
+  ASSERT_EQ(saved.size(), 44 + 2 * 44101U);
+  EXPECT_EQ(saved.substr(44 + 2 * 44099), "\x34\x12\x78\x56");
+  // The next one is proposed beside it.
+  support::WriteScratch("recording.wav", "");
+  Press("SaveButton");
+  EXPECT_EQ(proposed_, support::ScratchFolder() + "/recording 2.wav");
+}
+
+TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
+  const std::string kept = "What was recorded until then is kept: 0:00.5.";
+  for (const auto& [way, words] : {std::pair{"lost", "\"Microphone\" has gone. " + kept},
+                                   {"hangs", "\"Microphone\" delivers no sound any more. " + kept}}) {
+    BeginToRecord();
+    Deliver(std::vector<std::int16_t>(22050));
+    Until([this] { return Time() == "0:00.5"; });
+    if (std::string(way) == "lost") {
+      const std::lock_guard lock(machine_->mutex);
+      machine_->lost = true;
+    } else {
+      Pass(2001ms);
+    }
+    Until([this] { return !Status().starts_with("Recording from"); });
+    EXPECT_EQ(Status(), words);
+    EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true));
+    machine_->lost = false;
+    keeps_ = {Keep::Discard};
+  }
+}
+
+TEST_F(Recorder, ADeviceThatCantBeOpenedIsTold) {
+  machine_->refuses = true;
+  Press("RecordButton");
+  Until([this] { return Status().starts_with("\"Microphone\" can't be opened."); });
+  machine_->opening.lock();
+  Press("RecordButton");
+  Pass(5000ms);
+  window_->Tick();
+  EXPECT_EQ(Status(), "Opening \"Microphone\"...");
+  Pass(1ms);
+  window_->Tick();
+  EXPECT_EQ(Status(), "\"Microphone\" doesn't answer. Nothing was recorded.");
+  machine_->opening.unlock();
+  EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false));
+}
+
+TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
+  machine_->devices = {};
+  MakeWindow();
+  EXPECT_THAT(Status(), StartsWith("No recording device was found."));
+  EXPECT_THAT(Enabled(), ElementsAre(false, false, false, false));
+  {
+    const std::lock_guard lock(machine_->mutex);
+    machine_->devices = {{"Microphone"}, false};
+  }
+  Until([this] { return Enabled()[0]; });
+  BeginToRecord();
+  Deliver({1});
+  Press("StopButton");
+  Press("ListenButton");
+  EXPECT_EQ(Status(), "There is no device to listen with.");
+}
+
+TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
+  BeginToRecord();
+  Deliver(std::vector<std::int16_t>(4410));
+  keeps_ = {Keep::Cancel, Keep::Save, Keep::Cancel};
+  EXPECT_FALSE(window_->close());
+  EXPECT_THAT(Status(), StartsWith("Recorded."));
+  // The question is answered by saving, the file dialog by nothing.
+  EXPECT_FALSE(window_->close());
+  Press("RecordButton");
+  EXPECT_EQ(Time(), "0:00.1");
+  keeps_ = {Keep::Save};
+  paths_ = {support::ScratchFolder() + "/kept.wav"};
+  EXPECT_TRUE(window_->close());
+  EXPECT_EQ(support::ReadWhole(support::ScratchFolder() + "/kept.wav").size(), 44 + 8820U);
+}
+
+TEST(TimeText, CountsTenthsMinutesAndHours) {
+  for (const auto& [seconds, text] : {std::pair{0.0, "0:00.0"},
+                                      {9.99, "0:09.9"},
+                                      {62.5, "1:02.5"},
+                                      {3599.96, "59:59.9"},
+                                      {3662.5, "1:01:02.5"}})
+    EXPECT_EQ(TimeText(seconds), text);
+}
+
+}  // namespace
+}  // namespace recorder

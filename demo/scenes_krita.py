@@ -15,7 +15,8 @@ from scenes_painter import ROLL_LENGTH, SHOOT, WIGGLE, done, stamp, way_in
 from scenes_sheet import WAVE_FILE
 
 FIRST, FRAMES, RATE = 5, 48, 12
-WIDTH, HEIGHT = 1280, 720
+WIDTH, HEIGHT = 320, 240
+MEASURED_WIDTH, MEASURED_HEIGHT = 1280, 720
 GETTERS = ("vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer")
 SETTERS = ("vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer")
 DESCRIPTORS = "Vellumark.Vellumark_Class.Descriptors"
@@ -134,8 +135,8 @@ def shoot(tour, krita, painter, name, drawing):
     wait_for("the last frame", lambda: int(krita.call("vel_GetTotalFrames")) == ROLL_LENGTH)
     painter.desk.settle()
     passed = krita.ask("passed")
-    shot = exported(tour, krita, "roll")
-    facts = krita.ask("facts('roll')")
+    shot = exported(tour, krita, "Roll")
+    facts = krita.ask("facts('Roll')")
     cells = [next((cell for cell, planes in enumerate(drawing) if planes == frame), None) for frame in shot]
     tour.note(**{name: compare(passed, "set", shot), name + "_facts": facts, name + "_cells": cells})
 
@@ -148,9 +149,9 @@ def compare(passed, member, exports):
 
 def measure(krita):
     """48 frames to and fro, by a client that does nothing else with them, either way of passing planes."""
-    krita.ask("activate('drawing')")
+    krita.ask(f"animation({MEASURED_WIDTH}, {MEASURED_HEIGHT}, {FRAMES})", 300)
     krita.choose("Tools", "Scripts", "Exposure sheet")
-    wait_for("the drawing to be the host's again", lambda: int(krita.call("vel_GetTotalFrames")) == FRAMES)
+    wait_for("the drawing to be the host's", lambda: int(krita.call("vel_BufferWidth")) == MEASURED_WIDTH - 1)
     store = {}
     for way, interface in (("bytes", "Vellumark.Vellumark_Class"), ("descriptors", DESCRIPTORS)):
         began = time.monotonic()
@@ -158,7 +159,7 @@ def measure(krita):
             krita.call("Vel_GotoFrameAdv", "ii", frame, 3)
             planes = [krita.call(getter, interface=interface) for getter in GETTERS]
             store[frame] = planes if way == "bytes" else [read(plane) for plane in planes]
-        print(f"{FRAMES} frames of {WIDTH} by {HEIGHT} retrieved by {way} in {time.monotonic() - began:.2f} s")
+        print(f"{FRAMES} frames of {MEASURED_WIDTH} by {MEASURED_HEIGHT} retrieved by {way} in {time.monotonic() - began:.2f} s")
     lent = [os.memfd_create("plane", os.MFD_ALLOW_SEALING) for _ in SETTERS]
     for way in ("bytes", "descriptors"):
         krita.call("vel_CreateAnimAdv", "ii", FRAMES, 2)
@@ -171,14 +172,14 @@ def measure(krita):
                 else:
                     krita.call(setter, "h", write(memory, plane), interface=DESCRIPTORS)
         krita.call("vel_StatusClose")
-        print(f"{FRAMES} frames of {WIDTH} by {HEIGHT} shot by {way} in {time.monotonic() - began:.2f} s")
-        krita.close("roll")
+        print(f"{FRAMES} frames of {MEASURED_WIDTH} by {MEASURED_HEIGHT} shot by {way} in {time.monotonic() - began:.2f} s")
+        krita.close("Roll")
 
 
 def read(descriptor):
     number = descriptor.take()
     try:
-        return os.pread(number, WIDTH * HEIGHT, 0)
+        return os.pread(number, MEASURED_WIDTH * MEASURED_HEIGHT, 0)
     finally:
         os.close(number)
 
@@ -213,7 +214,7 @@ def settings_color(krita, key):
 
 def close_drawing(tour, krita, sheet):
     """A document that is closed is an error in words for the sheet, and nothing more for Krita."""
-    for which in ("roll", "roll", "drawing"):
+    for which in ("Roll", "Roll", "drawing", "Frogs"):
         krita.close(which)
     try:
         krita.call("vel_GetTotalFrames")

@@ -27,6 +27,10 @@ import scenes_timeline
 from desk import Desk, TourError
 from program import BUILD, HOUSE, Sheet, environment
 
+# How lines begin that the sound driver, the bus and Krita write of themselves.
+OTHERS_TALK = ("CRITICAL: ", "dbus-daemon[", "krita.lib", "QObject::", "QAbstractItemModel::", "/usr/lib/",
+               "WARNING: the destination object of KisSynchronizedConnection", "qt.")
+
 
 class Tour:
     """What a scene is given: the desk, and somewhere to put what it saw."""
@@ -86,7 +90,7 @@ class Tour:
         """What the programs wrote to the standard error, but for what their drivers always say."""
         with open(os.path.join(self.homes, "complaints"), encoding="utf-8") as file:
             lines = [line.rstrip() for line in file]
-        return [line for line in lines if line and not line.startswith(("CRITICAL: ", "dbus-daemon["))]
+        return [line for line in lines if line and not line.startswith(OTHERS_TALK)]
 
 
 def the_sheet(tour):

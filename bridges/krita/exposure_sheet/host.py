@@ -33,14 +33,16 @@ class Host:
         self._start_at(0)
 
     def drawing(self):
-        while len(self._drawings) > 1 and not self._drawings[-1].is_open():
-            # A roll that was looked at and closed leaves the drawing that it was shot from.
-            self._drawings.pop().leave()
-            self._start_at(0)
-        drawing = self._drawings[-1]
-        if not drawing.is_open():
-            raise Refused(f'the document "{drawing.name}" has been closed in Krita')
-        return drawing
+        newest = self._drawings[-1]
+        if newest.is_open():
+            return newest
+        # A roll that was looked at and closed leaves the drawing that it was shot from.
+        still_open = [drawing for drawing in self._drawings if drawing.is_open()]
+        if not still_open:
+            raise Refused(f'the document "{newest.name}" has been closed in Krita')
+        self._drawings = still_open
+        self._start_at(0)
+        return still_open[-1]
 
     def _start_at(self, frame):
         self._frame = frame
@@ -56,8 +58,9 @@ class Host:
     # Start.
 
     def app_dir(self):
-        file = self._drawings[0].document.fileName()
-        return QFileInfo(file).absolutePath() if file else QDir.homePath()
+        files = [drawing.document.fileName() for drawing in self._drawings]
+        saved = [file for file in files if file]
+        return QFileInfo(saved[-1]).absolutePath() if saved else QDir.homePath()
 
     def wallpaper(self):
         return theme.wallpaper()
@@ -132,7 +135,8 @@ class Host:
         if frames < 1:
             raise Refused(f"an animation of {frames} frames can't be made")
         self._write()
-        self._drawings.append(Roll(self.drawing().document, frames))
+        roll = Roll(self.drawing().document, frames)
+        self._drawings.append(roll)
         self._start_at(0)
 
     def _end_run(self):

@@ -232,6 +232,9 @@ class Bridge(unittest.TestCase):
     def test_a_roll_that_is_closed_leaves_the_drawing(self):
         self.call("vel_CreateAnimAdv", 2, 2)
         self.krita.documents()[-1].close()
+        self.call("vel_CreateAnimAdv", 3, 2)
+        self.assertEqual(self.call("vel_GetTotalFrames"), 3)
+        self.krita.documents()[-1].close()
         self.assertEqual(self.call("vel_GetTotalFrames"), FRAMES)
 
     def test_shows_progress(self):

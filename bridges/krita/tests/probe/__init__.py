@@ -127,10 +127,10 @@ def export(which, folder, kind="png"):
 
 
 def document_of(which):
-    """The drawing, or the newest other document."""
+    """The last drawing that was made, or the newest document of that name."""
     if which == "drawing":
         return watched["drawing"]
-    return [document for document in KRITA.documents() if document.name() == "Roll"][-1]
+    return [document for document in KRITA.documents() if document.name() == which][-1]
 
 
 def facts(which):
@@ -142,10 +142,6 @@ def facts(which):
             "layers": [layer.name() for layer in layers],
             "keys": [moment for moment in range(document.fullClipRangeEndTime() + 1)
                      if layers[-1].hasKeyframeAtTime(moment)]}
-
-
-def activate(which):
-    KRITA.setActiveDocument(document_of(which))
 
 
 def close(which):

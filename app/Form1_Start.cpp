@@ -4,7 +4,7 @@
 #include "app/Form1.h"
 #include "audio/Form2.h"
 #include "host/HostSession.h"
-#include "painter/noise.h"
+#include "painter/Retrieve.h"
 #include "platform/Application.h"
 #include "platform/Picture.h"
 #include "platform/WaveOut.h"
@@ -17,9 +17,7 @@
 using host::HostSession;
 
 void Form1::Form_Load() {
-  platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir"));
-  const float origin[3] = {0, 0, 0};
-  painter::noise3(origin);
+  painter::EnterHostFolder();
   sheet::GridReady = platform::kFalse;
   timeline::Tracks().UndoHistory.clear();
   sheet::SheetCells.Resize(0);

@@ -36,17 +36,6 @@ SampleStore& LoadedSound() {
   return sound;
 }
 
-std::int32_t SampleCount(const SampleStore& sound) {
-  switch (sound.WaveFormat.wBitsPerSample) {
-    case 8:
-      return sound.WaveDataLength;
-    case 16:
-      return sound.WaveDataLength / 2;
-    default:
-      return 0;
-  }
-}
-
 std::optional<double> SecondsOfSound(const SampleStore& sound) {
   const auto& format = sound.WaveFormat;
   if (sound.WaveDataLength <= 0 || format.nSamplesPerSec <= 0) return std::nullopt;

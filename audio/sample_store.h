@@ -56,18 +56,12 @@ class SampleArray {
   /// Count() samples in a row; null while unallocated.
   const Sample* Data() const { return samples_.get(); }
 
-  /// How many samples, from index 0 on, came from a file. All behind them are 0 and have never been touched:
-  /// whoever walks the whole array can stop here, however long the sound claims to be.
-  std::int64_t FilledCount() const { return filled_count_; }
-
   /// For whoever fills a fresh array, before it is shared.
   Sample* Writable() { return samples_.get(); }
-  void SetFilledCount(std::int64_t count) { filled_count_ = count; }
 
  private:
   std::shared_ptr<Sample> samples_;
   std::int32_t last_index_ = -1;
-  std::int64_t filled_count_ = 0;
 };
 
 /// The sound as a wave file gave it. Zero and empty until the first load; a load that fails changes nothing.
@@ -85,9 +79,6 @@ struct SampleStore {
 
 /// The process's one sound.
 SampleStore& LoadedSound();
-
-/// Samples of one channel: WaveDataLength at 8 bits, half of it at 16, 0 at any other depth.
-std::int32_t SampleCount(const SampleStore& sound);
 
 /// The seconds of the sound. No value, which counts as 0, without a sound, at a depth other than 8 or 16 bits
 /// and at a sample rate that isn't above 0.

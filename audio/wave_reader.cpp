@@ -58,8 +58,7 @@ bool ReadSamples(platform::ByteSource& source, std::int32_t last_index, SampleAr
   auto fresh = FreshArray<Sample>(source, last_index, 1);
   if (!fresh.Allocated()) return false;
   const auto wanted_bytes = static_cast<std::size_t>(fresh.Count()) * sizeof(Sample);
-  const std::size_t read_bytes = source.Read(fresh.Writable(), wanted_bytes);
-  fresh.SetFilledCount(static_cast<std::int64_t>(SamplesIn<Sample>(read_bytes)));
+  source.Read(fresh.Writable(), wanted_bytes);
   samples = std::move(fresh);
   return true;
 }
@@ -84,7 +83,6 @@ bool ReadFirstOfPairs(platform::ByteSource& source, std::int32_t last_index, Sam
     left -= wanted_bytes;
     more = read_bytes == wanted_bytes;
   }
-  fresh.SetFilledCount(filled);
   samples = std::move(fresh);
   return true;
 }

@@ -22,11 +22,14 @@ class HostReference {
   }
 
  private:
-  Variant Invoke(std::string_view member, std::span<const Variant> arguments) const;
+  Variant Invoke(std::string_view member, std::span<const Variant> arguments) const {
+    if (!object_) throw HostError(member, "there is no host");
+    return object_->Invoke(member, arguments);
+  }
 
   std::shared_ptr<HostObject> object_;
 };
 
-extern HostReference HostSession;
+inline HostReference HostSession;
 
 }  // namespace host

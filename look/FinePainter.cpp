@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "platform/ToolkitColor.h"
+#include "platform/WidgetParts.h"
 
 namespace look {
 namespace {
@@ -14,16 +15,7 @@ namespace {
 using platform::Color;
 using platform::ToolkitColor;
 
-constexpr double kLeastPoints = 6.5;
 constexpr int kCaptionMargin = 4;
-
-QFont FontThatFits(const QWidget& widget, const QString& text) {
-  QFont font = widget.font();
-  const double room = widget.width() - 2 * kCaptionMargin;
-  while (font.pointSizeF() > kLeastPoints && QFontMetricsF(font).horizontalAdvance(text) > room)
-    font.setPointSizeF(font.pointSizeF() - 0.5);
-  return font;
-}
 
 }  // namespace
 
@@ -97,7 +89,9 @@ void FinePainter::FocusRing(const QRect& box, Color ground) {
 void FinePainter::Caption(const QWidget& widget, const QString& text, Color color, int shift_pixels) {
   painter_.save();
   painter_.setWorldTransform(QTransform());
-  painter_.setFont(FontThatFits(widget, text));
+  // Only the width counts: the smallest buttons are lower than any line of letters.
+  painter_.setFont(platform::FontThatFits(widget.font(), text, widget.width() - 2 * kCaptionMargin,
+                                          QFontMetricsF(widget.font()).height()));
   painter_.setPen(ToolkitColor(color));
   const QRect room =
       widget.rect().adjusted(kCaptionMargin, 0, -kCaptionMargin, 0).translated(shift_pixels, shift_pixels);

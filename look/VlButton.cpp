@@ -9,6 +9,7 @@
 #include "look/FinePainter.h"
 #include "platform/Application.h"
 #include "platform/ToolkitColor.h"
+#include "platform/WidgetParts.h"
 
 namespace look {
 namespace {
@@ -25,17 +26,6 @@ struct Dress {
   double gradient = 1.2;
   bool borderless = false;
 };
-
-std::int16_t ButtonNumber(Qt::MouseButton button) {
-  if (button == Qt::LeftButton) return 1;
-  if (button == Qt::RightButton) return 2;
-  return button == Qt::MiddleButton ? 4 : 0;
-}
-
-std::int16_t ShiftNumber(Qt::KeyboardModifiers keys) {
-  return static_cast<std::int16_t>((keys & Qt::ShiftModifier ? 1 : 0) | (keys & Qt::ControlModifier ? 2 : 0) |
-                                   (keys & Qt::AltModifier ? 4 : 0));
-}
 
 QImage WithLightnessTurned(const QImage& picture) {
   QImage turned = picture.convertToFormat(QImage::Format_ARGB32);
@@ -101,8 +91,8 @@ class ButtonWidget : public QPushButton {
     event->accept();
     if (!alive) return;
     by_mouse_ = false;
-    raise_mouse_up(ButtonNumber(event->button()), ShiftNumber(event->modifiers()), static_cast<float>(at.x()),
-                   static_cast<float>(at.y()));
+    raise_mouse_up(platform::MouseButtonBits(event->button()), platform::ShiftKeyBits(event->modifiers()),
+                   static_cast<float>(at.x()), static_cast<float>(at.y()));
   }
 
   void keyPressEvent(QKeyEvent* event) override {

@@ -160,6 +160,15 @@ void FramePainter::Form_Load() {
   Picture4.DrawLater();
 }
 
+/// Unlike the main window's, this one leaves buttons as they are. Only the host calls it.
+void FramePainter::PrefsCallback(platform::Window& form) {
+  const look::ThemeColors theme = look::ReadHostTheme();
+  form.SetBackColor(look::kBackdrop);
+  look::DressControls(form, theme, look::ButtonsAre::LeftAlone);
+}
+
+void FramePainter::Draw_Pattern(platform::Window& form) { look::TileWindow(form, Image1); }
+
 void FramePainter::LoadWallpaper() { look::HangWallpaper(Image1); }
 
 void FramePainter::SetScrollRanges() {

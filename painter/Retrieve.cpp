@@ -89,12 +89,6 @@ void CopyFrames(Retrieval& retrieval, platform::LongWork& work) {
   HostSession.Call("Vel_GotoFrame", std::int16_t{0});
 }
 
-/// The painter needs nothing from that folder, so it may well be missing.
-void EnterHostFolder() {
-  platform::Guarded(
-      [] { platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir")); });
-}
-
 void ProposeLength() {
   const std::int32_t frames = sheet::WholeFrames(sheet::FrameRate(), sheet::CalcTime().value_or(0));
   if (frames > 0) fp_options->Text1.SetText(std::to_string(frames));
@@ -118,11 +112,15 @@ void RetrieveFrames() {
   HostSession.Call("vel_StatusClose");
 }
 
-void LaunchFramePainter() {
-  EnterHostFolder();
-  // As when the program starts: the noise is touched once with the host's folder current.
+void EnterHostFolder() {
+  platform::ChangeDirectory(host::AsText(HostSession.Call("Vel_GetAppDir"), "Vel_GetAppDir"));
   const float origin[3] = {0, 0, 0};
   noise3(origin);
+}
+
+void LaunchFramePainter() {
+  // The painter needs nothing from that folder, so it may well be missing.
+  platform::Guarded(EnterHostFolder);
   RetrieveFrames();
   // With nothing ever retrieved there is nothing to paint with.
   if (TheRetrieval().cells.count == 0) return;

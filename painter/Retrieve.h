@@ -11,4 +11,8 @@ void LaunchFramePainter();
 /// already the new ones.
 void RetrieveFrames();
 
+/// Makes the host's folder the working directory and touches the noise once there. Throws if the host can't
+/// name its folder or the folder is missing.
+void EnterHostFolder();
+
 }  // namespace painter

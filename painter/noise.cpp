@@ -79,4 +79,15 @@ float noise3(const float (&point)[3]) {
   return static_cast<float>(Blend(weight_z, along_y(0), along_y(1)));
 }
 
+float UniformSequence::Next() {
+  state_ = state_ * 6364136223846793005u + 1442695040888963407u;
+  // 24 bits are what a float holds exactly, so that the largest draw stays below 1.
+  return static_cast<float>(state_ >> 40) / static_cast<float>(1 << 24);
+}
+
+float NextRandom() {
+  static UniformSequence sequence;
+  return sequence.Next();
+}
+
 }  // namespace painter

@@ -1,4 +1,4 @@
-// A smooth field of numbers in space: coherent gradient noise.
+// The process's random numbers, and a smooth field of numbers in space: coherent gradient noise.
 #pragma once
 
 #include <cstdint>
@@ -25,5 +25,17 @@ constexpr double Fade(double fraction) {
 }
 
 constexpr double Blend(double weight, double near, double far) { return near + weight * (far - near); }
+
+/// A uniform sequence from 0 up to but not including 1. Always starts at the same place.
+class UniformSequence {
+ public:
+  float Next();
+
+ private:
+  std::uint64_t state_ = 0x853c49e6748fea9bu;
+};
+
+/// The next draw of the process-wide sequence. Nothing ever seeds it: each run goes through the same numbers.
+float NextRandom();
 
 }  // namespace painter

@@ -37,6 +37,9 @@ struct StripState {
   /// The window's height in twips.
   std::int32_t LockedHeight = 0;
 };
-StripState& TheStrips();
+inline StripState& TheStrips() {
+  static StripState strips;
+  return strips;
+}
 
 }  // namespace painter

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "painter/noise.h"
-#include "painter/random.h"
 #include "painter/wiggle_field.h"
 #include "painter/wiggle_kernel.h"
 #include "platform/numbers.h"

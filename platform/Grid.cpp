@@ -45,8 +45,6 @@ void Grid::SetRows(int rows) {
   NoteStale();
 }
 
-int Grid::Cols() const { return state_->cols; }
-
 void Grid::SetCols(int cols) {
   if (cols < 1) throw ControlError(Name() + " can't have " + std::to_string(cols) + " columns");
   if (cols == state_->cols) return;

@@ -31,7 +31,6 @@ class Grid : public Control {
   /// Keeps the texts of the rows that remain; new rows are empty. A current row that is cut off moves to the
   /// last one. Throws ControlError below 1 (the header), or if the memory doesn't do.
   void SetRows(int rows);
-  int Cols() const;
   void SetCols(int cols);
   int Row() const;
   /// Throws ControlError for a row that the grid doesn't have.

@@ -14,6 +14,7 @@
 #include "platform/Application.h"
 #include "platform/Picture.h"
 #include "platform/ToolkitColor.h"
+#include "platform/WidgetParts.h"
 
 namespace platform {
 namespace {
@@ -25,32 +26,6 @@ QFont ToolkitFont(const Font& font, double scale) {
   // pixels.
   wanted.setPixelSize(std::max(1, static_cast<int>(std::lround(font.points * 96 / 72 * scale))));
   return wanted;
-}
-
-std::int16_t ButtonBit(Qt::MouseButton button) {
-  switch (button) {
-    case Qt::LeftButton:
-      return 1;
-    case Qt::RightButton:
-      return 2;
-    case Qt::MiddleButton:
-      return 4;
-    default:
-      return 0;
-  }
-}
-
-std::int16_t ButtonBits(Qt::MouseButtons buttons) {
-  std::int16_t bits = 0;
-  for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton})
-    if (buttons.testFlag(button)) bits = static_cast<std::int16_t>(bits | ButtonBit(button));
-  return bits;
-}
-
-std::int16_t ShiftBits(Qt::KeyboardModifiers modifiers) {
-  return static_cast<std::int16_t>((modifiers.testFlag(Qt::ShiftModifier) ? 1 : 0) |
-                                   (modifiers.testFlag(Qt::ControlModifier) ? 2 : 0) |
-                                   (modifiers.testFlag(Qt::AltModifier) ? 4 : 0));
 }
 
 }  // namespace
@@ -92,7 +67,6 @@ struct PictureBox::Surface {
   Color rule_color = 0;
   Color back = Rgb(255, 255, 255);
   Color fore = 0;
-  DrawMode mode = DrawMode::Copy;
   Font font;
   double pen_x = 0, pen_y = 0;
   bool drawing_pending = false;
@@ -125,12 +99,12 @@ class PictureWidget : public QWidget {
 
   void mousePressEvent(QMouseEvent* event) override {
     PassMove();
-    Pass(box->MouseDown, *event, ButtonBit(event->button()));
+    Pass(box->MouseDown, *event, MouseButtonBits(event->button()));
   }
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void mouseReleaseEvent(QMouseEvent* event) override {
     PassMove();
-    Pass(box->MouseUp, *event, ButtonBit(event->button()));
+    Pass(box->MouseUp, *event, MouseButtonBits(event->button()));
   }
   /// Moves that come in a row, as they do after a routine that has blocked, become one: the last.
   void mouseMoveEvent(QMouseEvent* event) override {
@@ -145,7 +119,8 @@ class PictureWidget : public QWidget {
     const QPoint turn = event->angleDelta();
     const int longer = std::abs(turn.x()) > std::abs(turn.y()) ? turn.x() : turn.y();
     const auto x = static_cast<float>(event->position().x());
-    RunEvent([&] { box->Wheel(static_cast<float>(longer) / kWheelNotch, ShiftBits(event->modifiers()), x); });
+    RunEvent(
+        [&] { box->Wheel(static_cast<float>(longer) / kWheelNotch, ShiftKeyBits(event->modifiers()), x); });
     event->accept();
   }
 
@@ -153,13 +128,14 @@ class PictureWidget : public QWidget {
   static constexpr float kWheelNotch = 120;
 
   void PassMove() {
-    if (const auto move = std::move(last_move_)) Pass(box->MouseMove, *move, ButtonBits(move->buttons()));
+    if (const auto move = std::move(last_move_))
+      Pass(box->MouseMove, *move, MouseButtonBits(move->buttons()));
   }
 
   static void Pass(const PictureBox::MouseEvent& handler, const QMouseEvent& event, std::int16_t buttons) {
     if (!handler) return;
     const auto x = static_cast<float>(event.position().x()), y = static_cast<float>(event.position().y());
-    RunEvent([&] { handler(buttons, ShiftBits(event.modifiers()), x, y); });
+    RunEvent([&] { handler(buttons, ShiftKeyBits(event.modifiers()), x, y); });
   }
 
   std::unique_ptr<QMouseEvent> last_move_;
@@ -210,7 +186,6 @@ void PictureBox::SetBackColor(Color color) {
 }
 Color PictureBox::ForeColor() const { return surface_->fore; }
 void PictureBox::SetForeColor(Color color) { surface_->fore = color; }
-void PictureBox::SetDrawMode(DrawMode mode) { surface_->mode = mode; }
 void PictureBox::SetFont(const Font& font) { surface_->font = font; }
 const Font& PictureBox::TextFont() const { return surface_->font; }
 
@@ -243,30 +218,6 @@ void PictureBox::Cls() {
 void PictureBox::MovePen(double x, double y) {
   surface_->pen_x = x;
   surface_->pen_y = y;
-}
-
-void PictureBox::PSet(double x, double y, Color color) {
-  DrawPen(Pixels(), x, y, x, y, color);
-  MovePen(x, y);
-  Widget()->update();
-}
-
-void PictureBox::Line(double x1, double y1, double x2, double y2, Color color) {
-  DrawPen(Pixels(), x1, y1, x2, y2, color);
-  MovePen(x2, y2);
-  Widget()->update();
-}
-
-void PictureBox::FillBox(double x1, double y1, double x2, double y2, Color color) {
-  const PixelView view = Pixels();
-  const PixelBox box{view.At(std::min(x1, x2)), view.At(std::min(y1, y2)),
-                     view.At(std::max(x1, x2)) + view.Pen(), view.At(std::max(y1, y2)) + view.Pen()};
-  if (surface_->mode == DrawMode::Invert) {
-    InvertBox(view, box);
-  } else {
-    platform::FillBox(view, box, color);
-  }
-  Widget()->update();
 }
 
 void PictureBox::Print(const std::string& text) {

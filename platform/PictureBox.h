@@ -31,8 +31,6 @@ TextMask MaskOf(const Font& font, const std::string& text, double scale = 1);
 /// time; Draw then runs once, before the canvas is next shown, refreshed or read.
 class PictureBox : public Control, public Container {
  public:
-  enum class DrawMode { Invert = 6, Copy = 13 };
-
   PictureBox(Container& container, std::string name);
   ~PictureBox() override;
   /// For assistive technology: no picture, but what holds other controls.
@@ -48,14 +46,10 @@ class PictureBox : public Control, public Container {
   void SetBackColor(Color color) override;
   Color ForeColor() const override;
   void SetForeColor(Color color) override;
-  void SetDrawMode(DrawMode mode);
   void SetFont(const Font& font);
   const Font& TextFont() const;
 
   void Cls();
-  void PSet(double x, double y, Color color);
-  void Line(double x1, double y1, double x2, double y2, Color color);
-  void FillBox(double x1, double y1, double x2, double y2, Color color);
   void MovePen(double x, double y);
   /// At the pen, in the foreground colour.
   void Print(const std::string& text);

@@ -3,6 +3,7 @@
 
 #include <QFont>
 #include <QString>
+#include <cstdint>
 #include <functional>
 #include <string>
 
@@ -23,6 +24,12 @@ template <class Wanted>
 Wanted* As(const Control& control) {
   return static_cast<Wanted*>(control.Widget());
 }
+
+/// Mouse buttons as the numbers that mouse events carry: left 1, right 2, middle 4.
+std::int16_t MouseButtonBits(Qt::MouseButtons buttons);
+
+/// Keys held during a mouse event: Shift 1, Control 2, Alt 4.
+std::int16_t ShiftKeyBits(Qt::KeyboardModifiers keys);
 
 /// The design gives texts a fixed room, made for small letters; where a text is too big for it at the
 /// desktop's text size, the letters give way: they get lower to fit in height, then stand closer to fit in

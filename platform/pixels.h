@@ -23,10 +23,6 @@ constexpr Pixel PixelFrom(Color color) {
   return 0xFF000000u | static_cast<Pixel>(RedOf(color)) << 16 | static_cast<Pixel>(GreenOf(color)) << 8 |
          static_cast<Pixel>(BlueOf(color));
 }
-constexpr Color ColorFrom(Pixel pixel) {
-  return Rgb(static_cast<int>(pixel >> 16 & 255), static_cast<int>(pixel >> 8 & 255),
-             static_cast<int>(pixel & 255));
-}
 
 /// A rectangle of whole pixels: left and top included, right and bottom not.
 struct PixelBox {

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/numbers.h"
+#include "platform/utf8.h"
 
 namespace sheet {
 namespace {
@@ -36,12 +37,10 @@ std::string RangeText(std::int32_t lowest, std::int32_t highest) {
   return "a number from " + std::to_string(lowest) + " to " + std::to_string(highest);
 }
 
-/// Cut between characters, so that the message stays readable whatever the field holds.
+/// A long field's start only, so that the message stays readable whatever the field holds.
 std::string Quoted(std::string_view field) {
-  if (field.size() <= kMostBytesQuoted) return '"' + std::string(field) + '"';
-  std::size_t end = kMostBytesQuoted;
-  while (end > 0 && (field[end] & 0xc0) == 0x80) --end;
-  return '"' + std::string(field.substr(0, end)) + "...\"";
+  const std::string_view start = platform::CutAtCharacter(field, kMostBytesQuoted);
+  return '"' + std::string(start) + (start.size() < field.size() ? "...\"" : "\"");
 }
 
 }  // namespace

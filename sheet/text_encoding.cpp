@@ -83,8 +83,6 @@ void AppendUtf8(std::string& text, std::uint32_t character) {
 
 }  // namespace
 
-bool IsUtf8(std::string_view bytes) { return Utf8Length(bytes) == bytes.size(); }
-
 std::string Utf8FromWindows1252(std::string_view bytes) {
   std::string text;
   text.reserve(bytes.size() + bytes.size() / 8);

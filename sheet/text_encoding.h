@@ -6,9 +6,6 @@
 
 namespace sheet {
 
-/// Whether the bytes are UTF-8 throughout: no overlong forms, no surrogates, nothing above U+10FFFF.
-bool IsUtf8(std::string_view bytes);
-
 /// Windows-1252 as UTF-8. The five bytes without a character there become the control characters of the same
 /// number, so that nothing is lost.
 std::string Utf8FromWindows1252(std::string_view bytes);

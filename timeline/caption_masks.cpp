@@ -4,6 +4,8 @@
 #include <charconv>
 #include <utility>
 
+#include "platform/utf8.h"
+
 namespace timeline {
 namespace {
 
@@ -17,13 +19,6 @@ constexpr std::size_t kLongestText = 16384;
 constexpr std::size_t kMostMaskBytes = std::size_t{32} << 20;
 /// Digits of the largest 32-bit frame.
 constexpr int kMostDigits = 10;
-
-std::string CutAtCharacter(const std::string& text, std::size_t most_bytes) {
-  if (text.size() <= most_bytes) return text;
-  std::size_t end = most_bytes;
-  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-  return text.substr(0, end);
-}
 
 CaptionReach ReachOf(const TextMask& mask) {
   return {mask.left, mask.top, mask.left + mask.width, mask.top + mask.height};
@@ -61,7 +56,7 @@ void CaptionMasks::ForgetMasks() {
 }
 
 TextMask CaptionMasks::MakeMask(const std::string& text) const {
-  return platform::Trimmed(make_mask_(CutAtCharacter(text, kLongestText)));
+  return platform::Trimmed(make_mask_(std::string(platform::CutAtCharacter(text, kLongestText))));
 }
 
 const TextMask& CaptionMasks::MaskFor(std::int32_t text) {

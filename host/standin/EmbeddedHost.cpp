@@ -3,8 +3,8 @@
 #include <QCoreApplication>
 #include <QPointer>
 
+#include "host/standin/DemoAnimation.h"
 #include "host/standin/StandInWindow.h"
-#include "host/standin/demo_animation.h"
 #include "host/standin/stand_in.h"
 
 namespace host {

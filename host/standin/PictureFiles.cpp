@@ -1,14 +1,15 @@
 #include "host/standin/PictureFiles.h"
 
+#include <QCollator>
 #include <QDir>
 #include <QImage>
 #include <QImageReader>
+#include <QLocale>
 #include <QSaveFile>
 #include <algorithm>
 #include <array>
 
 #include "host/standin/frame_pixels.h"
-#include "host/standin/natural_order.h"
 
 namespace host {
 namespace {
@@ -21,7 +22,7 @@ std::string Text(const QString& text) { return text.toStdString(); }
 struct Reading {
   FrameSize size;
   QString first_file;
-  std::vector<std::array<ByteTable, 3>> frames;
+  std::vector<Animation::Frame> frames;
 };
 
 QImage OnWhite(const QImage& picture) {
@@ -39,23 +40,6 @@ QImage OnWhite(const QImage& picture) {
   return opaque;
 }
 
-std::array<ByteTable, 3> PlanesOf(const QImage& picture) {
-  const QImage opaque = OnWhite(picture);
-  const FrameSize size{opaque.width(), opaque.height()};
-  std::array<std::vector<std::uint8_t>, 3> planes;
-  for (auto& plane : planes) plane.reserve(size.PlaneBytes());
-  for (int y = 0; y <= size.height; ++y) {
-    const auto* line = reinterpret_cast<const QRgb*>(opaque.constScanLine(std::min(y, size.height - 1)));
-    for (int x = 0; x <= size.width; ++x) {
-      const QRgb pixel = line[std::min(x, size.width - 1)];
-      planes[0].push_back(static_cast<std::uint8_t>(qRed(pixel)));
-      planes[1].push_back(static_cast<std::uint8_t>(qGreen(pixel)));
-      planes[2].push_back(static_cast<std::uint8_t>(qBlue(pixel)));
-    }
-  }
-  return {OwnTable(std::move(planes[0])), OwnTable(std::move(planes[1])), OwnTable(std::move(planes[2]))};
-}
-
 QString SizeText(FrameSize size) { return QString("%1 by %2").arg(size.width).arg(size.height); }
 
 std::optional<std::string> TakePicture(Reading& reading, const QImage& picture, const QString& file) {
@@ -71,7 +55,7 @@ std::optional<std::string> TakePicture(Reading& reading, const QImage& picture, 
             .arg(file, SizeText(size), QFileInfo(reading.first_file).fileName(), SizeText(reading.size)));
   if (reading.frames.size() >= static_cast<std::size_t>(kMaximumFrames))
     return Text(QString("The picture \"%1\" is one frame too many.").arg(file));
-  reading.frames.push_back(PlanesOf(picture));
+  reading.frames.push_back(PlanesOf(picture, size));
   return std::nullopt;
 }
 
@@ -107,11 +91,31 @@ std::optional<std::string> SaveFrame(const Animation& animation, int frame, cons
 
 }  // namespace
 
+Animation::Frame PlanesOf(const QImage& picture, FrameSize size) {
+  const QImage opaque = OnWhite(picture);
+  std::array<std::vector<std::uint8_t>, 3> planes;
+  for (auto& plane : planes) plane.reserve(size.PlaneBytes());
+  for (int y = 0; y <= size.height; ++y) {
+    const auto* line = reinterpret_cast<const QRgb*>(opaque.constScanLine(std::min(y, opaque.height() - 1)));
+    for (int x = 0; x <= size.width; ++x) {
+      const QRgb pixel = line[std::min(x, opaque.width() - 1)];
+      planes[0].push_back(static_cast<std::uint8_t>(qRed(pixel)));
+      planes[1].push_back(static_cast<std::uint8_t>(qGreen(pixel)));
+      planes[2].push_back(static_cast<std::uint8_t>(qBlue(pixel)));
+    }
+  }
+  return {OwnTable(std::move(planes[0])), OwnTable(std::move(planes[1])), OwnTable(std::move(planes[2]))};
+}
+
 QString PicturePatterns() { return kPatterns.join(' '); }
 
 QStringList SortedByNumber(QStringList files) {
-  std::ranges::stable_sort(
-      files, [](const QString& a, const QString& b) { return NaturallyBefore(Text(a), Text(b)); });
+  // A language is named because the plain C locale, in which programs may run too, doesn't compare numbers.
+  QCollator order{QLocale(QLocale::English)};
+  order.setNumericMode(true);
+  order.setCaseSensitivity(Qt::CaseInsensitive);
+  std::ranges::sort(files);
+  std::ranges::stable_sort(files, order);
   return files;
 }
 

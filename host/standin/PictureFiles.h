@@ -1,6 +1,7 @@
 // Picture files to animations and back.
 #pragma once
 
+#include <QImage>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -23,9 +24,12 @@ QStringList PicturesIn(const QString& folder);
 /// The same order for a choice of files.
 QStringList SortedByNumber(QStringList files);
 
-/// One frame from each picture, all of them from one that moves. The planes' last column and row repeat the
-/// picture's edge; what is transparent shows white. Otherwise the reason, which names the picture that can't
-/// be read or differs in size.
+/// The planes of a picture, whose size is the frame's or one more each way. Where it has no last column and
+/// row for the planes, they repeat its edge; what is transparent shows white.
+Animation::Frame PlanesOf(const QImage& picture, FrameSize size);
+
+/// One frame from each picture, all of them from one that moves. Otherwise the reason, which names the
+/// picture that can't be read or differs in size.
 std::variant<Animation, std::string> ReadPictures(const QStringList& files, const Progress& progress);
 
 /// The names under which SavePictures writes: <base>0000.png and so on, in order.

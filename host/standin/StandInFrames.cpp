@@ -7,10 +7,10 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include "host/standin/DemoAnimation.h"
 #include "host/standin/NewAnimationDialog.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
-#include "host/standin/demo_animation.h"
 #include "platform/Application.h"
 
 namespace host {

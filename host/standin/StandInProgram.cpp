@@ -5,8 +5,8 @@
 #include <cstdio>
 
 #include "host/standin/BusService.h"
+#include "host/standin/DemoAnimation.h"
 #include "host/standin/StandInWindow.h"
-#include "host/standin/demo_animation.h"
 #include "platform/Accessible.h"
 
 namespace host {

@@ -7,7 +7,7 @@
 #include <QWidget>
 
 #include "painter/Retrieve.h"
-#include "painter/random.h"
+#include "painter/noise.h"
 #include "painter/strip_state.h"
 #include "painter/wiggle.h"
 #include "platform/Application.h"

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "painter/random.h"
-
 namespace painter {
 namespace {
 

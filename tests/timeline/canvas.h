@@ -18,7 +18,10 @@ class Canvas {
     view = platform::MakeView(pixels_.data(), width, height, width, scale);
   }
 
-  platform::Color At(int x, int y) const { return platform::ColorFrom(view.Row(y)[x]); }
+  platform::Color At(int x, int y) const {
+    const platform::Pixel pixel = view.Row(y)[x];
+    return platform::Rgb(pixel >> 16 & 255, pixel >> 8 & 255, pixel & 255);
+  }
 
   platform::PixelView view;
 

@@ -18,6 +18,7 @@
 #include <QTimer>
 #include <chrono>
 
+#include "host/standin/DemoAnimation.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
@@ -298,6 +299,17 @@ TEST_F(StandInWindowTest, ANoteIsReadableAsAWhole) {
   }
   stand_in_->StatusOpen("Developing...");
   EXPECT_LT(label->height(), 2 * label->fontMetrics().height());
+}
+
+TEST_F(StandInWindowTest, TheDemoMovesFromFrameToFrame) {
+  const Animation animation = DrawDemoAnimation();
+  ASSERT_EQ(animation.FrameCount(), 48);
+  for (int frame = 0; frame < 48; ++frame) {
+    const ByteTable here = animation.Plane(frame, Channel::Red);
+    const ByteTable next = animation.Plane((frame + 1) % 48, Channel::Red);
+    ASSERT_EQ(here.bytes.size(), animation.Size().PlaneBytes());
+    EXPECT_FALSE(std::ranges::equal(here.bytes, next.bytes)) << frame;
+  }
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "host/members.h"
-#include "host/standin/demo_animation.h"
 #include "host/standin/frame_pixels.h"
 
 namespace host {
@@ -203,17 +202,6 @@ TEST(FramePixels, LeaveOutTheLastColumnAndRow) {
               testing::ElementsAre(0xFF010305u, 0xFF010305u, 0xFF020406u, 0xFF020406u, 0xFF010305u,
                                    0xFF010305u, 0xFF020406u, 0xFF020406u));
   EXPECT_THAT(SampleFramePixels(animation, 0, 1, 1).pixels, testing::ElementsAre(0xFF020406u));
-}
-
-TEST(DemoAnimation, MovesFromFrameToFrame) {
-  const Animation animation = DrawDemoAnimation();
-  ASSERT_EQ(animation.FrameCount(), 48);
-  for (int frame = 0; frame < 48; ++frame) {
-    const ByteTable here = animation.Plane(frame, Channel::Red);
-    const ByteTable next = animation.Plane((frame + 1) % 48, Channel::Red);
-    ASSERT_EQ(here.bytes.size(), animation.Size().PlaneBytes());
-    EXPECT_FALSE(std::ranges::equal(here.bytes, next.bytes)) << frame;
-  }
 }
 
 }  // namespace

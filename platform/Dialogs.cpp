@@ -164,8 +164,8 @@ class StandingQuestion::Box {
 
   std::optional<bool> Answer() {
     {
-      const HeldEvents held(&box_, false);
-      QCoreApplication::processEvents();
+      HeldEvents held(&box_, false);
+      held.Handle(QEventLoop::AllEvents);
     }
     if (box_.isVisible()) return std::nullopt;
     return box_.clickedButton() != leave_;

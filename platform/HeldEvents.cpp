@@ -1,7 +1,10 @@
 #include "platform/HeldEvents.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPointer>
+#include <QSet>
 #include <QWidget>
 #include <QWindow>
 #include <deque>
@@ -53,23 +56,55 @@ bool IsInput(const QObject* receiver, const QEvent* event) {
   }
 }
 
-class DoubleClickFilter : public QObject {
+/// Drops what belongs to input that was dropped and comes only later: releases of buttons and keys, and the
+/// second half of a double click. A release alone can do something, such as empty a cell.
+class LeftOvers : public QObject {
  public:
-  DoubleClickFilter() : QObject(qApp) { qApp->installEventFilter(this); }
+  static LeftOvers& Get() {
+    static QPointer<LeftOvers> left_overs;
+    if (!left_overs) left_overs = new LeftOvers;
+    return *left_overs;
+  }
+
+  void ExpectDoubleClick() { expects_double_click_ = true; }
+
+  /// Takes down what was pressed by an event that is dropped, or let go again.
+  void NoteDropped(const QEvent* event) {
+    if (event->type() == QEvent::KeyPress) keys_.insert(static_cast<const QKeyEvent*>(event)->key());
+    if (event->type() == QEvent::KeyRelease) keys_.remove(static_cast<const QKeyEvent*>(event)->key());
+    const bool press =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (press || event->type() == QEvent::MouseButtonRelease)
+      buttons_.setFlag(static_cast<const QMouseEvent*>(event)->button(), press);
+  }
 
   bool eventFilter(QObject* receiver, QEvent* event) override {
-    if (!IsInput(receiver, event)) return false;
-    if (event->type() == QEvent::MouseButtonDblClick) return dropped_ = true;
-    if (event->type() == QEvent::MouseButtonRelease && dropped_) {
-      deleteLater();
-      return true;
-    }
-    if (event->type() == QEvent::MouseButtonPress) deleteLater();
-    return false;
+    if (!IsInput(receiver, event) || !BelongsToDropped(event)) return false;
+    NoteDropped(event);
+    return true;
   }
 
  private:
-  bool dropped_ = false;
+  LeftOvers() : QObject(qApp) { qApp->installEventFilter(this); }
+
+  bool BelongsToDropped(const QEvent* event) {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+        return expects_double_click_ = false;
+      case QEvent::MouseButtonDblClick:
+        return std::exchange(expects_double_click_, false);
+      case QEvent::MouseButtonRelease:
+        return buttons_.testFlag(static_cast<const QMouseEvent*>(event)->button());
+      case QEvent::KeyRelease:
+        return keys_.contains(static_cast<const QKeyEvent*>(event)->key());
+      default:
+        return false;
+    }
+  }
+
+  bool expects_double_click_ = false;
+  Qt::MouseButtons buttons_;
+  QSet<int> keys_;
 };
 
 }  // namespace
@@ -98,13 +133,21 @@ bool HeldEvents::eventFilter(QObject* receiver, QEvent* event) {
     });
     return true;
   }
-  return IsInput(receiver, event);
+  if (!IsInput(receiver, event)) return false;
+  LeftOvers::Get().NoteDropped(event);
+  return true;
 }
 
-void DropRestOfDoubleClick() {
-  static QPointer<DoubleClickFilter> filter;
-  delete filter;
-  filter = new DoubleClickFilter;
+void HeldEvents::Handle(QEventLoop::ProcessEventsFlags which) {
+  // One look of the toolkit's takes in only a part of what has come.
+  constexpr int most_milliseconds = 20;
+  QCoreApplication::processEvents(which, most_milliseconds);
+}
+
+void DropAllInput() {
+  HeldEvents held(nullptr, true);
+  held.Handle(QEventLoop::AllEvents);
+  LeftOvers::Get().ExpectDoubleClick();
 }
 
 bool EventsAreHeld() { return held_count > 0; }

@@ -1,6 +1,7 @@
 // Holding events back while the program's one thread is taken up. For the platform layer.
 #pragma once
 
+#include <QEventLoop>
 #include <QObject>
 
 class QWidget;
@@ -16,6 +17,9 @@ class HeldEvents : public QObject {
   HeldEvents(QWidget* free, bool drops_input);
   ~HeldEvents() override;
 
+  /// Handles what has come of these kinds.
+  void Handle(QEventLoop::ProcessEventsFlags which);
+
   bool eventFilter(QObject* receiver, QEvent* event) override;
 
  private:
@@ -23,8 +27,9 @@ class HeldEvents : public QObject {
   bool drops_input_;
 };
 
-/// Drops the next press of the mouse if it is the second one of a double click.
-void DropRestOfDoubleClick();
+/// Drops what the user has done with mouse and keys up to now, and what of it comes only later: the release
+/// of what was pressed, and the second half of a double click.
+void DropAllInput();
 
 /// Whether a HeldEvents lives.
 bool EventsAreHeld();

@@ -30,8 +30,8 @@ void KeepPainted() {
   if (painting || QCoreApplication::instance() == nullptr || Clock::now() < next) return;
   painting = true;
   {
-    const HeldEvents held(nullptr, false);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    HeldEvents held(nullptr, false);
+    held.Handle(QEventLoop::ExcludeUserInputEvents);
   }
   painting = false;
   next = Clock::now() + kBetweenPaints;
@@ -59,9 +59,7 @@ LongWork::~LongWork() {
   if (covered_ != nullptr && !bar_) return;
   bar_.reset();
   if (std::uncaught_exceptions() > 0 || QCoreApplication::instance() == nullptr) return;
-  const HeldEvents held(nullptr, true);
-  QCoreApplication::processEvents();
-  DropRestOfDoubleClick();
+  DropAllInput();
 }
 
 void LongWork::Report(int done, int all) {

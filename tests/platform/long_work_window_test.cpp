@@ -50,6 +50,7 @@ struct LongWorkTest : testing::Test {
                                                     Qt::LeftButton, Qt::NoModifier));
   }
   support::Desk desk;
+  int key_ups = 0;
 };
 
 TEST_F(LongWorkTest, OnlyPaintingGoesOnDuringAWait) {
@@ -78,12 +79,17 @@ TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
   {
     LongWork work;
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) Come(type);
-    QApplication::postEvent(busy->grid.Widget(),
-                            new QKeyEvent(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier));
+    for (const int key : {Qt::Key_Down, Qt::Key_Delete})
+      QApplication::postEvent(busy->grid.Widget(), new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier));
   }
+  // What was pressed meanwhile and is let go only now still does nothing; the next key does.
+  busy->grid.KeyUp = [this](int, int) { ++key_ups; };
+  for (const int key : {Qt::Key_Delete, Qt::Key_Delete, Qt::Key_Down})
+    QApplication::postEvent(busy->grid.Widget(), new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier));
   support::HandleEvents();
   EXPECT_EQ(busy->presses + busy->releases, 0);
   EXPECT_EQ(busy->grid.Row(), 0);
+  EXPECT_EQ(key_ups, 1);
   // The second half of a double click may come when the deed is over already. Then all is as ever.
   for (const auto type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) Come(type);
   support::HandleEvents();

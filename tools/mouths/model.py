@@ -1,8 +1,10 @@
 """The eleven mouths as a few numbers each, and the curves that follow from them.
 
 Lengths are pixels of the finished 128 by 128 picture, x to the right, y down.
-The skull doesn't move when a jaw drops: the upper teeth keep one place in all
-eleven mouths, the upper lip nearly so, and the lower lip and teeth travel.
+The skull doesn't move when a jaw drops: nose, temples and upper teeth keep one
+place in all eleven mouths, the upper lip nearly so, and the lower lip, the lower
+teeth and the chin travel. Everything but the nose stays between y 36 and 118,
+the part of the pictures that a printed sheet shows.
 """
 
 from dataclasses import dataclass
@@ -11,8 +13,8 @@ import numpy as np
 
 SIZE = 128
 CENTRE_X = 64.0
-REST_LINE = 54.0  # where closed lips meet
-UPPER_TEETH_EDGE = 61.0  # the biting edge of the upper teeth, hidden at rest
+REST_LINE = 56.0  # where closed lips meet
+UPPER_TEETH_EDGE = 60.0  # the biting edge of the upper teeth, hidden at rest
 
 
 @dataclass(frozen=True)
@@ -29,23 +31,26 @@ class Mouth:
     lower: float = 17.0  # thickness of the lower lip
     corner: float = 0.0  # corners down (above 0) or up (below 0)
     press: float = 0.0  # lips pressed: a hard line, dents at the corners
+    chin: float = 97.0  # where the line of the jaw is lowest
+    cheek: float = 0.0  # cheeks blown out or pushed up (above 0), or drawn in (below 0)
+    crease: float = 0.0  # the fold from nose to corner that a spread mouth pushes up
     part: float = 1.0  # share of the width over which the lips part
     teeth: str = ""  # "", "upper", "both", "bite"
     tongue: str = ""  # "", "low", "raised", "deep" (far back, seen in shading alone)
 
 
 MOUTHS = {
-    1: Mouth(width=38, opening=46, jaw=48, lift=5, roundness=0.62, upper=14, lower=17, teeth="upper", tongue="low"),
-    2: Mouth(width=45, upper=8, lower=10, press=1),
-    3: Mouth(width=48, opening=23, jaw=0.5, lift=6, roundness=0.3, upper=11, lower=14, corner=-1, teeth="both"),
-    4: Mouth(width=42, upper=15, lower=20, corner=1.5),
-    5: Mouth(width=41, opening=21, jaw=24, lift=1, roundness=0.2, upper=14, lower=18, teeth="upper", tongue="low"),
-    6: Mouth(width=53, opening=31, jaw=30, lift=6, roundness=0.15, upper=11, lower=14, corner=-7, teeth="upper", tongue="low"),
-    7: Mouth(width=43, opening=11, jaw=8, lift=5, upper=12, lower=12, corner=3, part=0.74, teeth="bite"),
-    8: Mouth(width=39, opening=39, jaw=41, lift=4, roundness=0.45, upper=13, lower=16.5, teeth="upper", tongue="raised"),
-    9: Mouth(width=25, opening=42, jaw=44, lift=4, roundness=1, push=0.45, upper=15, lower=18, tongue="deep"),
-    10: Mouth(width=16, opening=20, jaw=16, lift=1, roundness=1, push=1, upper=18, lower=20),
-    11: Mouth(width=13.5, opening=6, jaw=6, lift=-2, roundness=0.75, push=1, upper=18, lower=19),
+    1: Mouth(width=34, opening=51, jaw=54, lift=10, roundness=0.62, upper=10, lower=8.5, chin=116.5, cheek=-2, teeth="upper", tongue="low"),
+    2: Mouth(width=33, upper=6, lower=7, corner=2.5, press=1, chin=89, cheek=3.5),
+    3: Mouth(width=38, opening=25, jaw=0.5, lift=8.5, roundness=0.5, upper=8, lower=10, corner=-2, chin=98, cheek=2.5, crease=0.7, teeth="both"),
+    4: Mouth(width=31, upper=10, lower=14, corner=-2.5, chin=97),
+    5: Mouth(width=33, opening=21, jaw=24, lift=2, roundness=0.3, upper=11, lower=13, chin=104, teeth="upper", tongue="low"),
+    6: Mouth(width=40, opening=35, jaw=37, lift=9, roundness=0.25, upper=9, lower=11, corner=-9, chin=109, cheek=4.5, crease=1, teeth="upper", tongue="low"),
+    7: Mouth(width=34, opening=12, jaw=9, lift=7, upper=9, lower=10, corner=4.5, part=0.84, chin=93, cheek=1, teeth="bite"),
+    8: Mouth(width=34, opening=45, jaw=48, lift=7, roundness=0.5, upper=11, lower=10, chin=115, cheek=-1, teeth="upper", tongue="raised"),
+    9: Mouth(width=20, opening=43, jaw=43, lift=4, roundness=1, push=0.45, upper=11, lower=12, chin=116.5, cheek=-7, tongue="deep"),
+    10: Mouth(width=12, opening=17, jaw=16, lift=-1, roundness=1, push=1, upper=14, lower=15, chin=105, cheek=-5),
+    11: Mouth(width=7.5, opening=6, jaw=6, lift=-3, roundness=0.8, push=1, upper=12, lower=12, chin=96, cheek=-7),
 }
 
 
@@ -73,7 +78,7 @@ def _arch(u, flat, steep):
     return np.maximum(0.0, 1.0 - np.abs(u) ** flat) ** steep
 
 
-def curves(m, samples=161):
+def curves(m, samples=97):
     """The edges of the lips of mouth `m`."""
     u = -np.cos(np.linspace(0.0, np.pi, samples))
     top = REST_LINE - m.lift
@@ -108,6 +113,45 @@ def curves(m, samples=161):
         pair(outer_x, outer_bottom),
         corner_y,
     )
+
+
+def _through(points, samples=16):
+    """A smooth polyline through `points`."""
+    p = np.asarray(points, float)
+    p = np.concatenate([2 * p[:1] - p[1:2], p, 2 * p[-1:] - p[-2:-1]])
+    t = np.linspace(0, 1, samples, endpoint=False)[:, None]
+    runs = []
+    for a, b, c, d in zip(p[:-3], p[1:-2], p[2:-1], p[3:]):
+        runs.append(b + 0.5 * t * (c - a + t * (2 * a - 5 * b + 4 * c - d + t * (3 * (b - c) + d - a))))
+    return np.concatenate(runs + [p[-2:-1]])
+
+
+def jaw_line(m):
+    """The sides of the face and the jaw below: it hangs from the temples, which don't move.
+
+    A dropped jaw is longer and narrower, as the same skin has to reach farther.
+    """
+    drop = m.chin - 97.0
+    cheek = 47.0 + m.cheek
+    half = [(46.0, 8.0), (47.0 + 0.4 * m.cheek, 28.0), (cheek, 52.0)]
+    half += [(42.5 + 0.6 * m.cheek - 0.16 * drop, m.chin - 21.0 - 0.3 * drop)]
+    half += [(29.0 - 0.2 * drop, m.chin - 6.5 - 0.06 * drop), (13.0 - 0.06 * drop, m.chin - 0.9)]
+    right = [(CENTRE_X + x, y) for x, y in half]
+    left = [(CENTRE_X - x, y) for x, y in half]
+    return _through(left + [(CENTRE_X, m.chin)] + right[::-1])
+
+
+def nose():
+    """The ball of the nose, open at the top, and its two wings."""
+    ball = _through([(57.0, 13.0), (53.6, 20.0), (56.8, 27.5), (64.0, 31.0), (71.2, 27.5), (74.4, 20.0), (71.5, 13.5)])
+    left = _through([(51.5, 19.5), (47.6, 23.5), (49.2, 28.5), (55.0, 28.6)])
+    return ball, left, left * (-1, 1) + (2 * CENTRE_X, 0)
+
+
+def creases(m):
+    """The folds beside a spread mouth, from the wing of the nose round the corner."""
+    run = np.array([(22.0, 33.5), (31.0, 37.0), (m.width - 0.5, 43.5), (m.width + 3.2, 50.0), (m.width + 3.6, 56.0)])
+    return [_through(run * (side, 1) + (CENTRE_X, 0), 8) for side in (-1, 1)]
 
 
 def closed(top, bottom):

@@ -16,13 +16,14 @@ def draw(m):
     c = model.curves(m)
     outer = between(x, y, c.outer_top, c.outer_bottom)
     inner = between(x, y, c.inner_top, c.inner_bottom) if m.opening else np.zeros_like(x)
-    image = _skin(x, y, m, c, outer)
+    image = _head(_skin(x, y, m, c, outer), x, y, m)
+    image = _faded_to_ground(image)
     image = _over(image, _lips(x, y, m, c), blur(outer, 0.45))
     if m.opening:
         image = _over(image, _inside(x, y, m, c), inner)
+    image = _lines(image, x, y, m, c, inner)
     if m.teeth == "bite":
         image = _biting_teeth(image, x, y, m, c)
-    image = _lines(image, x, y, m, c, inner)
     return _levels(raster.shrink(image))
 
 
@@ -44,12 +45,54 @@ def _skin(x, y, m, c, outer):
         end = CENTRE_X + side * (c.outer_top[-1, 0] - CENTRE_X)
         depth = (1 - m.roundness) * (22 + 16 * m.press)
         image -= depth * bump(x - end - side * 1.5, 5.0) * bump(y - c.corner_y - 1, 6.0)
-    return _faded_to_ground(image, x, y)
+    return image
 
 
-def _faded_to_ground(image, x, y):
+def _head(image, x, y, m):
+    """Jaw, nose and cheeks behind the mouth: soft shade with a pencil line in it."""
+    line = model.jaw_line(m)
+    d, along = distance(x, y, line)
+    half = np.interp(y, *_half_width(line), right=-1.0)
+    inside = blur((np.abs(x - CENTRE_X) < half).astype(np.float32), 0.6)
+    # The face turns away to the right and below; the light comes past its left side.
+    away = lerp(0.35, 1.0, smooth(0.2, 0.75, along))
+    image = image + inside * (7 - 30 * away * bump(d, 9.0)) - (1 - inside) * 16 * bump(d, 6.0) * away
+    image = image - lerp(8, 48, np.clip(np.sin(np.pi * along), 0, 1) ** 1.5) * bump(d, lerp(0.8, 1.7, away))
+    chin = np.hypot((x - CENTRE_X + 4) / 12, (y - m.chin + 9) / 5)
+    image = image + 20 * bump(chin, 1.0) * inside
+    image = image + 12 * bump(np.hypot((x - 31) / 9, (y - 50) / 11), 1.0) * (1 + 0.2 * m.cheek)
+    for fold in model.creases(m) if m.crease else ():
+        d, along = distance(x, y, fold, 10)
+        depth = m.crease * np.clip(np.sin(np.pi * along), 0, 1)
+        image = image + depth * (12 * bump(d, 4.0) - 44 * bump(d, 1.6))
+    return _nose(image, x, y)
+
+
+def _half_width(line):
+    """Half the width of the face over y, from the line's left half."""
+    left = line[: len(line) // 2 + 1]
+    return left[:, 1], CENTRE_X - left[:, 0]
+
+
+def _nose(image, x, y):
+    ball = np.hypot((x - 61) / 7, (y - 20) / 7)
+    image = image + 26 * bump(ball, 0.8)
+    under = bump((x - CENTRE_X - 1) / 13, 1.0) * bump(y - 33, 3.6)
+    image = image - 24 * under
+    for side, depth in ((-1, 54), (1, 66)):
+        hole = np.hypot((x - CENTRE_X - side * 6.8) / 3.4, (y - 28.6 - 0.12 * side * (x - CENTRE_X)) / 1.7)
+        image = image - depth * bump(hole, 0.9)
+    for points, weight in zip(model.nose(), (30, 44, 52)):
+        d, along = distance(x, y, points, 8)
+        image = image - weight * bump(d, 1.1) * np.clip(np.sin(np.pi * along), 0, 1)
+    return image
+
+
+def _faded_to_ground(image):
+    at = (np.arange(image.shape[0]) + 0.5) / raster.FINE
+    x, y = np.meshgrid(at, at)
     edge = np.minimum(np.minimum(x, 128 - x), np.minimum(y, 128 - y))
-    return GROUND + (image - GROUND) * smooth(2, 14, edge)
+    return GROUND + (image - GROUND) * smooth(4, 14, edge)
 
 
 def _lips(x, y, m, c):
@@ -161,10 +204,10 @@ def _biting_teeth(image, x, y, m, c):
     bottom = np.interp(x[0], c.inner_bottom[:, 0], c.inner_bottom[:, 1])[None, :]
     gaps = model.tooth_gaps(model.UPPER_TEETH)
     nearest = np.min(np.abs(x[0][:, None] - gaps[None, :]), axis=1)[None, :]
-    edge = bottom + 1.5 - 1.4 * bump(nearest, 1.1)
+    edge = bottom + 1.2 + 2.6 * bump(x - CENTRE_X, 13.0) - 1.6 * bump(nearest, 1.1)
     shown = (bottom - top) > 1.0
     mask = blur(((y > top) & (y < edge) & shown).astype(np.float32), 0.35)
-    image = image - 40 * blur(((y > top) & (y < edge + 2.2) & shown).astype(np.float32), 1.0) * (1 - mask)
+    image = image - 58 * blur(((y > top) & (y < edge + 2.8) & shown).astype(np.float32), 1.0) * (1 - mask)
     shade = _teeth(x, gaps) * lerp(0.55, 1.0, smooth(0, 5.5, y - top))
     return _over(image, shade, mask)
 

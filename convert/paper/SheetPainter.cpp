@@ -30,7 +30,7 @@ const char* const kTrackNames[] = {QT_TRANSLATE_NOOP("convert", "Yellow"),
 /// Values below the tool's canvas lie at the lane's edge.
 constexpr int kTrackRange = 63;
 
-/// What of the drawings of 128 by 128 pixels holds every mouth.
+/// What of the drawings of 128 by 128 pixels holds every mouth and jaw; the nose above is left out.
 const QRect kMouthBox(5, 35, 118, 84);
 
 QString Text(const char* text) { return QCoreApplication::translate("convert", text); }

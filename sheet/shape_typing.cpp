@@ -32,7 +32,7 @@ bool BeginsAName(std::string_view letters) {
 }  // namespace
 
 std::optional<std::string> ShapeByLetters(std::string_view letters) {
-  const auto whole = FindName([&](std::string_view name) { return SameLetters(name, letters); });
+  auto whole = FindName([&](std::string_view name) { return SameLetters(name, letters); });
   if (whole || letters.size() < 2) return whole;
   return FindName(
       [&](std::string_view name) { return SameLetters(name.substr(0, letters.size()), letters); });

@@ -50,7 +50,7 @@ std::string WaveHead(std::int64_t frames, std::int32_t samples_per_second) {
   Append(head, samples_per_second, 4);
   Append(head, std::int64_t{samples_per_second} * kBytesPerSample, 4);
   Append(head, kBytesPerSample, 2);
-  Append(head, 8 * kBytesPerSample, 2);
+  Append(head, std::int64_t{8} * kBytesPerSample, 2);
   head += "data";
   Append(head, data_bytes, 4);
   return head;

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -18,7 +19,7 @@ using testing::StartsWith;
 
 class ConvertProgram : public testing::Test {
  protected:
-  ConvertProgram() : folder_(fs::path(testing::TempDir()) / "convert-program") {
+  ConvertProgram() : folder_(fs::path(testing::TempDir()) / ("convert-program-" + std::to_string(getpid()))) {
     fs::remove_all(folder_);
     fs::create_directories(folder_);
   }

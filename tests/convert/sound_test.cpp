@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sndfile.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <filesystem>
@@ -23,7 +24,7 @@ constexpr int kFrames = 48'000;
 class Converted {
  public:
   Converted(int format, int channels, const std::function<double(int, int)>& value)
-      : folder_(std::filesystem::path(testing::TempDir()) / "convert-sound") {
+      : folder_(std::filesystem::path(testing::TempDir()) / ("convert-sound-" + std::to_string(getpid()))) {
     std::filesystem::create_directories(folder_);
     const std::string source = folder_ / "source", made = folder_ / "made.wav";
     SF_INFO info{};

@@ -190,7 +190,7 @@ TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
     const std::lock_guard lock(machine_->mutex);
     machine_->devices = {{"Microphone"}, false};
   }
-  Until([this] { return Enabled()[0]; });
+  Until([this] { return bool{Enabled()[0]}; });
   BeginToRecord();
   Deliver({1});
   Press("StopButton");

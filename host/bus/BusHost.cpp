@@ -19,7 +19,7 @@ constexpr const char* kGone = "the host is no longer running";
 constexpr const char* kGivenUp = "the host was given up, as it didn't answer";
 constexpr const char* kQuestion =
     "The host doesn't answer. The exposure sheet waits for it and can do nothing else meanwhile.\n\n"
-    "Without the host the exposure sheet ends. What isn't saved is then written to a file of its own.";
+    "Without the host the exposure sheet ends, and what isn't saved is lost.";
 
 /// Milliseconds between two looks at the user's side of a wait.
 constexpr int kOneLook = 50;

@@ -1,12 +1,12 @@
 #!/usr/bin/python3
-"""Keeps the tour's pictures that the README shows."""
+"""Keeps the tour's pictures that the documents show, in docs/pictures."""
 
 import os
 
 from PIL import Image
 
-HERE = os.path.dirname(os.path.abspath(__file__))
-TOUR = os.path.join(os.path.dirname(HERE), "build", "tour")
+HOUSE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+TOUR = os.path.join(HOUSE, "build", "tour")
 KEPT = {"25-sample.png": "sheet.png", "painter/3-stamped.png": "frame_painter.png", "apart/0-host.png": "host.png",
         "krita/1-following.png": "krita.png"}
 
@@ -14,5 +14,5 @@ for source, target in KEPT.items():
     if not os.path.exists(os.path.join(TOUR, source)):
         continue  # its chapter wasn't given
     with Image.open(os.path.join(TOUR, source)) as picture:
-        picture.save(os.path.join(HERE, "pictures", target), optimize=True)
-        print(f"demo/pictures/{target}: {picture.size[0]} by {picture.size[1]}")
+        picture.save(os.path.join(HOUSE, "docs", "pictures", target), optimize=True)
+        print(f"docs/pictures/{target}: {picture.size[0]} by {picture.size[1]}")

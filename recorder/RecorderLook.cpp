@@ -50,6 +50,13 @@ QPixmap Draw(Sign sign, int side, const QColor& color) {
 
 }  // namespace
 
+QIcon RecorderIcon() {
+  QIcon icon;
+  for (const int side : {16, 24, 32, 48, 128})
+    icon.addPixmap(QPixmap(QString(":/assets/icons/recorder-%1.png").arg(side), "PNG"));
+  return icon;
+}
+
 QIcon SignIcon(Sign sign) {
   QIcon icon;
   for (const int side : {24, 48}) {

@@ -8,6 +8,7 @@ namespace recorder {
 
 enum class Sign { Record, Stop, Listen, Save };
 
+QIcon RecorderIcon();
 QIcon SignIcon(Sign sign);
 
 /// The style sheet for the window and its dialogs.

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""Draws the windows' icons into assets/icons. Needs python3-cairo.
+"""Draws the windows' icons into assets/icons, and the desktop's drawings of any size into packaging/icons. Needs
+python3-cairo.
 
 Each size has lines and edges of its own on whole pixels; the small ones leave
 out what would blur (rows, teeth, dabs of paint) instead of shrinking it.
@@ -12,7 +13,9 @@ import cairo
 
 from draw_buttons import rounded
 
-OUT = Path(__file__).resolve().parent.parent / "assets" / "icons"
+HOUSE = Path(__file__).resolve().parent.parent
+OUT = HOUSE / "assets" / "icons"
+OUT_OF_ANY_SIZE = HOUSE / "packaging" / "icons"
 SIZES = (16, 24, 32, 48, 64, 128, 256)
 
 SLATE = (85, 85, 102)
@@ -27,6 +30,8 @@ TEAL = (46, 132, 128)
 TEAL_DEEP = (24, 88, 92)
 WOOD = (246, 224, 184)
 WOOD_DEEP = (220, 184, 130)
+RED = (214, 84, 74)
+RED_DEEP = (132, 36, 40)
 
 
 def set_colour(c, rgb, alpha=1.0):
@@ -40,8 +45,9 @@ def set_shade(c, top, bottom, y0, y1):
     c.set_source(shade)
 
 
-def new_picture(width, height=None):
-    surface = cairo.ImageSurface(cairo.FORMAT_ARGB32, width, height or width)
+def new_picture(side, path=None):
+    """A picture, or a drawing of any size that goes into a file."""
+    surface = cairo.SVGSurface(str(path), side, side) if path else cairo.ImageSurface(cairo.FORMAT_ARGB32, side, side)
     return surface, cairo.Context(surface)
 
 
@@ -99,9 +105,9 @@ SHEETS = {
 }
 
 
-def app_icon(size):
+def app_icon(size, path=None):
     """An exposure sheet, slate head and yellow rows, with the mouth that it times."""
-    surface, c = new_picture(size)
+    surface, c = new_picture(size, path)
     (x, y, w, h), head, rows, rule, line, (mx, my, half, tall), teeth = SHEETS[size]
     corner = max(1.0, size / 22)
     _shadow(c, lambda: rounded(c, x, y, w, h, corner), size)
@@ -165,9 +171,9 @@ SMALL_DABS = {
 }
 
 
-def host_icon(size):
+def host_icon(size, path=None):
     """A painter's palette on a round teal ground: another program's window, at any size."""
-    surface, c = new_picture(size)
+    surface, c = new_picture(size, path)
     middle = size / 2
     c.arc(middle, middle, middle - max(0.5, size / 64), 0, 2 * pi)
     set_shade(c, TEAL, TEAL_DEEP, 0, size)
@@ -202,6 +208,39 @@ def _palette_outline(c):
     c.curve_to(0.2, 0.28, 0.1, 0.42, 0.18, 0.56)
     c.curve_to(0.26, 0.72, 0.22, 0.84, 0.05, 0.86)
     c.close_path()
+
+
+def recorder_icon(size, path=None):
+    """A microphone on a round red ground."""
+    surface, c = new_picture(size, path)
+    middle = size / 2
+    c.arc(middle, middle, middle - max(0.5, size / 64), 0, 2 * pi)
+    set_shade(c, RED, RED_DEEP, 0, size)
+    c.fill()
+    # The middle of an upright line of an odd width stands on a whole pixel's middle, of an even one between two.
+    line = max(1, round(size / 14))
+    half = round(size * 0.13) + (0.5 if line % 2 else 0)
+    c.translate(middle + (0.5 if line % 2 else 0), 0)
+    top, bottom = round(size * 0.16), round(size * 0.58)
+    rounded(c, -half, top, 2 * half, bottom - top, half)
+    set_shade(c, (255, 252, 240), (226, 214, 190), top, bottom)
+    c.fill()
+    for grille in range(3) if size >= 48 else ():
+        y = top + (bottom - top) * (0.26 + 0.15 * grille)
+        c.rectangle(-half * 0.62, y, half * 1.24, max(1, size / 64))
+        set_colour(c, RED_DEEP, 0.55)
+        c.fill()
+    cradle = half + line * 1.5
+    c.arc(0, bottom - half, cradle, 0, pi)
+    c.move_to(0, bottom - half + cradle)
+    c.line_to(0, round(size * 0.82))
+    c.move_to(-half, round(size * 0.82))
+    c.line_to(half, round(size * 0.82))
+    c.set_line_width(line)
+    c.set_line_cap(cairo.LINE_CAP_ROUND if size > 24 else cairo.LINE_CAP_BUTT)
+    set_colour(c, (255, 252, 240))
+    c.stroke()
+    return surface
 
 
 def painter_icon(scale):
@@ -268,8 +307,13 @@ def main():
     for size in SIZES:
         app_icon(size).write_to_png(str(OUT / f"app-{size}.png"))
         host_icon(size).write_to_png(str(OUT / f"host-{size}.png"))
+        recorder_icon(size).write_to_png(str(OUT / f"recorder-{size}.png"))
     painter_icon(1).write_to_png(str(OUT / "painter-29.png"))
     painter_icon(2).write_to_png(str(OUT / "painter-29@2x.png"))
+    OUT_OF_ANY_SIZE.mkdir(parents=True, exist_ok=True)
+    for name, draw in (("exposure-sheet", app_icon), ("vellumark-standin", host_icon),
+                       ("exposure-sheet-recorder", recorder_icon)):
+        draw(SIZES[-1], OUT_OF_ANY_SIZE / (name + ".svg")).finish()
 
 
 if __name__ == "__main__":

@@ -53,23 +53,6 @@ QPixmap DrawTransport(Transport which, int side, const QColor& color) {
   return pixmap;
 }
 
-QPixmap DrawStandIn(int side) {
-  QPixmap pixmap(side, side);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.scale(side / 32.0, side / 32.0);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(38, 41, 47));
-  painter.drawRoundedRect(QRectF(1, 4, 30, 24), 4, 4);
-  painter.setBrush(QColor(236, 178, 92));
-  painter.drawRoundedRect(QRectF(8, 8, 16, 16), 2, 2);
-  painter.setBrush(QColor(210, 214, 220));
-  for (const double y : {6.5, 12.0, 17.5, 23.0})
-    for (const double x : {3.5, 26.0}) painter.drawRoundedRect(QRectF(x, y, 2.5, 2.5), 0.6, 0.6);
-  return pixmap;
-}
-
 }  // namespace
 
 QIcon TransportIcon(Transport which) {
@@ -83,7 +66,8 @@ QIcon TransportIcon(Transport which) {
 
 QIcon StandInIcon() {
   QIcon icon;
-  for (const int side : {16, 32, 48, 128}) icon.addPixmap(DrawStandIn(side));
+  for (const int side : {16, 24, 32, 48, 128})
+    icon.addPixmap(QPixmap(QString(":/assets/icons/host-%1.png").arg(side), "PNG"));
   return icon;
 }
 

@@ -1,4 +1,4 @@
-// The pictures on the stand-in's transport buttons, and its own icon, drawn by code.
+// The pictures on the stand-in's transport buttons, drawn by code, and its own icon.
 #pragma once
 
 #include <QIcon>

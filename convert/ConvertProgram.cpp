@@ -17,6 +17,7 @@
 #include "convert/paper/Paper.h"
 #include "convert/sound/SoundFile.h"
 #include "convert/streams.h"
+#include "platform/Translation.h"
 #include "platform/version.h"
 #include "sheet/text_encoding.h"
 #include "sheet/whole_file.h"
@@ -299,6 +300,7 @@ int RunConvert(int argument_count, char** arguments) {
   int own_name_only = 1;
   const QGuiApplication application(own_name_only, arguments);
   QCoreApplication::setApplicationName(kProgram);
+  platform::Translate("convert");
   try {
     return Answer(ReadCommandLine(argument_count, arguments));
   } catch (const std::bad_alloc&) {

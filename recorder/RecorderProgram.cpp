@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/Translation.h"
 #include "platform/version.h"
 #include "recorder/RecorderLook.h"
 #include "recorder/RecorderWindow.h"
@@ -35,8 +36,11 @@ int RunRecorder(int argument_count, char** arguments) {
   QApplication::setApplicationName("exposure-sheet-recorder");
   QApplication::setApplicationVersion(platform::kVersion);
   QApplication::setDesktopFileName("exposure-sheet-recorder");
+  QApplication::setWindowIcon(RecorderIcon());
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   application.setStyleSheet(RecorderStyle());
+  platform::TranslateToolkit();
+  platform::Translate("recorder");
   QCommandLineParser parser;
   parser.setApplicationDescription(
       QCoreApplication::translate("recorder", "Records a voice as a wave file for the exposure sheet."));

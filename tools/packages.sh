@@ -2,7 +2,7 @@
 # Sourced by ./run, ./run-tests, ./run-bench and .ci/run; plain sh, for a machine that has nothing else yet.
 
 # shellcheck disable=SC2034  # used by the scripts that source this file
-BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev libgl-dev
+BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-l10n-tools libgl-dev
   libsdl2-dev libsndfile1-dev libsystemd-dev libgtest-dev libgmock-dev"
 
 # What the programs want at run time beyond the libraries that they are linked to. The converter finds libespeak-ng1

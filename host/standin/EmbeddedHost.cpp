@@ -6,6 +6,7 @@
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/StandInWindow.h"
 #include "host/standin/stand_in.h"
+#include "platform/Translation.h"
 
 namespace host {
 namespace {
@@ -15,6 +16,7 @@ class EmbeddedHost final : public HostObject {
  public:
   EmbeddedHost() : stand_in_(std::make_shared<StandIn>(DrawDemoAnimation())) {
     stand_in_->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
+    platform::Translate("standin");
     window_ = new StandInWindow(stand_in_, Place::Embedded);
     // The tool holds its host until the process ends, which is later than a window can live.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, window_, [window = window_] { delete window; });

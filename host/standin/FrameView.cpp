@@ -22,7 +22,7 @@ QImage ImageFrom(const PixelBlock& block) {
 
 FrameView::FrameView(const StandIn& stand_in, QWidget* parent) : QWidget(parent), stand_in_(stand_in) {
   setObjectName("FrameView");
-  setAccessibleName("Current frame");
+  setAccessibleName(QObject::tr("Current frame"));
   platform::SetAccessibleRole(this, QAccessible::Graphic);
   setMinimumSize(200, 120);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

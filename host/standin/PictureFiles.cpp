@@ -40,7 +40,7 @@ QImage OnWhite(const QImage& picture) {
   return opaque;
 }
 
-QString SizeText(FrameSize size) { return QString("%1 by %2").arg(size.width).arg(size.height); }
+QString SizeText(FrameSize size) { return QObject::tr("%1 by %2").arg(size.width).arg(size.height); }
 
 std::optional<std::string> TakePicture(Reading& reading, const QImage& picture, const QString& file) {
   const FrameSize size{picture.width(), picture.height()};
@@ -50,11 +50,12 @@ std::optional<std::string> TakePicture(Reading& reading, const QImage& picture, 
   }
   if (size != reading.size)
     return Text(
-        QString("The picture \"%1\" is %2, but the first one, \"%3\", is %4. All frames of an animation have "
-                "one size.")
+        QObject::tr(
+            "The picture \"%1\" is %2, but the first one, \"%3\", is %4. All frames of an animation have "
+            "one size.")
             .arg(file, SizeText(size), QFileInfo(reading.first_file).fileName(), SizeText(reading.size)));
   if (reading.frames.size() >= static_cast<std::size_t>(kMaximumFrames))
-    return Text(QString("The picture \"%1\" is one frame too many.").arg(file));
+    return Text(QObject::tr("The picture \"%1\" is one frame too many.").arg(file));
   reading.frames.push_back(PlanesOf(picture, size));
   return std::nullopt;
 }
@@ -65,7 +66,7 @@ std::optional<std::string> TakeFile(Reading& reading, const QString& file) {
   do {
     const QImage picture = reader.read();
     if (picture.isNull())
-      return Text(QString("The picture \"%1\" can't be read: %2.").arg(file, reader.errorString()));
+      return Text(QObject::tr("The picture \"%1\" can't be read: %2.").arg(file, reader.errorString()));
     if (auto failure = TakePicture(reading, picture, file)) return failure;
   } while (reader.supportsAnimation() && reader.canRead());
   return std::nullopt;
@@ -86,7 +87,7 @@ std::optional<std::string> SaveFrame(const Animation& animation, int frame, cons
                        QImage::Format_RGB32);
   QSaveFile file(name);
   if (file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG") && file.commit()) return std::nullopt;
-  return Text(QString("The picture \"%1\" can't be written: %2.").arg(name, file.errorString()));
+  return Text(QObject::tr("The picture \"%1\" can't be written: %2.").arg(name, file.errorString()));
 }
 
 }  // namespace
@@ -132,10 +133,10 @@ std::variant<Animation, std::string> ReadPictures(const QStringList& files, cons
     if (auto failure = TakeFile(reading, files[i])) return *failure;
     progress(100.0 * static_cast<double>(i + 1) / static_cast<double>(files.size()));
   }
-  if (reading.frames.empty()) return std::string("There is no picture to open.");
+  if (reading.frames.empty()) return Text(QObject::tr("There is no picture to open."));
   return AnimationOf(std::move(reading));
 } catch (const std::bad_alloc&) {
-  return std::string("There is not enough memory for all of these pictures.");
+  return Text(QObject::tr("There is not enough memory for all of these pictures."));
 }
 
 QStringList NumberedNames(const QString& base, int frame_count) {

@@ -14,9 +14,17 @@
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
 #include "platform/Application.h"
+#include "platform/version.h"
 
 namespace host {
 namespace {
+
+// The names of looks and wallpapers, as the settings hold them, for the catalogues.
+[[maybe_unused]] constexpr const char* kNames[] = {
+    QT_TRANSLATE_NOOP("host::StandInWindow", "Default"), QT_TRANSLATE_NOOP("host::StandInWindow", "Dark"),
+    QT_TRANSLATE_NOOP("host::StandInWindow", "Loud"),    QT_TRANSLATE_NOOP("host::StandInWindow", "linen"),
+    QT_TRANSLATE_NOOP("host::StandInWindow", "night"),   QT_TRANSLATE_NOOP("host::StandInWindow", "paper"),
+    QT_TRANSLATE_NOOP("host::StandInWindow", "slate")};
 
 QAction* AddItem(QMenu* menu, const char* name, const QString& text, std::function<void()> chosen,
                  const QKeySequence& keys = {}) {
@@ -44,6 +52,7 @@ void StandInWindow::MakeMenus() {
   MakePlayMenu();
   MakeLookMenu();
   if (place_ == Place::Apart) MakeToolsMenu();
+  MakeHelpMenu();
 }
 
 void StandInWindow::MakeAnimationMenu() {
@@ -83,7 +92,7 @@ void StandInWindow::MakeLookMenu() {
   const auto current = CurrentTheme();
   for (const Theme theme : kThemes) {
     const QString name = QString::fromUtf8(ThemeName(theme).data());
-    AddChoice(menu, themes, tr("%1 colours").arg(name), current == theme, [this, theme] {
+    AddChoice(menu, themes, tr("%1 colours").arg(tr(name.toUtf8())), current == theme, [this, theme] {
       ChooseTheme(theme);
     })->setObjectName("Theme" + name);
   }
@@ -96,7 +105,7 @@ void StandInWindow::AddWallpapers(QMenu* menu) {
   const QString chosen = ChosenWallpaper();
   AddChoice(menu, wallpapers, tr("No wallpaper"), chosen.isEmpty(), [this] { ChooseWallpaper({}); });
   for (const QString& name : WallpaperNames())
-    AddChoice(menu, wallpapers, tr("Wallpaper \"%1\"").arg(name), chosen == name, [this, name] {
+    AddChoice(menu, wallpapers, tr("Wallpaper \"%1\"").arg(tr(name.toUtf8())), chosen == name, [this, name] {
       ChooseWallpaper(name);
     })->setObjectName("Wallpaper" + name);
   const bool own = !chosen.isEmpty() && !WallpaperNames().contains(chosen);
@@ -107,6 +116,20 @@ void StandInWindow::MakeToolsMenu() {
   QMenu* menu = menuBar()->addMenu(tr("&Tools"));
   menu->setObjectName("ToolsMenu");
   AddItem(menu, "ExposureSheet", tr("&Exposure sheet..."), [this] { StartTool(); });
+}
+
+void StandInWindow::MakeHelpMenu() {
+  QMenu* menu = menuBar()->addMenu(tr("&Help"));
+  menu->setObjectName("HelpMenu");
+  AddItem(menu, "About", tr("&About the stand-in"), [this] { About(); });
+}
+
+void StandInWindow::About() {
+  QMessageBox::about(
+      this, tr("About the stand-in"),
+      tr("Stand-in for the host of the exposure sheet, version %1.\n\nIt holds the frames that the "
+         "exposure sheet works on where no drawing program does.")
+          .arg(platform::kVersion));
 }
 
 void StandInWindow::StartTool() {

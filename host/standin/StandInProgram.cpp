@@ -1,6 +1,7 @@
 #include "host/standin/StandInProgram.h"
 
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QStyleFactory>
 #include <cstdio>
 
@@ -8,12 +9,24 @@
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/StandInWindow.h"
 #include "platform/Accessible.h"
+#include "platform/Translation.h"
+#include "platform/version.h"
 
 namespace host {
 
 int RunStandIn(int argument_count, char** arguments) {
   QApplication application(argument_count, arguments);
   QApplication::setApplicationName("vellumark-standin");
+  QApplication::setApplicationVersion(platform::kVersion);
+  QApplication::setDesktopFileName("vellumark-standin");
+  platform::TranslateToolkit();
+  platform::Translate("standin");
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QCoreApplication::translate(
+      "standin", "Stands in for the drawing program that the exposure sheet works beside."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  parser.process(application);
   platform::InstallAccessibleRoles();
   QApplication::setStyle(QStyleFactory::create("Fusion"));
 

@@ -23,7 +23,7 @@ namespace host {
 StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
     : stand_in_(std::move(stand_in)), place_(place) {
   setObjectName("StandIn");
-  setWindowTitle("Vellumark (stand-in)");
+  setWindowTitle(tr("Vellumark (stand-in)"));
   setWindowIcon(StandInIcon());
   // The tool's process lives as long as the tool's windows, however long the host's stays open.
   setAttribute(Qt::WA_QuitOnClose, place == Place::Apart);
@@ -90,7 +90,7 @@ QWidget* StandInWindow::MakeTransportRow() {
   }
   scrub_ = new QSlider(Qt::Horizontal, row);
   scrub_->setObjectName("Scrub");
-  scrub_->setAccessibleName("Current frame");
+  scrub_->setAccessibleName(tr("Current frame"));
   connect(scrub_, &QSlider::valueChanged, this, [this](int frame) { StepTo(frame); });
   columns->addSpacing(8);
   columns->addWidget(scrub_, 1);
@@ -107,7 +107,7 @@ QWidget* StandInWindow::MakeStatusRow() {
   status_label_->setObjectName("StatusLabel");
   status_bar_ = new QProgressBar(row);
   status_bar_->setObjectName("StatusBar");
-  status_bar_->setAccessibleName("Progress");
+  status_bar_->setAccessibleName(tr("Progress"));
   status_bar_->setTextVisible(false);
   // However long the text is, it doesn't widen the window.
   status_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

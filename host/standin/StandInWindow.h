@@ -1,6 +1,7 @@
 // The window of the stand-in for a host: embedded in the tool or in a process of its own, it is the same.
 #pragma once
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
@@ -23,6 +24,8 @@ class FrameView;
 enum class Place { Embedded, Apart };
 
 class StandInWindow : public QMainWindow, public StandInView {
+  Q_DECLARE_TR_FUNCTIONS(host::StandInWindow)
+
  public:
   StandInWindow(std::shared_ptr<StandIn> stand_in, Place place);
   ~StandInWindow() override;
@@ -59,6 +62,7 @@ class StandInWindow : public QMainWindow, public StandInView {
   void MakePlayMenu();
   void MakeLookMenu();
   void MakeToolsMenu();
+  void MakeHelpMenu();
   void AddWallpapers(QMenu* menu);
   void ChooseTheme(Theme theme);
   void ChooseWallpaper(const QString& name_or_path);
@@ -86,6 +90,7 @@ class StandInWindow : public QMainWindow, public StandInView {
   bool MayQuit();
   void StartTool();
   void ShowFailure(const QString& text);
+  void About();
 
   // What they show.
   void RefreshSoon();

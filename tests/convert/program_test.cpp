@@ -70,6 +70,17 @@ TEST_F(ConvertProgram, WorksInAPipe) {
   EXPECT_EQ(Run("head -c 100000000 /dev/zero | $C --from tsv --to dat - -"), 1) << "more than a text has";
 }
 
+TEST_F(ConvertProgram, SpeaksTheUsersLanguage) {
+  // A language that it hasn't is passed over; English is never passed over.
+  for (const auto& [languages, said] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"de", "erwartet werden eine Eingabe und eine Ausgabe"},
+           {"fr:de_AT", "erwartet werden eine Eingabe und eine Ausgabe"},
+           {"en_GB:de", "expected an input and an output"}}) {
+    ASSERT_EQ(Run(std::string("LC_ALL=C.UTF-8 LANGUAGE=") + languages + " $C a.exp"), 2);
+    EXPECT_THAT(err_, HasSubstr(said)) << languages;
+  }
+}
+
 TEST_F(ConvertProgram, TellsAWrongCommandLine) {
   for (const auto& [line, said] : std::initializer_list<std::pair<const char*, const char*>>{
            {"$C a.exp", "expected an input and an output"},

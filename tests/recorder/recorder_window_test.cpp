@@ -8,6 +8,7 @@
 #include <mutex>
 #include <thread>
 
+#include "platform/Translation.h"
 #include "recorder/side_thread.h"
 #include "support/desk.h"
 
@@ -221,6 +222,13 @@ TEST(TimeText, CountsTenthsMinutesAndHours) {
                                       {3599.96, "59:59.9"},
                                       {3662.5, "1:01:02.5"}})
     EXPECT_EQ(TimeText(seconds), text);
+}
+
+TEST_F(Recorder, SpeaksGermanWhereTheUserDoes) {
+  ASSERT_TRUE(platform::Translate("recorder", {"de-AT", "de"}));
+  MakeWindow();
+  Until([this] { return Status().starts_with("Drücken Sie „Aufnehmen“ und sprechen Sie."); });
+  EXPECT_EQ(Action("Save").text(), "&Speichern unter …");
 }
 
 }  // namespace

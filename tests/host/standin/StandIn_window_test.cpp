@@ -9,6 +9,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
@@ -23,6 +24,8 @@
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
 #include "platform/Settings.h"
+#include "platform/Translation.h"
+#include "platform/version.h"
 
 namespace host {
 namespace {
@@ -310,6 +313,21 @@ TEST_F(StandInWindowTest, TheDemoMovesFromFrameToFrame) {
     ASSERT_EQ(here.bytes.size(), animation.Size().PlaneBytes());
     EXPECT_FALSE(std::ranges::equal(here.bytes, next.bytes)) << frame;
   }
+}
+
+TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
+  ASSERT_TRUE(platform::Translate("standin", {"de-DE"}));
+  StandInWindow german(stand_in_, Place::Apart);
+  QStringList menus;
+  for (const QAction* menu : german.menuBar()->actions()) menus << menu->text();
+  EXPECT_EQ(menus.join(' '), "&Animation &Bilder &Aussehen &Werkzeuge &Hilfe");
+  EXPECT_EQ(german.findChild<QAction*>("ThemeDark")->text(), "Farben: Dunkel");
+  EXPECT_TRUE(german.findChild<QLabel*>("FactsLabel")->text().startsWith("10 Bilder"));
+
+  QString about;
+  OnDialogs({AnswerQuestion(QMessageBox::Ok, &about)});
+  german.findChild<QAction*>("About")->trigger();
+  EXPECT_TRUE(about.contains(QString("Version %1.").arg(platform::kVersion))) << about.toStdString();
 }
 
 }  // namespace

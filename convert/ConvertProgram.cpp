@@ -100,9 +100,13 @@ void PrintHelp() {
     std::printf("%s%s\n", i ? "\n" : "", Translated(texts[i]).c_str());
 }
 
+bool IsUtf16(std::string_view bytes) {
+  return bytes.starts_with("\xff\xfe") || bytes.starts_with("\xfe\xff");
+}
+
 /// UTF-16 with its mark, as spreadsheets call Unicode, else what sheets are read as.
 std::string Decoded(std::string bytes) {
-  if (bytes.starts_with("\xff\xfe") || bytes.starts_with("\xfe\xff")) {
+  if (IsUtf16(bytes)) {
     QStringDecoder decoder(QStringConverter::Utf16);
     const QString text = decoder.decode(QByteArrayView(bytes));
     return text.toStdString();
@@ -113,7 +117,8 @@ std::string Decoded(std::string bytes) {
 Reading ReadAs(Format format, std::string bytes, const Context& context) {
   // XML tells its own encoding.
   if (format == Format::kCueXml) return ReadCueXml(bytes, context);
-  const std::string text = Decoded(std::move(bytes));
+  const bool may_name_sound = format == Format::kSheet && !IsUtf16(bytes);
+  const std::string text = may_name_sound ? sheet::DecodedSheet(std::move(bytes)) : Decoded(std::move(bytes));
   switch (format) {
     case Format::kSheet:
       return ReadExposureSheet(text);

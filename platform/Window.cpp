@@ -191,7 +191,9 @@ KeyPress PressOf(const QKeyEvent& event) {
 std::string DroppedFile(const QDropEvent& event) {
   if (QApplication::activeModalWidget() != nullptr) return {};
   for (const QUrl& url : event.mimeData()->urls())
-    if (url.isLocalFile()) return url.toLocalFile().toStdString();
+    // The name's bytes, which needn't be UTF-8.
+    if (url.isLocalFile())
+      return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString();
   return {};
 }
 

@@ -1,6 +1,7 @@
 // Saving the sheet to a file and opening it again.
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include "app/Form1.h"
 #include "platform/Application.h"
@@ -61,18 +62,22 @@ sheet::SheetFileContent ContentOf(Form1& form) {
 /// The live sheet, to which a file's fields are applied as they are read.
 class LiveSheet : public sheet::SheetTarget {
  public:
-  LiveSheet(Form1& form, std::string sheet_path)
-      : form_(form), sheet_path_(std::move(sheet_path)), work_(&form.Grid1) {}
+  /// `sound_in_file`: the sound's name byte for byte as the file has it.
+  LiveSheet(Form1& form, std::string sheet_path, std::string sound_in_file)
+      : form_(form),
+        sheet_path_(std::move(sheet_path)),
+        sound_in_file_(std::move(sound_in_file)),
+        work_(&form.Grid1) {}
 
   void SetFrameRateText(std::string_view text) override { form3->Text7.SetText(std::string(text)); }
 
   bool OpenSound(std::string_view wave_file_name) override {
     form_.CommonDialog1.FileName = wave_file_name;
     if (wave_file_name.empty()) return true;
-    const auto path = sheet::FindWaveFile(form_.CommonDialog1.FileName, sheet_path_);
+    const auto path = FindSound();
     if (!path) {
       platform::MsgBox(
-          "Can't find the wave file " + form_.CommonDialog1.FileName +
+          "Can't find the wave file " + sheet::DecodedText(form_.CommonDialog1.FileName) +
           ", nor one of that name beside the sheet.\n"
           "The sheet opens without it. The velocity tracks can't be restored without the sound: "
           "saving over this sheet now would lose them. To have them, put the wave file beside the "
@@ -119,17 +124,46 @@ class LiveSheet : public sheet::SheetTarget {
   void PaintTracks() override { form_.PaintVelocity(); }
 
  private:
+  /// An old machine's letters may stand for themselves or be the bytes of the name on this one.
+  std::optional<std::string> FindSound() const {
+    for (const std::string& name :
+         {form_.CommonDialog1.FileName, sound_in_file_, sheet::DecodedText(sound_in_file_)}) {
+      if (auto path = sheet::FindWaveFile(name, sheet_path_)) return path;
+    }
+    return std::nullopt;
+  }
+
   Form1& form_;
-  std::string sheet_path_;
+  std::string sheet_path_, sound_in_file_;
   platform::LongWork work_;
   std::int32_t rows_of_sound_ = 1;
 };
 
+/// Whether the file may hold only as many frames of the tracks as the rate gives now. Without a sound there
+/// are none to speak of: what the table holds then is left from a sheet before.
+bool MayLeaveOutTrackFrames() {
+  const std::int32_t held = timeline::Tracks().VelocityValues.Frames();
+  const std::int32_t written = std::min(sheet::TrackFramesNow(), held);
+  if (written == held || sheet::CalcTime().value_or(0) == 0) return true;
+  return platform::MsgBox(
+             "At the frame rate that stands in \"Set FPS...\", " + platform::NumberText(sheet::FrameRate()) +
+                 ", the file has room for " + std::to_string(written) + " frames of the velocity tracks. " +
+                 std::to_string(held - written) + " of the sheet's " + std::to_string(held) +
+                 " would be left out.\n\nSave the sheet without them? To keep them, cancel and type the rate "
+                 "that the sheet was made for.",
+             platform::Buttons::OkCancel, platform::Icon::Warning) == platform::Answer::Ok;
+}
+
 }  // namespace
 
 void Form1::MenuSave_Click() {
-  const std::string sound = std::filesystem::path(CommonDialog1.FileName).stem().string();
+  const std::string sound = sheet::DecodedText(std::filesystem::path(CommonDialog1.FileName).stem().string());
+  const std::string last_name = CommonDialog2.FileName;
   if (!CommonDialog2.ShowSave(sheet_has_file_ || sound.empty() ? "" : sound + ".exp")) return;
+  if (!MayLeaveOutTrackFrames()) {
+    CommonDialog2.FileName = last_name;
+    return;
+  }
   sheet::SafeWriter writer(CommonDialog2.FileName);
   if (!writer.CreateFailure().empty()) {
     platform::MsgBox("Can't open file");
@@ -147,21 +181,29 @@ void Form1::MenuSave_Click() {
 }
 
 void Form1::MenuOpen_Click() {
-  if (CommonDialog2.ShowOpen()) OpenSheet(CommonDialog2.FileName);
+  const std::string last_name = CommonDialog2.FileName;
+  if (!CommonDialog2.ShowOpen()) return;
+  // What turns out not to be a sheet mustn't be what the next save proposes to replace.
+  OpenSheet(std::exchange(CommonDialog2.FileName, last_name));
 }
 
 void Form1::OpenSheet(const std::string& path) {
-  CommonDialog2.FileName = path;
-  sheet::WholeFile file = sheet::ReadWholeFile(CommonDialog2.FileName);
+  sheet::WholeFile file = sheet::ReadWholeFile(path);
   if (!file.bytes) {
     platform::MsgBox("Can't read file");
     return;
   }
+  const std::string text = sheet::DecodedSheet(*file.bytes);
+  if (const std::string reason = sheet::WhyNoSheet(text); !reason.empty()) {
+    platform::MsgBox(path + " is no exposure sheet: the sheet stays as it was.\n" + reason);
+    return;
+  }
+  CommonDialog2.FileName = path;
   std::string report;
   {
     const platform::RefreshPause whole_sheet_moves;
-    LiveSheet live_sheet(*this, CommonDialog2.FileName);
-    report = sheet::ApplySheet(sheet::DecodedText(*std::move(file.bytes)), live_sheet);
+    LiveSheet live_sheet(*this, path, std::string(sheet::SoundNameIn(*file.bytes)));
+    report = sheet::ApplySheet(text, live_sheet);
   }
   sheet_has_file_ = true;
   if (!report.empty()) platform::MsgBox("The sheet could be read only in part.\n" + report);

@@ -58,6 +58,7 @@ std::optional<std::string_view> FieldReader::Next() {
   if (end_ == FieldsEndAt::kLines || (end != rest.end() && *end == '\n')) ++next_line_;
   position_ += std::min(length + 1, rest.size());
   field_ = Trimmed(rest.substr(0, length));
+  field_is_open_ = end == rest.end() && !field_.empty() && rest.back() == field_.back();
   return field_;
 }
 
@@ -99,6 +100,12 @@ std::int64_t FieldReader::FieldsLeft() const {
   const std::string_view rest = text_.substr(position_);
   const auto ended = std::count_if(rest.begin(), rest.end(), [this](char c) { return EndsField(c); });
   return ended + (EndsField(rest.back()) ? 0 : 1);
+}
+
+void FieldReader::NoteIfCut(FieldName name) {
+  if (!field_is_open_) return;
+  Note("Line " + std::to_string(line_) + ": expected the line's end behind " + TextOf(name) +
+       ", but the file ends.");
 }
 
 void FieldReader::NoteUnexpected(const std::string& expected) {

@@ -39,6 +39,9 @@ class FieldReader {
   /// How many fields are still to come. Walks what is left of the text.
   std::int64_t FieldsLeft() const;
 
+  /// Notes it if the text ends right behind the field read last, with neither a blank nor a line end: part of
+  /// the field may be missing.
+  void NoteIfCut(FieldName name);
   /// Notes that the field read last isn't what was expected.
   void NoteUnexpected(const std::string& expected);
   /// The first fault with its line and what was expected there, and how many more there are; empty if none.
@@ -56,6 +59,7 @@ class FieldReader {
   std::int64_t next_line_ = 1;
   std::int64_t line_ = 1;  // of the field read last
   std::string_view field_;
+  bool field_is_open_ = false;
   bool end_noted_ = false;
   std::string first_fault_;
   std::int64_t faults_ = 0;

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "platform/numbers.h"
+#include "sheet/text_encoding.h"
 #include "sheet/timing.h"
 
 namespace sheet {
@@ -201,9 +202,10 @@ class SheetReader {
     if (!frames) return;
     const std::int32_t allocated_frames = target_.ResetTracks();
     NoteTracksNotBorneOut(*frames, allocated_frames);
-    for (std::int32_t frame = 0; frame < *frames; ++frame) {
-      if (!ApplyTrackFrame(frame, allocated_frames)) break;
-    }
+    std::int32_t frame = 0;
+    while (frame < *frames && ApplyTrackFrame(frame, allocated_frames)) ++frame;
+    // Every number stands on a line of its own: cut short, the last one could still pass for a smaller one.
+    if (frame == *frames && frame > 0) fields_.NoteIfCut({kTrackNames[kTrackChannels - 1], frame - 1});
     target_.PaintTracks();
   }
 
@@ -268,6 +270,32 @@ std::optional<std::int32_t> RowsOfOneFieldPerLine(std::string_view text) {
   if (!lines.Count() || !lines.AreReserved(2)) return std::nullopt;
   const auto rows = RowsInPlace(lines, row_count);
   return !current_edition || HasTracksInPlace(lines) ? rows : std::nullopt;
+}
+
+std::string_view SoundNameIn(std::string_view bytes) {
+  FieldReader fields(bytes, RowsOfOneFieldPerLine(bytes) ? FieldsEndAt::kLines : FieldsEndAt::kCommas);
+  fields.Skip(2, {""});
+  return fields.Text({""}).value_or("");
+}
+
+std::string DecodedSheet(std::string bytes) {
+  if (IsUtf8(bytes)) return DecodedText(std::move(bytes));
+  const std::string_view name = SoundNameIn(bytes);
+  if (IsUtf8(name)) return DecodedText(bytes);
+  const auto place = static_cast<std::size_t>(name.data() - bytes.data());
+  std::string rest = bytes;
+  rest.erase(place, name.size());
+  if (!IsUtf8(rest)) return DecodedText(bytes);
+  const std::size_t mark = rest.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+  return DecodedText(std::move(rest)).insert(place - mark, name);
+}
+
+std::string WhyNoSheet(std::string_view text) {
+  FieldReader fields(text, FieldsEndAt::kCommas);
+  const bool has_count = fields.Text({"the file's magic word"}) && fields.Text({"the frame rate"}) &&
+                         fields.Text({"the wave file's name"}) && fields.Skip(2, kReservedName) &&
+                         fields.Number(kRowCountName, 1, std::numeric_limits<std::int32_t>::max());
+  return has_count || RowsOfOneFieldPerLine(text) ? "" : fields.Report();
 }
 
 std::string ApplySheet(std::string_view text, SheetTarget& target) {

@@ -43,6 +43,17 @@ std::string SheetFileText(const SheetFileContent& content);
 /// text doesn't fit its lines but all else does, it is the one that the frame numbers tell.
 std::optional<std::int32_t> RowsOfOneFieldPerLine(std::string_view text);
 
+/// The sound's name in a sheet file, byte for byte as it stands there; empty if there is none.
+std::string_view SoundNameIn(std::string_view bytes);
+
+/// A sheet file's bytes as UTF-8, as DecodedText has it; but a sound's name is whatever bytes the file system
+/// knows it by, and where everything else is UTF-8 it stays as it is.
+std::string DecodedSheet(std::string bytes);
+
+/// Why a text is no sheet at all, with the line: it has no number where the row count stands, nor the frame
+/// numbers that could tell one. Empty if it is a sheet, spoilt or not.
+std::string WhyNoSheet(std::string_view text);
+
 /// What a sheet being opened is applied to, field by field: there is no staging. Calls come in the order in
 /// which they are declared.
 class SheetTarget {

@@ -93,13 +93,17 @@ std::string Utf8FromWindows1252(std::string_view bytes) {
   return text;
 }
 
+bool IsUtf8(std::string_view bytes) {
+  const std::size_t utf8_length = Utf8Length(bytes);
+  return utf8_length == bytes.size() || IsCutUtf8(bytes, utf8_length);
+}
+
 std::string DecodedText(std::string bytes) {
   const std::size_t utf8_length = Utf8Length(bytes);
   if (utf8_length < bytes.size()) {
     if (!IsCutUtf8(bytes, utf8_length)) return Utf8FromWindows1252(bytes);
     bytes.resize(utf8_length);
   }
-  constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
   if (bytes.starts_with(kByteOrderMark)) bytes.erase(0, kByteOrderMark.size());
   return bytes;
 }

@@ -173,7 +173,8 @@ TEST_F(Hands, RowsAheadStayInView) {
 TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
   const auto drop = [&](const std::string& path) {
     QMimeData files;
-    files.setUrls({QUrl("http://example.org/x.wav"), QUrl::fromLocalFile(QString::fromStdString(path))});
+    files.setUrls({QUrl("http://example.org/x.wav"),
+                   QUrl::fromEncoded("file://" + QByteArray::fromStdString(path).toPercentEncoding("/"))});
     QWidget* top = form.TopWidget();
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
     QDropEvent fall({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
@@ -197,6 +198,8 @@ TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
   drop(support::WriteScratch("notes.txt", "no sound"));
   EXPECT_EQ(desk.messages.shown.size(), 2U);
   EXPECT_EQ(grid.Rows(), 61);
+  drop(support::WriteScratch("t\xf6ne.wav", support::WaveBytes(8, 1000, std::string(4000, 'x'))));
+  EXPECT_EQ(grid.Rows(), 49) << "a name that isn't UTF-8";
 }
 
 TEST(PainterHands, TheCaptionTicksItsBoxAndADialTakesTheBound) {

@@ -114,7 +114,7 @@ TEST(ApplySheet, ReadsByFieldsWhatDoesNotFitTheLines) {
   for (const std::string& text :
        {Joined(fields, ","), replaced("0\nA \nhello\n", "0, A ,  hello\r\n"),
         replaced(" 1 \n 2 \n 3 ", "1,2,3"), replaced("12\nfrog", "12,frog"), replaced("Reserved", "x"),
-        DecodedText("\xef\xbb\xbf" + good), good.substr(0, good.size() - 2)}) {
+        DecodedText("\xef\xbb\xbf" + good), good.substr(0, good.size() - 1)}) {
     Recorder sheet;
     EXPECT_EQ(ApplySheet(text, sheet), "") << text;
     EXPECT_THAT(sheet.calls, IsSupersetOf(Split("sound frog.wav|cell 1 0 0|cell 1 1 A|cell 1 2 hello|"
@@ -143,6 +143,18 @@ TEST(ApplySheet, ACutFileGivesWhatItHasAndNamesTheLine) {
     Recorder cut;
     ApplySheet(good.substr(0, size), cut);
     EXPECT_THAT(cut.calls, Contains("cell 1 2 hello, frog")) << size;
+  }
+}
+
+TEST(ApplySheet, ACutWithinTheLastNumberIsTold) {
+  const std::string whole = With(kGood, 27, " 255 ");
+  for (const std::size_t missing : {0, 1, 2, 3, 4, 5}) {
+    Recorder sheet;
+    EXPECT_EQ(ApplySheet(std::string_view(whole).substr(0, whole.size() - missing), sheet),
+              missing < 3 ? ""
+                          : "Line 27: expected the line's end behind the blue track's value of frame 0, "
+                            "but the file ends.")
+        << missing;
   }
 }
 
@@ -206,6 +218,19 @@ TEST(ApplySheet, AFoundTextIsCutBetweenCharacters) {
   for (int i = 0; i < 30; ++i) field += "\xe5\xa3\xb0";
   Recorder sheet;
   EXPECT_THAT(ApplySheet(With(kGood, 17, field), sheet), EndsWith("\xe5\xa3\xb0...\"."));
+}
+
+TEST(DecodedSheet, KeepsTheBytesOfASoundsNameWhereAllElseIsUtf8) {
+  const auto file = [](const std::string& name, const std::string& comment) {
+    Fields fields = kGood;
+    fields[2] = name;
+    fields[11] = comment;
+    return Joined(fields);
+  };
+  for (const char* comment : {"frog", "gr\xc3\xbc\xc3\x9f", "a, b"})
+    EXPECT_EQ(DecodedSheet(file("/T\xf6ne/a, \xe4.wav", comment)), file("/T\xf6ne/a, \xe4.wav", comment));
+  EXPECT_EQ(DecodedSheet("\xef\xbb\xbf" + file("\xf6.wav", "\xc3\xbc")), file("\xf6.wav", "\xc3\xbc"));
+  EXPECT_EQ(DecodedSheet(file("\xf6.wav", "\xfc")), file("\xc3\xb6.wav", "\xc3\xbc")) << "an old machine's";
 }
 
 TEST(DecodedText, TakesAnythingButUtf8ForWindows1252) {

@@ -169,6 +169,65 @@ TEST_F(SheetFile, AFullDiskIsToldAndLeavesTheOldFileAlone) {
   EXPECT_EQ(std::distance(files, {}), 3) << "the sound, the sheet, the week's; nothing half-written";
 }
 
+TEST_F(SheetFile, WhatIsNoSheetAtAllChangesNothing) {
+  const std::string wave = ThreeSeconds();
+  Open(Joined(SmallSheet(wave)));
+  const struct {
+    const char *text, *reason;
+  } cases[] = {
+      {"", "Line 1: expected the file's magic word, but the file ends."},
+      {"Dear Ann,\nthe frogs\nhave gone.\n\nYours\nTom, the\n10\n", "Line 5: expected the row count"},
+      {"ExposureSheet02\r\n24\r\nother.wav\r\n", "Line 4: expected a reserved field, but the file ends."},
+  };
+  for (const auto& c : cases) {
+    desk.files.paths = {support::WriteScratch("letter.txt", c.text)};
+    form.MenuOpen_Click();
+    EXPECT_THAT(desk.messages.shown.back().text,
+                AllOf(HasSubstr("letter.txt is no exposure sheet"), HasSubstr(c.reason)));
+    EXPECT_EQ(form3->Text7.Text(), "2");
+    EXPECT_EQ(form.CommonDialog1.FileName, wave);
+    EXPECT_EQ(Cells(), Split("0|A|one, two|1|||2|Q|\"three\""));
+    EXPECT_EQ(tracks.At(1, 0), 255);
+    EXPECT_THAT(form.CommonDialog2.FileName, HasSubstr("sheet.exp")) << "what the next save proposes";
+  }
+}
+
+TEST_F(SheetFile, TracksThatATypedRateHasNoRoomForAreLeftOutOnlyAfterAQuestion) {
+  Open(Joined(SmallSheet(ThreeSeconds())));
+  form3->Text7.SetText("1");
+  desk.messages.answers = {platform::Answer::Cancel, platform::Answer::Ok};
+  EXPECT_EQ(Saved("short.exp"), "");
+  EXPECT_THAT(desk.messages.shown.back().text,
+              AllOf(HasSubstr("room for 3 frames"), HasSubstr("3 of the sheet's 6 would be left out")));
+  EXPECT_THAT(form.CommonDialog2.FileName, HasSubstr("sheet.exp"));
+  EXPECT_THAT(Saved("short.exp"), HasSubstr("True\r\n 3 \r\n"));
+  form3->Text7.SetText("2");
+  EXPECT_THAT(Saved("short.exp"), HasSubstr("True\r\n 6 \r\n"));
+  EXPECT_EQ(desk.messages.shown.size(), 2U) << "nothing is left out, nothing is asked";
+}
+
+TEST_F(SheetFile, ASoundsNameComesBackByteForByte) {
+  auto lines = SmallSheet("");
+  lines[10] = "A", lines[11] = "gr\xc3\xbc\xc3\x9f", lines[28] = " 6 ";
+  lines.resize(lines.size() + 16, " 32 ");
+  for (const std::string& name : {ThreeSeconds("fr\xf6sche, alle.wav"), std::string("/gone/t\xf6ne.wav")}) {
+    lines[2] = name;
+    Open(Joined(lines));
+    EXPECT_EQ(form.CommonDialog1.FileName, name);
+    EXPECT_EQ(Saved("again.exp"), Joined(lines));
+  }
+  EXPECT_THAT(desk.messages.shown.back().text, HasSubstr("/gone/t\xc3\xb6ne.wav")) << "what a user can read";
+  // A whole sheet of an old machine, whose sound has come along under the name as it was or as letters.
+  lines[11] = "gr\xfc\xdf";
+  for (const char* beside : {"t\xf6ne.wav", "gro\xc3\x9f.wav"}) {
+    const std::string path = ThreeSeconds(beside);
+    lines[2] = std::string("C:\\") + (beside[0] == 't' ? beside : "gro\xdf.wav");
+    Open(Joined(lines));
+    EXPECT_EQ(form.CommonDialog1.FileName, path);
+  }
+  EXPECT_EQ(desk.messages.shown.size(), 1U);
+}
+
 TEST_F(SheetFile, HostileFilesAreToldAndTheWindowLivesOn) {
   const Fields good = SmallSheet(ThreeSeconds());
   const struct {

@@ -16,7 +16,6 @@
 #include "host/HostSession.h"
 #include "host/bus/BusHost.h"
 #include "host/bus/bus_names.h"
-#include "host/bus/shared_memory.h"
 #include "host/standin/BusService.h"
 #include "host/standin/StandInWindow.h"
 #include "painter/FramePainter.h"
@@ -24,6 +23,7 @@
 #include "painter/strip_state.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
+#include "platform/shared_memory.h"
 
 namespace {
 
@@ -209,7 +209,7 @@ BENCHMARK(PlaneToHostBesideBytes)->UseManualTime()->Iterations(1)->Unit(benchmar
 
 /// What the host itself does for a hundred frames: a copy of each plane.
 double HostsOwnWork() {
-  static std::array<host::SharedMemory, 3> memory;
+  static std::array<platform::SharedMemory, 3> memory;
   return Seconds([] {
     for (std::int32_t f = 0; f < kFrames; ++f)
       for (auto& channel : memory) channel.Fill(Plane());

@@ -1,6 +1,7 @@
 #include "platform/HeldEvents.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
@@ -121,6 +122,12 @@ HeldEvents::~HeldEvents() {
 }
 
 bool HeldEvents::eventFilter(QObject* receiver, QEvent* event) {
+  const bool holds_back = HoldsBack(receiver, event);
+  let_through_ |= !holds_back;
+  return holds_back;
+}
+
+bool HeldEvents::HoldsBack(QObject* receiver, QEvent* event) const {
   if (free_ != nullptr && IsWithin(receiver, free_)) return false;
   // Both come again by themselves. A window's own timer is what paints it.
   if (event->type() == QEvent::Timer || event->type() == QEvent::SockAct) return !receiver->isWindowType();
@@ -139,9 +146,13 @@ bool HeldEvents::eventFilter(QObject* receiver, QEvent* event) {
 }
 
 void HeldEvents::Handle(QEventLoop::ProcessEventsFlags which) {
-  // One look of the toolkit's takes in only a part of what has come.
-  constexpr int most_milliseconds = 20;
-  QCoreApplication::processEvents(which, most_milliseconds);
+  // One look of the toolkit's takes in only a part of what has come. A timer that is due and held back stays
+  // due, and would be all that the next looks find.
+  const QDeadlineTimer end(20);
+  do {
+    let_through_ = false;
+    QCoreApplication::processEvents(which);
+  } while (let_through_ && !end.hasExpired());
 }
 
 void DropAllInput() {

@@ -17,14 +17,18 @@ class HeldEvents : public QObject {
   HeldEvents(QWidget* free, bool drops_input);
   ~HeldEvents() override;
 
-  /// Handles what has come of these kinds.
+  /// Handles what has come of these kinds, for 20 milliseconds or so at most.
   void Handle(QEventLoop::ProcessEventsFlags which);
 
   bool eventFilter(QObject* receiver, QEvent* event) override;
 
  private:
+  bool HoldsBack(QObject* receiver, QEvent* event) const;
+
   QWidget* free_;
   bool drops_input_;
+  /// Whether an event has been let through since this was last cleared.
+  bool let_through_ = false;
 };
 
 /// Drops what the user has done with mouse and keys up to now, and what of it comes only later: the release

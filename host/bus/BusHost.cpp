@@ -1,6 +1,7 @@
 #include "host/bus/BusHost.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 #include <map>
 #include <optional>
 
@@ -24,6 +25,17 @@ constexpr const char* kQuestion =
 /// Milliseconds between two looks at the user's side of a wait.
 constexpr int kOneLook = 50;
 
+int GiveName(sd_bus*, const char* path, const char*, const char*, sd_bus_message* reply, void*,
+             sd_bus_error*) {
+  return sd_bus_message_append(reply, "s", path + 1);
+}
+
+/// What a window answers to, under "/" and its name.
+const sd_bus_vtable kFormTable[] = {SD_BUS_VTABLE_START(0),
+                                    SD_BUS_METHOD(kShow, "", "", Connection::TakeUp, 0),
+                                    SD_BUS_METHOD(kPrefsCallback, "", "", Connection::TakeUp, 0),
+                                    SD_BUS_PROPERTY("Name", "s", GiveName, 0, 0), SD_BUS_VTABLE_END};
+
 class BusHost final : public HostObject {
  public:
   BusHost(std::unique_ptr<Connection> connection, std::string service);
@@ -33,13 +45,10 @@ class BusHost final : public HostObject {
  private:
   std::string Offer(FormObject& form);
   Message CallHost(const Message& call, std::string_view member);
-  Message AnswerTo(std::uint64_t number, std::string_view member);
   /// The interface in which the host passes this member's planes by descriptor; none if it passes bytes.
   const char* DescriptorInterface(const Member& member);
   void Take(Message message);
   void TakeCall(const Message& call);
-  bool AnswerStandardCall(const Message& call, const FormObject& form);
-  void RunRoutine(const Message& call, const std::function<void()>& routine);
   void TakeAllThatCame();
 
   std::unique_ptr<Connection> connection_;
@@ -70,7 +79,7 @@ void BusHost::TakeAllThatCame() {
 
 std::string BusHost::Offer(FormObject& form) {
   const std::string path = "/" + form.FormName();
-  forms_[path] = &form;
+  if (forms_.try_emplace(path, &form).second) connection_->AddObject(path, kFormInterface, kFormTable);
   unshown_.try_emplace(&form);
   return path;
 }
@@ -89,45 +98,22 @@ void BusHost::Take(Message message) {
   }
 }
 
+/// Runs a window's routine and answers the host, with an error if the routine fails. The failure then goes on
+/// its way through the tool.
 void BusHost::TakeCall(const Message& call) {
   const auto form = forms_.find(sd_bus_message_get_path(call.get()));
   if (form == forms_.end())
-    return connection_->Refuse(call, SD_BUS_ERROR_UNKNOWN_OBJECT, "There is no such window.");
-  if (AnswerStandardCall(call, *form->second)) return;
-  const char* interface = sd_bus_message_get_interface(call.get());
-  const std::string member = sd_bus_message_get_member(call.get());
-  if ((interface != nullptr && std::string_view(interface) != kFormInterface) ||
-      (member != kShow && member != kPrefsCallback))
-    return connection_->Refuse(call, SD_BUS_ERROR_UNKNOWN_METHOD, "A window has no such routine.");
+    return connection_->Refuse(call, "There is no such window.", SD_BUS_ERROR_UNKNOWN_OBJECT);
   // Nothing but the host's own calls may run while the tool waits for the host.
   if (sd_bus_message_get_sender(call.get()) != service_)
-    return connection_->Refuse(call, SD_BUS_ERROR_ACCESS_DENIED, "Only the host may call this.");
-  RunRoutine(call, [this, &form = *form->second, shows = member == kShow] {
-    if (!shows) return form.RunPrefsCallback();
-    form.ShowForm();
-    unshown_.erase(&form);
-  });
-}
-
-bool BusHost::AnswerStandardCall(const Message& call, const FormObject& form) {
-  const std::string name = form.FormName();
-  if (sd_bus_message_is_method_call(call.get(), kIntrospectable, "Introspect"))
-    return sd_bus_reply_method_return(call.get(), "s", FormIntrospection().c_str()) >= 0;
-  if (sd_bus_message_is_method_call(call.get(), kProperties, "GetAll"))
-    return sd_bus_reply_method_return(call.get(), "a{sv}", 1, "Name", "s", name.c_str()) >= 0;
-  const char *interface = nullptr, *property = nullptr;
-  if (sd_bus_message_is_method_call(call.get(), kProperties, "Get") &&
-      sd_bus_message_read(call.get(), "ss", &interface, &property) > 0 &&
-      std::string_view(property) == "Name")
-    return sd_bus_reply_method_return(call.get(), "v", "s", name.c_str()) >= 0;
-  return false;
-}
-
-/// Runs the routine and answers the host, with an error if the routine fails. The failure then goes on its
-/// way through the tool.
-void BusHost::RunRoutine(const Message& call, const std::function<void()>& routine) {
+    return connection_->Refuse(call, "Only the host may call this.", SD_BUS_ERROR_ACCESS_DENIED);
   try {
-    routine();
+    if (sd_bus_message_is_method_call(call.get(), nullptr, kShow)) {
+      form->second->ShowForm();
+      unshown_.erase(form->second);
+    } else {
+      form->second->RunPrefsCallback();
+    }
   } catch (const std::exception& failure) {
     connection_->Refuse(call, failure.what());
     throw;
@@ -144,14 +130,10 @@ std::string FailureText(sd_bus_message* answer) {
   return error->message != nullptr && *error->message != '\0' ? error->message : error->name;
 }
 
-Message BusHost::AnswerTo(std::uint64_t number, std::string_view member) {
-  struct Awaited {
-    ~Awaited() { all.erase(entry); }
-    std::map<std::uint64_t, Message>& all;
-    std::map<std::uint64_t, Message>::iterator entry;
-  };
-  const Awaited awaited{awaited_, awaited_.try_emplace(number).first};
-  Message& answer = awaited.entry->second;
+Message BusHost::CallHost(const Message& call, std::string_view member) {
+  const std::uint64_t number = connection_->Send(call);
+  Message& answer = awaited_[number];
+  const auto forget = qScopeGuard([&] { awaited_.erase(number); });
   platform::Patience patience(kQuestion, "Give up the host");
   while (!answer) {
     if (Message message = connection_->Next()) {
@@ -165,13 +147,8 @@ Message BusHost::AnswerTo(std::uint64_t number, std::string_view member) {
     // A call that the host has made meanwhile may have been where the user had enough.
     if (given_up_) throw HostError(member, kGivenUp);
   }
-  return std::move(answer);
-}
-
-Message BusHost::CallHost(const Message& call, std::string_view member) {
-  Message answer = AnswerTo(connection_->Send(call), member);
   connection_->PassOnTheRest();
-  return answer;
+  return std::move(answer);
 }
 
 const char* BusHost::DescriptorInterface(const Member& member) {

@@ -26,8 +26,6 @@ std::unique_ptr<Connection> Connection::Open() {
   return connection->OwnerOf(kBusService).empty() ? nullptr : std::move(connection);
 }
 
-Connection::~Connection() { sd_bus_flush_close_unref(bus_); }
-
 std::string Connection::OwnerOf(const char* name) {
   sd_bus_message* answer = nullptr;
   const char* owner = "";
@@ -46,6 +44,17 @@ void Connection::WatchForLeaving(const std::string& rule) {
                      match.c_str());
 }
 
+void Connection::AddObject(const std::string& path, const char* interface, const sd_bus_vtable* table) {
+  Check(sd_bus_add_object_vtable(bus_, nullptr, path.c_str(), interface, table, this),
+        "no object can be made");
+}
+
+/// Runs inside the library, where no other message can be handled: the call waits until it is asked for.
+int Connection::TakeUp(sd_bus_message* call, void* connection, sd_bus_error*) {
+  static_cast<Connection*>(connection)->calls_.emplace_back(sd_bus_message_ref(call));
+  return 1;
+}
+
 Message Connection::MakeCall(const std::string& service, const std::string& path, const char* interface,
                              const std::string& member) {
   sd_bus_message* call = nullptr;
@@ -62,21 +71,23 @@ std::uint64_t Connection::Send(const Message& message) {
   return number;
 }
 
-void Connection::Refuse(const Message& call, const char* error_name, const std::string& reason) {
+void Connection::Refuse(const Message& call, const std::string& reason, const char* error_name) {
   const std::string text = BusText(reason);
   const sd_bus_error error = SD_BUS_ERROR_MAKE_CONST(error_name ? error_name : kErrorName, text.c_str());
   sd_bus_reply_method_error(call.get(), &error);
 }
 
 Message Connection::Next() {
-  for (;;) {
-    sd_bus_message* message = nullptr;
-    const int result = sd_bus_process(bus_, &message);
-    if (message != nullptr) return Message(message);
-    if (result <= 0) break;
+  sd_bus_message* message = nullptr;
+  while (calls_.empty() && message == nullptr && sd_bus_process(bus_, &message) > 0) {
   }
-  WatchForRoomToWrite();
-  return nullptr;
+  if (calls_.empty()) {
+    if (message == nullptr) WatchForRoomToWrite();
+    return Message(message);
+  }
+  Message call = std::move(calls_.front());
+  calls_.pop_front();
+  return call;
 }
 
 void Connection::WatchForRoomToWrite() {
@@ -106,7 +117,7 @@ void Connection::Arrived() {
 
 void Connection::PassOnTheRest() {
   std::uint64_t queued = 0;
-  if (!arrived_ || sd_bus_get_n_queued_read(bus_, &queued) < 0 || queued == 0) return;
+  if (!arrived_ || (sd_bus_get_n_queued_read(bus_, &queued) >= 0 && queued + calls_.size() == 0)) return;
   platform::RunLater([routine = std::weak_ptr(arrived_)] {
     if (const auto still_there = routine.lock()) (*still_there)();
   });

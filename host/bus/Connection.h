@@ -4,6 +4,7 @@
 #include <systemd/sd-bus.h>
 
 #include <QSocketNotifier>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -19,7 +20,7 @@ class Connection {
  public:
   /// The session bus, or null if there is none that answers.
   static std::unique_ptr<Connection> Open();
-  ~Connection();
+  ~Connection() { sd_bus_flush_close_unref(bus_); }
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
@@ -31,6 +32,10 @@ class Connection {
   bool TakeName(const char* name) { return sd_bus_request_name(bus_, name, 0) >= 0; }
   /// Asks the bus to pass on its own message that a connection has gone. `rule` narrows it.
   void WatchForLeaving(const std::string& rule);
+  /// An object of this process. The library describes it, gives its properties and refuses what the table
+  /// doesn't have; calls of its routines, which have TakeUp for their handler, come out of Next().
+  void AddObject(const std::string& path, const char* interface, const sd_bus_vtable* table);
+  static int TakeUp(sd_bus_message* call, void* connection, sd_bus_error*);
 
   /// A call that starts no program. Throws std::runtime_error if one of the names isn't the bus's kind of
   /// name.
@@ -40,9 +45,8 @@ class Connection {
   /// the number that the answer will carry. Throws std::runtime_error if it can't be sent.
   std::uint64_t Send(const Message& message);
   void Answer(const Message& call) { sd_bus_reply_method_return(call.get(), ""); }
-  void Refuse(const Message& call, const std::string& reason) { Refuse(call, nullptr, reason); }
-  /// With one of the bus's own error names, null for the one that host and tool use.
-  void Refuse(const Message& call, const char* error_name, const std::string& reason);
+  /// With one of the bus's own error names, or the one that host and tool use.
+  void Refuse(const Message& call, const std::string& reason, const char* error_name = nullptr);
 
   /// The next message that has come and nobody has taken, or null. It also writes what is still to be sent.
   Message Next();
@@ -60,6 +64,7 @@ class Connection {
   void WatchForRoomToWrite();
 
   sd_bus* bus_;
+  std::deque<Message> calls_;
   std::shared_ptr<std::function<void()>> arrived_;
   std::unique_ptr<QSocketNotifier> readable_, writable_;
 };

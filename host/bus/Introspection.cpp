@@ -1,6 +1,7 @@
 #include "host/bus/Introspection.h"
 
 #include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
 #include "host/bus/Wire.h"
 #include "host/bus/bus_names.h"
@@ -8,43 +9,38 @@
 namespace host {
 namespace {
 
-std::string Interface(const char* name, const std::string& contents) {
-  return std::string("<interface name=\"") + name + "\">" + contents + "</interface>";
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), qsizetype(text.size())); }
+
+void WriteArgument(QXmlStreamWriter& xml, const char* direction, std::string_view type) {
+  xml.writeEmptyElement("arg");
+  xml.writeAttribute("direction", direction);
+  xml.writeAttribute("type", Text(type));
 }
 
-std::string Method(std::string_view name, const std::string& arguments) {
-  return "<method name=\"" + std::string(name) + "\">" + arguments + "</method>";
-}
-
-std::string Argument(const char* direction, std::string_view type) {
-  return std::string("<arg direction=\"") + direction + "\" type=\"" + std::string(type) + "\"/>";
-}
-
-std::string Arguments(const Member& member, Planes planes) {
-  std::string xml;
+void WriteMember(QXmlStreamWriter& xml, const Member& member, Planes planes) {
+  xml.writeStartElement("method");
+  xml.writeAttribute("name", Text(member.name));
   for (std::size_t i = 0; i < member.ArgumentCount(); ++i)
-    xml += Argument("in", Signature(member.arguments[i], planes));
-  if (member.result != ResultKind::None) xml += Argument("out", Signature(member.result, planes));
-  return xml;
+    WriteArgument(xml, "in", Signature(member.arguments[i], planes));
+  if (member.result != ResultKind::None) WriteArgument(xml, "out", Signature(member.result, planes));
+  xml.writeEndElement();
 }
 
 }  // namespace
 
 std::string HostIntrospection() {
-  std::string members, descriptors;
-  for (const Member& member : Members()) {
-    members += Method(member.name, Arguments(member, Planes::AsBytes));
-    if (PassesPlane(member)) descriptors += Method(member.name, Arguments(member, Planes::AsDescriptors));
+  QByteArray text;
+  QXmlStreamWriter xml(&text);
+  xml.writeStartElement("node");
+  for (const Planes planes : {Planes::AsBytes, Planes::AsDescriptors}) {
+    xml.writeStartElement("interface");
+    xml.writeAttribute("name", planes == Planes::AsBytes ? kHostInterface : kDescriptorsInterface);
+    for (const Member& member : Members())
+      if (planes == Planes::AsBytes || PassesPlane(member)) WriteMember(xml, member, planes);
+    xml.writeEndElement();
   }
-  return "<node>" + Interface(kHostInterface, members) + Interface(kDescriptorsInterface, descriptors) +
-         "</node>";
-}
-
-std::string FormIntrospection() {
-  return "<node>" +
-         Interface(kFormInterface, Method(kShow, "") + Method(kPrefsCallback, "") +
-                                       "<property name=\"Name\" type=\"s\" access=\"read\"/>") +
-         "</node>";
+  xml.writeEndElement();
+  return text.toStdString();
 }
 
 std::map<std::string, std::string, std::less<>> DescriptorMembers(const std::string& introspection) {

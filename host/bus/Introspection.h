@@ -1,4 +1,4 @@
-// How the ends describe themselves on the bus, and what the tool reads of a host's own description.
+// How a host describes itself on the bus, in D-Bus introspection data format.
 #pragma once
 
 #include <map>
@@ -6,11 +6,8 @@
 
 namespace host {
 
-/// The host's interfaces in D-Bus introspection data format: the members, and the six that pass planes once
-/// more with descriptors.
+/// The host's interfaces: the members, and the six that pass planes once more with descriptors.
 std::string HostIntrospection();
-/// Those of a window.
-std::string FormIntrospection();
 
 /// For each plane member the interface in which a host's description lists it with a descriptor (`h`): a
 /// getter that gives one, a setter that takes one. Empty for a host that passes bytes alone, and for what

@@ -66,7 +66,7 @@ std::string_view Signature(ResultKind kind, Planes planes) {
 }
 
 void Wire::WritePlane(sd_bus_message* message, const ByteTable& table, std::string_view member) {
-  SharedMemory& memory = own_memory_[std::string(member)];
+  platform::SharedMemory& memory = own_memory_[std::string(member)];
   try {
     memory.Fill(table.bytes);
   } catch (const std::runtime_error& failure) {
@@ -115,7 +115,11 @@ bool Wire::ReadNext(sd_bus_message* message, Variant& value,
   if (type == 's')
     return ReadBasic<const char*>(message, type, [&](auto text) { value = std::string(text); });
   if (type == 'a' && std::string_view(contents) == "y") return ReadBytes(message, value);
-  if (type == 'h') return ReadBasic<int>(message, type, [&](int file) { value = others_memory_.View(file); });
+  if (type == 'h')
+    return ReadBasic<int>(message, type, [&](int file) {
+      const auto seen = others_memory_.View(file);
+      value = ByteTable{seen.bytes, seen.owner, true};
+    });
   if (type == 'o' && form_of)
     return ReadBasic<const char*>(message, type, [&](auto path) { value = form_of(path); });
   return sd_bus_message_skip(message, nullptr) > 0;

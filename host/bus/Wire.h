@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "host/bus/Connection.h"
-#include "host/bus/shared_memory.h"
 #include "host/members.h"
+#include "platform/shared_memory.h"
 
 namespace host {
 
@@ -47,8 +47,8 @@ class Wire {
   bool ReadNext(sd_bus_message* message, Variant& value,
                 const std::function<FormObject*(const std::string& path)>& form_of);
 
-  std::map<std::string, SharedMemory, std::less<>> own_memory_;
-  MappedMemory others_memory_;
+  std::map<std::string, platform::SharedMemory, std::less<>> own_memory_;
+  platform::MappedMemory others_memory_;
 };
 
 }  // namespace host

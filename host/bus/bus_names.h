@@ -19,7 +19,6 @@ inline constexpr const char* kPrefsCallback = "PrefsCallback";
 inline constexpr const char* kBusService = "org.freedesktop.DBus";
 inline constexpr const char* kBusPath = "/org/freedesktop/DBus";
 inline constexpr const char* kIntrospectable = "org.freedesktop.DBus.Introspectable";
-inline constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
 
 /// The name of every error that host and tool answer with; the message says the rest.
 inline constexpr const char* kErrorName = "Vellumark.Error.Failed";

@@ -92,7 +92,7 @@ void BusService::ForgetTool(const std::string& tool) {
 
 void BusService::TakeCall(const Message& call) {
   if (std::string_view(sd_bus_message_get_path(call.get())) != kHostPath)
-    return connection_->Refuse(call, SD_BUS_ERROR_UNKNOWN_OBJECT, "There is no such object.");
+    return connection_->Refuse(call, "There is no such object.", SD_BUS_ERROR_UNKNOWN_OBJECT);
   if (sd_bus_message_is_method_call(call.get(), kIntrospectable, "Introspect")) {
     sd_bus_reply_method_return(call.get(), "s", HostIntrospection().c_str());
     return;
@@ -100,7 +100,7 @@ void BusService::TakeCall(const Message& call) {
   const char* interface = sd_bus_message_get_interface(call.get());
   const bool by_descriptor = interface != nullptr && std::string_view(interface) == kDescriptorsInterface;
   if (interface != nullptr && std::string_view(interface) != kHostInterface && !by_descriptor)
-    return connection_->Refuse(call, SD_BUS_ERROR_UNKNOWN_INTERFACE, "There is no such interface.");
+    return connection_->Refuse(call, "There is no such interface.", SD_BUS_ERROR_UNKNOWN_INTERFACE);
   try {
     RunMember(call, by_descriptor ? Planes::AsDescriptors : Planes::AsBytes);
   } catch (const HostError& failure) {

@@ -6,6 +6,7 @@ Run under dbus-run-session: bus_test.py <session driver>. The driver is the tool
 import unittest
 
 import dbus
+from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
 import logging_host
@@ -104,6 +105,30 @@ class BusSession(Session):
         self.assertGreaterEqual(len(order), 1)
         self.assertEqual(set(order), {None})
         self.assertEqual(seen, ["moved", "event"])
+
+    def test_a_window_tells_its_name_to_anyone_and_obeys_only_the_host(self):
+        stranger = dbus.SessionBus(private=True, mainloop=DBusGMainLoop())
+        self.addCleanup(stranger.close)
+        properties, answers = "org.freedesktop.DBus.Properties", {}
+        asked = [("/Form1", properties, "Get", ("Vellumark.Form", "Name")), ("/Form1", "Vellumark.Form", "Nonsense", ()),
+                 ("/Form1", "Vellumark.Form", "PrefsCallback", ()), ("/Form2", "Vellumark.Form", "Show", ())]
+
+        def ask(answer):
+            for path, interface, routine, arguments in asked:
+                def take(result, key=(path, routine)):
+                    answers[key] = result.get_dbus_name() if isinstance(result, dbus.DBusException) else result
+                    if len(answers) == len(asked):
+                        answer()
+                stranger.call_async(self.host.forms["/Form1"], path, interface,
+                                    routine, "s" * len(arguments), arguments, take, take)
+
+        self.host.answer_later["Vel_GetFrameRate"] = ask
+        status, _, reported = self.run_tool("shown", "quit")
+        self.assertEqual(status, 0, reported)
+        error = "org.freedesktop.DBus.Error."
+        self.assertEqual(answers, {("/Form1", "Get"): "Form1", ("/Form1", "Nonsense"): error + "UnknownMethod",
+                                   ("/Form1", "PrefsCallback"): error + "AccessDenied",
+                                   ("/Form2", "Show"): error + "UnknownObject"})
 
     def test_a_failed_call_is_reported_by_member_and_the_hosts_words(self):
         short, long_ = dbus.ByteArray(bytes(11)), dbus.ByteArray(bytes(13))

@@ -1,4 +1,4 @@
-#include "host/bus/shared_memory.h"
+#include "platform/shared_memory.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -11,7 +11,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace host {
+namespace platform {
 namespace {
 
 /// Enough for the three channels both ways; a host that makes memory anew for each plane doesn't fill ours.
@@ -32,7 +32,7 @@ void SharedMemory::Release() {
 
 void SharedMemory::Make(std::size_t size) {
   Release();
-  descriptor_ = memfd_create("vellumark-plane", MFD_CLOEXEC | MFD_ALLOW_SEALING);
+  descriptor_ = memfd_create("shared-bytes", MFD_CLOEXEC | MFD_ALLOW_SEALING);
   // Taken from the system now: a page that is missing later would end the process.
   int error = descriptor_ < 0 ? errno : posix_fallocate(descriptor_, 0, static_cast<off_t>(size));
   if (error == 0 && fcntl(descriptor_, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW | F_SEAL_SEAL) < 0)
@@ -77,7 +77,7 @@ struct MappedMemory::Piece {
   void* bytes = nullptr;
 };
 
-ByteTable MappedMemory::View(int descriptor) {
+MappedMemory::Bytes MappedMemory::View(int descriptor) {
   struct stat file {};
   if (fstat(descriptor, &file) < 0)
     throw std::runtime_error("its descriptor can't be read: " + SystemWords());
@@ -91,7 +91,7 @@ ByteTable MappedMemory::View(int descriptor) {
     pieces_.splice(pieces_.begin(), pieces_, piece);
   }
   const auto& found = pieces_.front();
-  return {{static_cast<const std::uint8_t*>(found->bytes), found->size}, found, true};
+  return {{static_cast<const std::uint8_t*>(found->bytes), found->size}, found};
 }
 
-}  // namespace host
+}  // namespace platform

@@ -7,9 +7,7 @@
 #include <memory>
 #include <span>
 
-#include "host/variant.h"
-
-namespace host {
+namespace platform {
 
 /// Memory of this process that others may map. It is made anew only when the size changes.
 class SharedMemory {
@@ -36,10 +34,16 @@ class SharedMemory {
 /// it is seen again.
 class MappedMemory {
  public:
+  /// Bytes that stay mapped as long as `owner` lives.
+  struct Bytes {
+    std::span<const std::uint8_t> bytes;
+    std::shared_ptr<const void> owner;
+  };
+
   /// The bytes of the memory that the descriptor names: all of it, which may be more than is meant. The
   /// descriptor stays the caller's. Throws std::runtime_error, before a byte is read, if it isn't memory
   /// that is sealed against a change of size.
-  ByteTable View(int descriptor);
+  Bytes View(int descriptor);
 
  private:
   struct Piece;
@@ -47,4 +51,4 @@ class MappedMemory {
   std::list<std::shared_ptr<const Piece>> pieces_;
 };
 
-}  // namespace host
+}  // namespace platform

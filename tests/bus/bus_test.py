@@ -108,6 +108,7 @@ class BusSession(Session):
 
     def test_a_window_tells_its_name_to_anyone_and_obeys_only_the_host(self):
         stranger = dbus.SessionBus(private=True, mainloop=DBusGMainLoop())
+        stranger.set_exit_on_disconnect(False)
         self.addCleanup(stranger.close)
         properties, answers = "org.freedesktop.DBus.Properties", {}
         asked = [("/Form1", properties, "Get", ("Vellumark.Form", "Name")), ("/Form1", "Vellumark.Form", "Nonsense", ()),

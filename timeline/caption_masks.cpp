@@ -93,6 +93,8 @@ void CaptionMasks::MakeDigits() {
     widest = std::max(widest, digits_.back().advance);
   }
   number_reach_ = reach;
+  // Before a number stands a blank.
+  number_reach_.left += RoundToLong(blank_advance_);
   number_reach_.right += RoundToLong(blank_advance_ + widest * (kMostDigits - 1)) + 1;
 }
 

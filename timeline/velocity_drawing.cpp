@@ -42,6 +42,13 @@ FrameSpan HeldSpan(double first, double last, std::int32_t count) {
           static_cast<std::int32_t>(std::clamp(std::ceil(last), 0.0, top))};
 }
 
+/// Copies what lies in the target's clip.
+void CopyClip(const PixelView& from, const PixelView& to) {
+  if (to.clip.Empty()) return;
+  for (int y = to.clip.top; y < to.clip.bottom; ++y)
+    std::copy(from.Row(y) + to.clip.left, from.Row(y) + to.clip.right, to.Row(y) + to.clip.left);
+}
+
 /// One channel's curve, as far as it touches the view's clip. It ends where the table does.
 void DrawCurve(const PixelView& view, const VelocityScene& scene, int channel) {
   const Color color = scene.tracks[static_cast<std::size_t>(channel)].color;
@@ -126,20 +133,23 @@ bool VelocityPicture::SameLayout() const {
          scene_.rows == drawn_.rows && shapes_.size() == drawn_shapes_.size();
 }
 
-/// The boxes in which the picture differs from what is drawn, the layer in them already brought up to date.
+/// The boxes in which the picture differs from what is drawn, the layers in them already brought up to date.
 std::vector<PixelBox> VelocityPicture::Damage() {
   const PixelBox whole = WholeBox();
   if (!drawn_valid_ || !SameLayout()) {
-    DrawLayer(whole);
+    FitLayers();
+    DrawCurves(whole);
+    DrawBelowMark(whole);
     return {whole};
   }
   std::vector<PixelBox> boxes;
   if (scene_.frames == 0) return boxes;
   if (const auto span = scene_.values.DifferenceFrom(drawn_.values)) {
     boxes.push_back(CurveBox(*span, scene_, scale_));
-    DrawLayer(boxes.back());
+    DrawCurves(boxes.back());
   }
   if (shapes_changed_) AddShapeDamage(boxes);
+  for (const PixelBox& box : boxes) DrawBelowMark(box);
   if (scene_.marked_frame != drawn_.marked_frame || scene_.comment != drawn_.comment)
     boxes.insert(boxes.end(), {drawn_line_, drawn_text_, MarkLine(), MarkText()});
   std::erase_if(boxes, [](const PixelBox& box) { return box.Empty(); });
@@ -161,25 +171,32 @@ void VelocityPicture::AddShapeDamage(std::vector<PixelBox>& boxes) {
   boxes.push_back(common);
 }
 
-void VelocityPicture::DrawLayer(const PixelBox& box) {
+void VelocityPicture::FitLayers() {
   const PixelBox whole = WholeBox();
-  if (layer_.width != whole.right || layer_.height != whole.bottom || layer_.scale != scale_) {
-    layer_pixels_.resize(static_cast<std::size_t>(whole.right) * static_cast<std::size_t>(whole.bottom));
-    layer_ = platform::MakeView(layer_pixels_.data(), whole.right, whole.bottom, whole.right, scale_);
+  for (Layer* layer : {&curves_, &below_mark_}) {
+    layer->pixels.resize(static_cast<std::size_t>(whole.right) * static_cast<std::size_t>(whole.bottom));
+    layer->view = platform::MakeView(layer->pixels.data(), whole.right, whole.bottom, whole.right, scale_);
   }
-  const PixelView view = layer_.Within(box);
+}
+
+void VelocityPicture::DrawCurves(const PixelBox& box) {
+  const PixelView view = curves_.view.Within(box);
   LayGround(view, scene_.width, scene_.height, scene_.ground, kGroundDegrees);
   if (scene_.frames == 0) return;
   for (int channel = 0; channel < kChannels; ++channel)
     if (scene_.tracks[static_cast<std::size_t>(channel)].visible) DrawCurve(view, scene_, channel);
 }
 
+void VelocityPicture::DrawBelowMark(const PixelBox& box) {
+  const PixelView view = below_mark_.view.Within(box);
+  CopyClip(curves_.view, view);
+  if (scene_.frames > 0) DrawCaptions(view, 0, scene_.rows - 1);
+}
+
 void VelocityPicture::Restore(const PixelView& view, const PixelBox& box) {
   const PixelView part = view.Within(box);
-  if (part.clip.Empty()) return;
-  for (int y = part.clip.top; y < part.clip.bottom; ++y)
-    std::copy(layer_.Row(y) + part.clip.left, layer_.Row(y) + part.clip.right, view.Row(y) + part.clip.left);
-  if (scene_.frames > 0) DrawCaptions(part);
+  CopyClip(below_mark_.view, part);
+  if (scene_.frames > 0 && Marked()) DrawMark(part);
 }
 
 int VelocityPicture::CaptionX(std::int32_t frame) const {
@@ -187,32 +204,56 @@ int VelocityPicture::CaptionX(std::int32_t frame) const {
   return Px(std::min(x, kFarRight));
 }
 
-/// Lays the captions of all rows that can reach into the view's clip, each over those before it.
-void VelocityPicture::DrawCaptions(const PixelView& view) {
-  const CaptionReach reach = Union(At(masks_.NumberReach(), 0, Px(kNumberTop)),
-                                   At(masks_.TextReach(), Px(kTextIndent), Px(kShapeTop)));
-  const bool reached = view.clip.top < reach.bottom && view.clip.bottom > reach.top;
+/// The box that holds every caption of a row, as seen from the row's place.
+CaptionReach VelocityPicture::AllCaptionsReach() {
+  return Union(At(masks_.NumberReach(), 0, Px(kNumberTop)),
+               At(masks_.TextReach(), Px(kTextIndent), Px(kShapeTop)));
+}
+
+/// Lays the captions of those of the rows that can reach into the view's clip, each over those before it.
+void VelocityPicture::DrawCaptions(const PixelView& view, std::int32_t first_row, std::int32_t last_row) {
+  if (first_row > last_row || view.clip.Empty()) return;
+  const CaptionReach reach = AllCaptionsReach();
+  if (view.clip.top >= reach.bottom || view.clip.bottom <= reach.top) return;
   const double row_pixels = static_cast<double>(scene_.wave_width) / scene_.frames * scale_;
-  FrameSpan span{0, -1};
-  if (reached && scene_.rows > 0)
-    span = row_pixels > 0 ? HeldSpan((view.clip.left - reach.right) / row_pixels - 1,
-                                     (view.clip.right - reach.left) / row_pixels + 1, scene_.rows)
-                          : FrameSpan{0, scene_.rows - 1};
+  if (row_pixels > 0) {
+    const FrameSpan span = HeldSpan((view.clip.left - reach.right) / row_pixels - 1,
+                                    (view.clip.right - reach.left) / row_pixels + 1, scene_.rows);
+    first_row = std::max(first_row, span.first);
+    last_row = std::min(last_row, span.last);
+  }
   const auto shape_count = static_cast<std::int32_t>(shapes_.size());
-  if (scene_.marked_frame < span.first) DrawMark(view);
-  for (std::int32_t frame = span.first; frame <= span.last; ++frame) {
+  for (std::int32_t frame = first_row; frame <= last_row; ++frame) {
     const int x = CaptionX(frame);
     masks_.DrawFrameNumber(view, x, Px(kNumberTop), frame, kNumberColor);
     if (frame < shape_count)
       masks_.DrawText(view, x + Px(kTextIndent), Px(kShapeTop), shapes_[static_cast<std::size_t>(frame)],
                       kShapeColor);
-    if (frame == scene_.marked_frame) DrawMark(view);
   }
-  if (scene_.marked_frame > span.last) DrawMark(view);
 }
 
-void VelocityPicture::DrawMark(const PixelView& view) const {
-  if (!Marked()) return;
+/// Lays the mark where it belongs: over the captions of its own row and of those before, below those behind.
+/// `view` shows all captions.
+void VelocityPicture::DrawMark(const PixelView& view) {
+  const PixelBox line = MarkLine(), text = MarkText();
+  const std::int32_t last_row = scene_.rows - 1;
+  const CaptionReach reach = AllCaptionsReach();
+  if (text.Empty() || (text.top >= reach.bottom && text.top >= line.bottom)) {
+    // The line covers whatever was there, and the comment stands clear of it all.
+    DrawLineAndComment(view);
+    DrawCaptions(view.Within(line), scene_.marked_frame + 1, last_row);
+    return;
+  }
+  for (const PixelBox& box : {line, text}) {
+    const PixelView part = view.Within(box);
+    CopyClip(curves_.view, part);
+    DrawCaptions(part, 0, std::min(scene_.marked_frame, last_row));
+    DrawLineAndComment(part);
+    DrawCaptions(part, scene_.marked_frame + 1, last_row);
+  }
+}
+
+void VelocityPicture::DrawLineAndComment(const PixelView& view) const {
   platform::FillBox(view, MarkLine(), kMarkColor);
   const int x = CaptionX(scene_.marked_frame);
   platform::BlendMask(view, x + Px(kTextIndent), Px(kCommentTop), comment_mask_, kMarkColor);

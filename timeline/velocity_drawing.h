@@ -38,8 +38,9 @@ struct VelocityScene {
 /// The y that all curves start from at the left edge, whatever their values.
 inline constexpr int kCurveStart = 32;
 
-/// Keeps a canvas at the scene captured last, redrawing what has changed. Below the captions it keeps a layer
-/// of ground and curves, so that a mark that moves is put back from it and laid anew at its next place.
+/// Keeps a canvas at the scene captured last, redrawing what has changed. It keeps the layers below: ground
+/// and curves, and all but the mark. So a mark that moves is put back from there and laid anew at its next
+/// place, however many captions share those pixels.
 ///
 /// What it shows is always the whole picture as of the last capture, drawn layer by layer: ground, the curves
 /// of channels 0 to 3, then row by row the frame number, the shape, and at the marked frame the mark with its
@@ -65,10 +66,14 @@ class VelocityPicture {
   std::vector<platform::PixelBox> Damage();
   bool SameLayout() const;
   void AddShapeDamage(std::vector<platform::PixelBox>& boxes);
-  void DrawLayer(const platform::PixelBox& box);
+  void FitLayers();
+  void DrawCurves(const platform::PixelBox& box);
+  void DrawBelowMark(const platform::PixelBox& box);
   void Restore(const platform::PixelView& view, const platform::PixelBox& box);
-  void DrawCaptions(const platform::PixelView& view);
-  void DrawMark(const platform::PixelView& view) const;
+  CaptionReach AllCaptionsReach();
+  void DrawCaptions(const platform::PixelView& view, std::int32_t first_row, std::int32_t last_row);
+  void DrawMark(const platform::PixelView& view);
+  void DrawLineAndComment(const platform::PixelView& view) const;
   platform::PixelBox MarkLine() const;
   platform::PixelBox MarkText() const;
   int CaptionX(std::int32_t frame) const;
@@ -86,8 +91,12 @@ class VelocityPicture {
   bool shapes_changed_ = true;
   platform::TextMask comment_mask_;
   platform::PixelBox drawn_line_, drawn_text_;
-  std::vector<platform::Pixel> layer_pixels_;
-  platform::PixelView layer_;
+  struct Layer {
+    std::vector<platform::Pixel> pixels;
+    platform::PixelView view;
+  };
+  /// Ground and curves; these and the captions.
+  Layer curves_, below_mark_;
 };
 
 }  // namespace timeline

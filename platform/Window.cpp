@@ -307,6 +307,8 @@ void Window::Show() {
     const QRect area = over != nullptr ? over->frameGeometry() : widget_->screen()->availableGeometry();
     widget_->move(area.center() - QPoint(widget_->width() / 2, widget_->height() / 2));
   }
+  // `show` alone leaves a minimised window out of sight.
+  widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
   widget_->show();
   widget_->raise();
   widget_->activateWindow();

@@ -76,6 +76,14 @@ struct ShownSample : testing::Test {
   Texts seen;
 };
 
+TEST_F(ShownSample, ComesBackFromAmongTheMinimisedWindows) {
+  view->window()->showMinimized();
+  support::HandleEvents();
+  sample->Show();
+  support::HandleEvents();
+  EXPECT_FALSE(view->window()->isMinimized());
+}
+
 TEST_F(ShownSample, RaisesTheGridsEventsInsideTheMoveAndOnlyWhenTheCellChanges) {
   grid.SetRow(2);
   EXPECT_THAT(Take(), ElementsAre("leave 0,0", "reach 2,0"));

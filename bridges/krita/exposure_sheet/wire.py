@@ -1,5 +1,6 @@
 """The host on the session bus, and the tool's windows as the host holds them."""
 
+import os
 import traceback
 
 from PyQt5.QtCore import Q_CLASSINFO, QByteArray, QObject, pyqtSlot
@@ -29,6 +30,15 @@ def member(name, types, result, run):
 
     options = {"result": result} if result else {}
     return pyqtSlot(*types, QDBusMessage, name=name, **options)(call)
+
+
+def program_name(process):
+    """What a user knows a process by. The system itself keeps the first 15 bytes of a name."""
+    with open(f"/proc/{process}/comm", encoding="utf-8", errors="replace") as file:
+        short = file.read().strip()
+    with open(f"/proc/{process}/cmdline", encoding="utf-8", errors="replace") as file:
+        names = [os.path.basename(word) for word in file.read().split("\0")]
+    return next((name for name in names if short and name.startswith(short)), short)
 
 
 class MainInterface(QDBusAbstractAdaptor):
@@ -92,12 +102,12 @@ class Service(QObject):
         return Refused(f"{self._owner()} is the host already")
 
     def _owner(self):
-        process = self._connection.interface().servicePid(members.SERVICE)
+        process = self._connection.interface().servicePid(members.SERVICE).value()
         try:
-            with open(f"/proc/{process.value()}/comm", encoding="utf-8") as file:
-                return f"{file.read().strip()} (process {process.value()})"
+            name = program_name(process)
         except OSError:
             return "another program"
+        return f"{name} (process {process})"
 
     def stop(self):
         self._connection.unregisterService(members.SERVICE)

@@ -5,6 +5,7 @@ Run under dbus-run-session: bridge_test.py.
 
 import fcntl
 import os
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -278,6 +279,37 @@ class Bridge(unittest.TestCase):
             self.assertEqual(settings.value("Startup/Textbox_Fill_Color"), str(10 + 256 * 20 + 65536 * 30))
             settings.beginGroup("Startup")
             self.assertEqual(len(settings.allKeys()), 19)
+
+    def test_is_taken_out_as_it_was_put_in(self):
+        """The user's settings file before, and after uninstalling; None is no file."""
+        for before, after in [(None, None), ("[gui]\nx=1\n", "[gui]\nx=1\n"),
+                              ("[python]\nenable_other=true\n\n[gui]\nx=1\n",) * 2]:
+            with self.subTest(before=before), tempfile.TemporaryDirectory() as home:
+                variables = {"PATH": os.environ["PATH"], "HOME": home}
+                settings = os.path.join(home, ".config", "kritarc")
+                os.makedirs(os.path.dirname(settings))
+                if before is not None:
+                    write(settings, before)
+                for command in ("install", "install", "uninstall"):
+                    subprocess.run([os.path.join(os.path.dirname(HERE), command)], env=variables, check=True,
+                                   capture_output=True)
+                    if command == "install":
+                        self.assertIn("[python]\nenable_exposure_sheet=true\n", read(settings))
+                self.assertEqual(read(settings), after)
+                left = [name for _, _, names in os.walk(os.path.join(home, ".local")) for name in names]
+                self.assertEqual((left, os.path.exists(os.path.join(home, ".local", "share", "krita"))), ([], False))
+
+
+def write(path, text):
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(text)
+
+
+def read(path):
+    if not os.path.exists(path):
+        return None
+    with open(path, encoding="utf-8") as file:
+        return file.read()
 
 
 if __name__ == "__main__":

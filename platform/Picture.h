@@ -11,10 +11,12 @@ namespace platform {
 class Picture {
  public:
   /// Reads a picture file, or a resource of the program (":/assets/icons/play.png"). Throws
-  /// std::runtime_error naming the file and the reason.
-  static std::shared_ptr<const Picture> Load(const std::string& path);
+  /// std::runtime_error naming the file and the reason. `dense` names the same picture drawn at twice the
+  /// size: it is read where the desktop has a screen that shows it.
+  static std::shared_ptr<const Picture> Load(const std::string& path, const std::string& dense = "");
 
   explicit Picture(QImage image);
+  Picture(QImage image, QImage dense);
   ~Picture();
   int Width() const;
   int Height() const;
@@ -23,7 +25,7 @@ class Picture {
   const QImage& ImageAt(double scale) const;
 
  private:
-  std::unique_ptr<QImage> image_;
+  std::unique_ptr<QImage> image_, dense_;
   mutable std::unique_ptr<QImage> scaled_;
 };
 

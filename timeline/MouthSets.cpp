@@ -19,9 +19,10 @@ MouthSet::MouthSet(const std::string& name, std::string look)
 
 void MouthSet::Form_Load() {
   int number = 0;
-  for (const auto& image : images_)
-    image->SetPicture(
-        platform::Picture::Load(":/assets/mouths/" + look_ + "/" + std::to_string(++number) + ".bmp"));
+  for (const auto& image : images_) {
+    const std::string name = ":/assets/mouths/" + look_ + "/" + std::to_string(++number);
+    image->SetPicture(platform::Picture::Load(name + ".bmp", name + "@2x.png"));
+  }
 }
 
 const std::shared_ptr<const platform::Picture>& MouthSet::MouthPicture(int number) const {

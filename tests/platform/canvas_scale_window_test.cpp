@@ -10,6 +10,7 @@
 
 #include "app/Form1.h"
 #include "support/desk.h"
+#include "timeline/MouthSets.h"
 
 namespace {
 
@@ -61,6 +62,25 @@ TEST(CanvasOnAFractionalScale, ShowsItsImagePixelByPixel) {
       for (int x = 0; x < right; ++x)
         ASSERT_EQ(screen.pixel(left + x, top + y), pixels.Row(y)[x]) << x << ',' << y;
   }
+}
+
+/// The twin that was drawn at twice the size takes the bitmap's place, and its room.
+TEST(CanvasOnAFractionalScale, AMouthIsShownAtItsSizeFromItsDenseTwin) {
+  support::Desk desk;
+  Form1& form = desk.Main();
+  const double scale = form.Picture1.Scale();
+  if (scale == std::floor(scale)) GTEST_SKIP();
+  form.MYCartoon_Click();
+  form.Picture1.SetBackColor(platform::Rgb(1, 2, 3));
+  form.Picture1.SetPicture(form4->MouthPicture(1));
+  EXPECT_EQ(form.Picture1.Point(126, 126), platform::Rgb(255, 255, 255));
+  EXPECT_EQ(form.Picture1.Point(128, 128), platform::Rgb(1, 2, 3));
+  const QImage twin = QImage(":/assets/mouths/cartoon/1@2x.png")
+                          .convertToFormat(QImage::Format_RGB32)
+                          .scaled(192, 192, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  const platform::PixelView shown = form.Picture1.Pixels();
+  for (int y = 0; y < 192; ++y)
+    for (int x = 0; x < 192; ++x) ASSERT_EQ(twin.pixel(x, y), shown.Row(y)[x]) << x << ',' << y;
 }
 
 }  // namespace

@@ -102,7 +102,7 @@ def _strokes(m, c):
     else:
         yield c.inner_top, 1.6, 4.6, 0.56
         yield _part(c.outer_bottom, 0.3, 0.74), 0.3, 3.4, 0.55
-    if m.roundness < 0.5:
+    if m.roundness < 0.5 and m.crease < 1:  # the fold of a broad smile takes the corner in
         yield _tuck(m, c, -1), 0.4, 3.0, 0.4
         yield _tuck(m, c, 1), 0.4, 2.6, 0.4
     if m.teeth in ("both", "bite"):

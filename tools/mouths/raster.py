@@ -4,8 +4,15 @@ import numpy as np
 
 from .model import CENTRE_X, SIZE
 
-FINE = 3  # fine points per pixel, each way
+POINTS = 3  # fine points per pixel of the picture, each way
+FINE = POINTS  # fine points per length of the model: those of one pixel, or of several
 TURN, FORESHORTENING, LEAN = 2.0, 0.0016, 0.03
+
+
+def set_density(density):
+    """From here on pictures have so many pixels to a length of the model, each way."""
+    global FINE
+    FINE = POINTS * density
 
 
 def grid():
@@ -64,7 +71,7 @@ def distance(x, y, points, reach=None):
 
 
 def blur(image, sigma):
-    """Gaussian blur; `sigma` in pixels of the finished picture."""
+    """Gaussian blur; `sigma` in lengths of the model."""
     sigma *= FINE
     radius = int(3 * sigma + 1)
     kernel = np.exp(-0.5 * (np.arange(-radius, radius + 1) / sigma) ** 2)
@@ -91,7 +98,8 @@ def smooth(a, b, value):
 
 def shrink(image):
     """The finished picture from the fine one: the mean of each pixel's points."""
-    return image.reshape(SIZE, FINE, SIZE, FINE).mean(axis=(1, 3))
+    side = SIZE * FINE // POINTS
+    return image.reshape(side, POINTS, side, POINTS).mean(axis=(1, 3))
 
 
 def write_bmp(path, levels):

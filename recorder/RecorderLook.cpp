@@ -82,6 +82,7 @@ QString RecorderStyle() {
     #Status { color: #b9bec7; }
     QToolButton, QPushButton { background: #3a3f47; border: 1px solid #15171a; border-radius: 4px;
       padding: 6px 12px; }
+    QFileDialog QToolButton { padding: 3px; }
     QToolButton:hover, QPushButton:hover { background: #454b54; }
     QToolButton:pressed, QPushButton:pressed { background: #17191c; }
     QToolButton:focus, QPushButton:focus, QPushButton:default { border-color: #ecb25c; }

@@ -3,11 +3,11 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 #include <algorithm>
 #include <mutex>
 #include <utility>
 
+#include "platform/Dialogs.h"
 #include "recorder/LevelMeter.h"
 #include "recorder/side_thread.h"
 
@@ -32,7 +32,7 @@ struct RecorderWindow::Search {
 RecorderWindow::RecorderWindow(Surroundings surroundings)
     : surroundings_(std::move(surroundings)),
       session_(surroundings_.open, surroundings_.clock),
-      folder_(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {
+      folder_(QString::fromStdString(platform::DocumentsFolder())) {
   MakeActions();
   MakeMenus();
   MakeBody();

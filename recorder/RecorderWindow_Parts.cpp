@@ -10,6 +10,7 @@
 #include <cmath>
 #include <exception>
 
+#include "platform/Dialogs.h"
 #include "platform/version.h"
 #include "recorder/LevelMeter.h"
 #include "recorder/RecorderLook.h"
@@ -30,6 +31,8 @@ QAction* RecorderWindow::AddAction(const char* name, const QIcon& icon, const QS
                                    void (RecorderWindow::*routine)()) {
   auto* action = new QAction(icon, text, this);
   action->setObjectName(name);
+  // Left to itself a button shows the text without its dots and its underlined letter.
+  action->setIconText(text);
   action->setShortcuts(keys);
   action->setToolTip(QString("%1 (%2)").arg(tip, keys.first().toString(QKeySequence::NativeText)));
   connect(action, &QAction::triggered, this, [this, routine] {
@@ -135,6 +138,7 @@ void RecorderWindow::MakeBody() {
   AskPath = [this](const QString& proposal) {
     QFileDialog dialog(this, tr("Save the recording"), proposal, tr("Wave files (*.wav)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
+    platform::GiveColumnsRoom(dialog);
     dialog.setDefaultSuffix("wav");
     dialog.selectFile(proposal);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();

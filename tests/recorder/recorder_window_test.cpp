@@ -46,6 +46,8 @@ struct FakeCapture : platform::CaptureDevice {
 class Recorder : public testing::Test {
  protected:
   Recorder() {
+    // A home without a folder for documents.
+    setenv("HOME", support::ScratchFolder().c_str(), 1);
     std::filesystem::remove_all(TakeFolder());
     MakeWindow();
   }
@@ -139,6 +141,7 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   const std::string saved = support::ReadWhole(support::ScratchFolder() + "/voice.wav");
   ASSERT_EQ(saved.size(), 44 + 2 * 44101U);
   EXPECT_EQ(saved.substr(44 + 2 * 44099), "\x34\x12\x78\x56");
+  EXPECT_EQ(proposed_, support::ScratchFolder() + "/recording.wav") << "there is no folder for documents";
   // The next one is proposed beside it.
   support::WriteScratch("recording.wav", "");
   Press("SaveButton");

@@ -11,7 +11,9 @@ import wave
 from PIL import Image
 
 from program import HOUSE
+from scenes_hands import BENT, COMMENT, COMMENT_ROW, SHAPES_TYPED
 from scenes_painter import ROLL_LENGTH, STAMPED
+from scenes_recorder import voice
 from scenes_sheet import COMMENTS, WAVE_FILE, shapes_left
 from scenes_timeline import red_value, yellow_value
 
@@ -200,6 +202,56 @@ def check_look(checks):
         checks.fact(f"live_change_{step}", True)
 
 
+def check_keys(checks):
+    """Ctrl with the arrow keys goes from shape to shape, the track has been drawn, the roll's frame is shot."""
+    rows = [row - 1 for row in sorted(SHAPES_TYPED)]
+    width = 514 / 71
+    for step, frame in enumerate((rows[-1], rows[-2], rows[-3], rows[-2])):
+        near(checks, f"the box after step {step}", checks.facts["keys_boxes"][step],
+             (frame * width, (frame + 1) * width))
+    stopped = checks.facts["keys_stopped_box"]
+    checks.true(f"Space didn't stop the run: {stopped}", stopped is not None and stopped[1] < 514 / 2)
+    lines = checks.lines("keys/by-keyboard.exp")
+    at = 9
+    for row in range(1, ROWS_AT_24):
+        comment = COMMENT if row == COMMENT_ROW else ""
+        checks.equal(f"row {row}", lines[at:at + 3], [str(row - 1), SHAPES_TYPED.get(row, ""), comment])
+        at += 3
+    values = [int(value) for value in lines[at + 11:-1]]
+    red = {frame + 1: value for frame, value in enumerate(values[1::4]) if value != 32}
+    checks.equal("the red track", red, {row: 32 - 2 * presses for row, presses in BENT.items()})
+    checks.equal("the other tracks", set(values[0::4] + values[2::4] + values[3::4]), {32})
+    blank, *stamped, after = [tuple(color) for color in checks.facts["keys_roll"]]
+    checks.true("the roll isn't stamped where the keys went",
+                blank == after == (255, 255, 255) and len(set(stamped)) == 1 and stamped[0] != blank)
+    checks.fact("keys_shot", True)
+    checks.fact("keys_exit_status", 0)
+
+
+def check_hands(checks):
+    checks.fact("drop_title", TITLE + "71 frames at 24 fps")
+    at_first, zoomed, scrolled, back = checks.facts["wheel_boxes"]
+    middle = sum(at_first) / 2
+    checks.true(f"the wheel didn't zoom: {zoomed}", zoomed[1] - zoomed[0] > 2 * (at_first[1] - at_first[0]))
+    checks.true(f"the frame left the pointer: {at_first}, {zoomed}", zoomed[0] - 2 <= middle <= zoomed[1] + 2)
+    checks.true(f"the wheel didn't scroll: {zoomed}, {scrolled}", scrolled is None or scrolled[0] < zoomed[0] - 10)
+    checks.equal("the box at 100 percent again", back, at_first)
+    checks.fact("hands_exit_status", 0)
+
+
+def check_recorder(checks):
+    """What was saved is what the device gave, sample by sample, and the sheet has its frames."""
+    with wave.open(os.path.join(checks.folder, "recorder", "take.wav")) as file:
+        form = file.getnchannels(), file.getsampwidth(), file.getframerate()
+        data = file.readframes(file.getnframes())
+    checks.equal("the take's form", form, (1, 2, 44100))
+    checks.true("the take is shorter than the recording lasted", len(data) > 44100)
+    checks.true("the take isn't what the device gave", voice().startswith(data))
+    frames = int(12 * len(data) / 88200)
+    checks.true(f"the title doesn't tell {frames} frames", f" {frames} frames at 12" in checks.facts["recorder_title"])
+    checks.fact("recorder_exit_status", 0)
+
+
 def check_krita(checks):
     for name, should_be in {"rate": "12", "frames": 48, "size": [319, 239], "wallpaper": "night.png",
                             "followed": [7, 3, 10], "took_24": True, "drawing_kept": [True] * 4,
@@ -244,7 +296,7 @@ def main(folder, chapters):
     checks = Checks(folder)
     for chapter in chapters:
         {"sheet": check_sheet, "sound": check_sound, "painter": check_painter, "apart": check_apart,
-         "look": check_look, "krita": check_krita}[chapter](checks)
+         "keys": check_keys, "hands": check_hands, "recorder": check_recorder, "look": check_look, "krita": check_krita}[chapter](checks)
         checks.fact("complaints in " + chapter, EXPECTED_COMPLAINTS.get(chapter, []))
     for failure in checks.failures:
         print("NOT AS IT SHOULD BE:", failure)

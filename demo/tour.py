@@ -19,8 +19,10 @@ import time
 import check
 import scenes_apart
 import scenes_file
+import scenes_hands
 import scenes_look
 import scenes_painter
+import scenes_recorder
 import scenes_sheet
 import scenes_sound
 import scenes_timeline
@@ -120,12 +122,15 @@ CHAPTERS = {
     "sound": scenes_sound.what_is_heard,
     "painter": scenes_painter.embedded,
     "apart": scenes_apart.two_processes,
+    "keys": scenes_hands.by_keyboard,
+    "hands": scenes_hands.wheel_and_drop,
+    "recorder": scenes_recorder.record_and_open,
     "look": scenes_look.gallery,
 }
 # Given only when they are named: they need a program that not every desk has.
 ELSEWHERE = {"krita": lambda tour: importlib.import_module("scenes_krita").beside_krita(tour)}
 # A chapter mostly waits for something to be seen, so three desks are worked at side by side.
-DESKS = (("sheet", "sound"), ("painter", "apart"), ("look",), ("krita",))
+DESKS = (("sheet", "sound", "recorder"), ("painter", "apart", "keys", "hands"), ("look",), ("krita",))
 
 
 def give_at_one_desk(folder, chapters):

@@ -10,8 +10,8 @@ BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools
 RUN_PACKAGES="fonts-liberation fonts-dejavu-core x11-utils libespeak-ng1"
 
 # What drives the program from outside, in the tour and in the tests.
-TOUR_PACKAGES="xvfb x11-xkb-utils openbox xdotool python3 python3-pil dbus-daemon"
-TEST_PACKAGES="python3-dbus python3-gi python3-pyqt5"
+TOUR_PACKAGES="xvfb x11-xkb-utils openbox xdotool python3 python3-pil python3-pyqt5 dbus-daemon"
+TEST_PACKAGES="python3-dbus python3-gi"
 
 # Google Benchmark, and the noise that the wiggle is measured beside.
 BENCH_PACKAGES="libbenchmark-dev libstb-dev"

@@ -78,7 +78,7 @@ def show_painter(sheet, show):
     show("painter", "the frame painter", painter.window)
     painter.window.front()
     painter.window.close()
-    sheet.answer("alt+y")
+    sheet.answer("alt+y", lambda box: show("question", "a question", box))
     sheet.desk.gone(painter.window)
     wait_for("the main window alone", lambda: not sheet.desk.find("^Frame painter"))
 

@@ -3,13 +3,18 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QSplitter>
 #include <QStandardPaths>
+#include <QTreeView>
+#include <algorithm>
 #include <utility>
 
 #include "platform/Application.h"
+#include "platform/DarkGround.h"
 #include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
 
@@ -91,6 +96,7 @@ Answer ShowMessage(const Message& message) {
   QMessageBox box(ToolkitIcon(message.icon), "Exposure Sheet", QString::fromStdString(message.text),
                   ToolkitButtons(message.buttons), owner);
   box.setObjectName("MsgBox");
+  DressOver(owner, box);
   box.setTextFormat(Qt::PlainText);
   switch (box.exec()) {
     case QMessageBox::Yes:
@@ -115,8 +121,11 @@ QString ToolkitFilter(const std::string& filter) {
 
 std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
   const QString folder = last_folder.isEmpty() ? QString::fromStdString(DocumentsFolder()) : last_folder;
-  QFileDialog dialog(Owner(), QString::fromStdString(question.title), folder, ToolkitFilter(question.filter));
+  QWidget* const owner = Owner();
+  QFileDialog dialog(owner, QString::fromStdString(question.title), folder, ToolkitFilter(question.filter));
   dialog.setObjectName("CommonDialog");
+  DressOver(owner, dialog);
+  GiveColumnsRoom(dialog);
   dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setDefaultSuffix(QString::fromStdString(question.filter).section("*.", 1));
@@ -135,6 +144,20 @@ std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
 
 }  // namespace
 
+void GiveColumnsRoom(QFileDialog& dialog) {
+  constexpr int kColumns[] = {250, 80, 110, 150}, kPlaces = 120;
+  auto* files = dialog.findChild<QTreeView*>("treeView");
+  auto* places = dialog.findChild<QSplitter*>("splitter");
+  if (files == nullptr || places == nullptr) return;  // the desktop's own dialog
+  int width = 0;
+  for (int column = 0; column < 4; ++column) {
+    files->header()->resizeSection(column, kColumns[column]);
+    width += kColumns[column];
+  }
+  places->setSizes({kPlaces, width});
+  dialog.resize(std::max(dialog.width(), kPlaces + width + 60), std::max(dialog.height(), 420));
+}
+
 std::string DocumentsFolder() {
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   return (QFileInfo(documents).isDir() ? documents : QDir::homePath()).toStdString();
@@ -150,6 +173,7 @@ class StandingQuestion::Box {
   Box(const std::string& text, const std::string& yes, const std::string& no)
       : focus_return_(Owner()), box_(Owner()) {
     box_.setObjectName("StandingQuestion");
+    DressOver(Owner(), box_);
     box_.setWindowTitle("Exposure Sheet");
     box_.setIcon(QMessageBox::Question);
     box_.setTextFormat(Qt::PlainText);

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+class QFileDialog;
+
 namespace platform {
 
 enum class Buttons { Ok, OkCancel, YesNo };
@@ -76,5 +78,8 @@ class CommonDialog {
   bool Show(bool save, const std::string& proposal);
   std::string title_, filter_;
 };
+
+/// The toolkit's own dialog for files begins with columns that cut off sizes and dates.
+void GiveColumnsRoom(QFileDialog& dialog);
 
 }  // namespace platform

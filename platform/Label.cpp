@@ -1,7 +1,9 @@
+#include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
 
 #include "platform/Accessible.h"
+#include "platform/DarkGround.h"
 #include "platform/ToolkitColor.h"
 #include "platform/WidgetParts.h"
 #include "platform/Widgets.h"
@@ -11,6 +13,7 @@ namespace platform {
 namespace {
 
 constexpr double kSmallLetters = 0.92;
+const QColor kPlate(166, 171, 180);
 
 QFont WithSmallLetters(QFont font) {
   font.setPointSizeF(font.pointSizeF() * kSmallLetters);
@@ -22,18 +25,20 @@ class LabelWidget : public QWidget {
   QString caption;
   Qt::Alignment align = Qt::AlignLeft;
   QColor color = Qt::black;
-  const Window* window = nullptr;
   const std::function<void()>* click = nullptr;
+
+  /// Where the text stands in the container.
+  QRectF TextBox() const {
+    if (caption.isEmpty()) return {};
+    return QFontMetricsF(FittingFont()).boundingRect(QRectF(geometry()), Layout(), caption);
+  }
 
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    painter.setFont(
-        FontThatFits(WithSmallLetters(font()), caption, width() - Margin(), height() + kOverhang));
-    const int layout = static_cast<int>(align | Qt::AlignVCenter) | Qt::TextSingleLine;
-    if (window->GroundIsDark()) PaintPlate(painter, painter.boundingRect(rect(), layout, caption));
+    painter.setFont(FittingFont());
     painter.setPen(color);
-    painter.drawText(rect(), layout, caption);
+    painter.drawText(rect(), Layout(), caption);
   }
 
   void mousePressEvent(QMouseEvent* event) override {
@@ -44,14 +49,9 @@ class LabelWidget : public QWidget {
   }
 
  private:
-  /// No setting has a colour for labels, which stay black: on a dark ground they get a bright one of their
-  /// own.
-  void PaintPlate(QPainter& painter, const QRectF& text) const {
-    if (caption.isEmpty()) return;
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(166, 171, 180));
-    painter.drawRoundedRect(text.adjusted(-3, 0, 3, 0) & QRectF(rect()), 2, 2);
+  int Layout() const { return static_cast<int>(align | Qt::AlignVCenter) | Qt::TextSingleLine; }
+  QFont FittingFont() const {
+    return FontThatFits(WithSmallLetters(font()), caption, width() - Margin(), height() + kOverhang);
   }
 
   /// A caption that begins at the left ends before the field that follows it, which may lie over its right
@@ -69,7 +69,6 @@ Label::Label(Container& container, std::string name, const std::string& caption,
   SetAccessibleRole(Widget(), QAccessible::StaticText);
   if (align == Align::Right) As<LabelWidget>(*this)->align = Qt::AlignRight;
   if (align == Align::Center) As<LabelWidget>(*this)->align = Qt::AlignHCenter;
-  As<LabelWidget>(*this)->window = &OwnerWindow();
   As<LabelWidget>(*this)->click = &Click;
   SetCaption(caption);
 }
@@ -78,11 +77,24 @@ void Label::SetCaption(const std::string& caption) {
   As<LabelWidget>(*this)->caption = Utf16(caption);
   SetAccessibleName(caption);
   Widget()->update();
+  // The plate is as long as the text.
+  if (OwnerWindow().GroundIsDark()) OwnerWindow().Repaint();
 }
 Color Label::ForeColor() const { return FromToolkit(As<LabelWidget>(*this)->color); }
 void Label::SetForeColor(Color color) {
   As<LabelWidget>(*this)->color = ToolkitColor(color);
   Widget()->update();
+}
+
+void PaintLabelPlates(const Window& window, QPainter& painter) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(kPlate);
+  for (const Control* control : window.Controls()) {
+    if (control->Kind() != ControlKind::Label || !control->Visible()) continue;
+    const QRectF text = As<LabelWidget>(*control)->TextBox();
+    if (!text.isEmpty()) painter.drawRoundedRect(text.adjusted(-4, 0, 4, 0), 3, 3);
+  }
 }
 
 }  // namespace platform

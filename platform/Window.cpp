@@ -18,6 +18,7 @@
 
 #include "platform/Accessible.h"
 #include "platform/Application.h"
+#include "platform/DarkGround.h"
 #include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
 #include "platform/Picture.h"
@@ -89,17 +90,6 @@ bool IsDark(const QImage& tile) {
   return dark;
 }
 
-QPalette BarPalette(bool dark) {
-  if (!dark) return QApplication::palette();
-  QPalette palette(QColor(52, 56, 63), QColor(40, 43, 49));
-  palette.setColor(QPalette::Base, QColor(43, 47, 53));
-  for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
-    palette.setColor(role, QColor(222, 225, 230));
-  palette.setColor(QPalette::Highlight, QColor(92, 110, 138));
-  palette.setColor(QPalette::HighlightedText, Qt::white);
-  return palette;
-}
-
 }  // namespace
 
 int LoadedWindowCount() { return loaded_count; }
@@ -143,6 +133,7 @@ class ClientWidget : public QWidget {
     painter = &own;
     RunEvent(paint);
     painter = nullptr;
+    if (window_.GroundIsDark()) PaintLabelPlates(window_, own);
   }
   void resizeEvent(QResizeEvent* event) override {
     if (EventsAreHeld()) {
@@ -160,28 +151,38 @@ class ClientWidget : public QWidget {
   Window& window_;
 };
 
-KeyPress PressOf(const QKeyEvent& event) {
-  KeyPress press;
+KeyPress::Key KeyOf(const QKeyEvent& event) {
+  using Key = KeyPress::Key;
+  if (event.matches(QKeySequence::Undo)) return Key::Undo;
   switch (event.key()) {
     case Qt::Key_Space:
-      press.key = KeyPress::Key::Space;
-      break;
+      return Key::Space;
     case Qt::Key_Escape:
-      press.key = KeyPress::Key::Escape;
-      break;
+      return Key::Escape;
     case Qt::Key_Up:
-      press.key = KeyPress::Key::Up;
-      break;
+      return Key::Up;
     case Qt::Key_Down:
-      press.key = KeyPress::Key::Down;
-      break;
+      return Key::Down;
+    case Qt::Key_Left:
+      return Key::Left;
+    case Qt::Key_Right:
+      return Key::Right;
+    case Qt::Key_Home:
+      return Key::Home;
+    case Qt::Key_End:
+      return Key::End;
     default:
-      break;
+      return Key::Other;
   }
-  if (event.matches(QKeySequence::Undo)) press.key = KeyPress::Key::Undo;
+}
+
+KeyPress PressOf(const QKeyEvent& event) {
+  KeyPress press;
+  press.key = KeyOf(event);
   press.text = event.text().toStdString();
   press.control = event.modifiers().testFlag(Qt::ControlModifier);
   press.alt = event.modifiers().testFlag(Qt::AltModifier);
+  press.shift = event.modifiers().testFlag(Qt::ShiftModifier);
   press.repeated = event.isAutoRepeat();
   return press;
 }
@@ -232,8 +233,11 @@ class WindowWidget : public QWidget {
     if (!DroppedFile(*event).empty()) event->acceptProposedAction();
   }
   void dropEvent(QDropEvent* event) override {
-    // The program that the file comes from waits until this returns: what may ask the user comes later.
-    RunLater([take = take_file, path = DroppedFile(*event)] { take(path); });
+    // The program that the file comes from may be gone before it has told the file's name.
+    const std::string path = DroppedFile(*event);
+    if (path.empty()) return event->ignore();
+    // It waits until this returns: what may ask the user comes later.
+    RunLater([take = take_file, path] { take(path); });
     event->acceptProposedAction();
   }
   void closeEvent(QCloseEvent* event) override {
@@ -414,7 +418,8 @@ void Window::RaisePaint() {
 void Window::NoteGround(bool dark) {
   if (dark == ground_is_dark_) return;
   ground_is_dark_ = dark;
-  const QPalette palette = BarPalette(dark);
+  NoteDarkGround(*widget_, dark);
+  const QPalette palette = PaletteOn(dark);
   if (widget_->menu_bar != nullptr) {
     widget_->menu_bar->setPalette(palette);
     for (QMenu* menu : widget_->menu_bar->findChildren<QMenu*>()) menu->setPalette(palette);

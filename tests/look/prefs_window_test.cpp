@@ -1,7 +1,9 @@
 // The walk over a window's controls: which control gets which property under which settings.
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QImage>
+#include <QScrollBar>
 #include <QWidget>
 #include <cstdlib>
 #include <filesystem>
@@ -13,6 +15,7 @@
 #include "look/VlButton.h"
 #include "look/VlDropDial.h"
 #include "painter/FramePainter.h"
+#include "platform/DarkGround.h"
 #include "platform/Picture.h"
 #include "platform/Settings.h"
 #include "platform/Widgets.h"
@@ -203,11 +206,19 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   EXPECT_EQ(form3->Text7.BackColor(), 16);
   ASSERT_TRUE(main.Image1.Picture());
   EXPECT_TRUE(main.GroundIsDark());
+  const auto ground = [](QWidget* widget) { return qGray(widget->palette().color(QPalette::Button).rgb()); };
+  QDialog over(main.TopWidget());
+  platform::DressOver(main.TopWidget(), over);
+  EXPECT_LT(ground(&over), 80) << "what asks over a dark window is dark";
+  EXPECT_LT(ground(main.HScroll1.Widget()), 80);
+  EXPECT_LT(ground(main.List1.Widget()->findChild<QScrollBar*>()), 80);
+  EXPECT_GT(ground(main.Grid1.Widget()->findChild<QScrollBar*>()), 180) << "the grid keeps its ground";
   EXPECT_EQ(main.Label1.ForeColor(), 0);
   desk.host->wallpaper.clear();
   call();
   EXPECT_FALSE(main.Image1.Picture());
   EXPECT_FALSE(main.GroundIsDark());
+  EXPECT_GT(ground(main.HScroll1.Widget()), 180);
 }
 
 }  // namespace

@@ -191,6 +191,9 @@ class Form1 : public platform::Window {
   /// The current row takes the shape, or none; not on the header row.
   void PutShape(const std::string& shape);
   void TypeShape(char letter);
+  /// While tracks are being drawn: the active one a little up (-1) or down (1) at the current frame. A held
+  /// key is one stroke.
+  void BendTrack(int direction, bool goes_on);
   /// To the next row that has a shape, up (-1) or down (1); stays where there is none.
   void GoToShape(int direction);
 

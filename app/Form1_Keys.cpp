@@ -28,6 +28,7 @@ bool Form1::Form_KeyDown(const KeyPress& press) {
   if (press.control && (up || down)) return GoToShape(up ? -1 : 1), true;
   if (press.key == KeyPress::Key::Undo) return vl_button11_Click(), true;
   if (press.control) return false;
+  if (press.shift && (up || down)) return BendTrack(up ? -1 : 1, press.repeated), true;
   const bool running = Timer1.Enabled();
   // A key that is held must neither start and stop by turns nor leave a row of slices behind.
   if (press.key == KeyPress::Key::Space && !press.repeated) {

@@ -5,6 +5,7 @@
 #include "host/HostSession.h"
 #include "painter/FramePainter.h"
 #include "painter/cell_store.h"
+#include "painter/strip_state.h"
 #include "platform/Dialogs.h"
 
 namespace painter {
@@ -40,6 +41,7 @@ void FPOptions::Command1_Click() {
   if (!length)
     return Refuse("The number of frames must be a number from 1 to " + std::to_string(kLongestRoll) + ".");
   if (!StartRoll(TheRoll(), *length)) return Refuse("There is not enough memory for so many frames.");
+  TheStrips().FrameForKeys = 0;
   const bool was_open = frame_painter.IfLoaded() != nullptr;
   host::HostSession.Call("Vel_SendFormObject", &FramePainterForm(), std::int16_t{0});
   // A window that was open already doesn't load again: it must be told of the new cells and the new roll.

@@ -64,6 +64,9 @@ class FramePainter : public platform::Window {
   void HGlide1_Scroll();
   void HGlide2_Scroll();
 
+  // Keys in the strips: FramePainter_Keys.cpp.
+  bool Form_KeyDown(const platform::KeyPress& press) override;
+
   // Load and layout: FramePainter_Layout.cpp.
   void Picture3_Resize();
   void Picture5_Resize();
@@ -94,6 +97,8 @@ class FramePainter : public platform::Window {
   void BindEvents();
   void SetScrollRanges();
 
+  void ChooseCell(std::int32_t cell);
+  void GoToFrame(std::int32_t frame);
   /// How a strip is looked at; nothing if the frames give no thumbnails.
   std::optional<StripView> CellsView() const;
   std::optional<StripView> RollView() const;

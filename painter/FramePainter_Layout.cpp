@@ -121,6 +121,7 @@ void FramePainter::ColorControls() {
   Picture7.SetAccessibleName("Numbers of your cells");
   Picture4.SetAccessibleName("Frames of the new roll");
   for (platform::PictureBox* panel : {&Picture3, &Picture5}) panel->ActAsPanel();
+  for (platform::PictureBox* strip : {&Picture1, &Picture2}) strip->TakeKeyboard();
   HGlide1.SetAccessibleName("Scroll your cells");
   HGlide2.SetAccessibleName("Scroll the new roll of film");
   Check1.SetAccessibleName("Wiggle hold");

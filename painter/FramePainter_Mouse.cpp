@@ -20,8 +20,9 @@ void FramePainter::Picture2_MouseDown(std::int16_t button, std::int16_t shift, f
 void FramePainter::Picture2_MouseMove(std::int16_t button, std::int16_t /*shift*/, float x, float /*y*/) {
   const auto view = RollView();
   if (button == 0 || !view) return;
-  SetRollFrame(ThumbnailAt(view->thumb, x, view->offset),
-               static_cast<std::int16_t>(TheStrips().SelectedCell));
+  const std::int32_t frame = ThumbnailAt(view->thumb, x, view->offset);
+  if (frame >= 0 && frame < TheRoll().RollLength()) TheStrips().FrameForKeys = frame;
+  SetRollFrame(frame, static_cast<std::int16_t>(TheStrips().SelectedCell));
 }
 
 void FramePainter::SetRollFrame(std::int32_t frame, std::int16_t cell) {

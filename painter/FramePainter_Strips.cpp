@@ -49,6 +49,20 @@ std::vector<int> EdgesBetweenBlanks(const StripView& view, int strip_width) {
   return edges;
 }
 
+void FrameThumbnail(platform::PictureBox& strip, const StripView& view, std::int32_t index) {
+  const std::int64_t left = ThumbnailLeft(view.thumb, view.offset, index);
+  const bool seen = left + view.thumb.width > 0 && left < strip.ScaleWidth();
+  strip.FrameColumns(seen ? static_cast<int>(left) : 0, seen ? static_cast<int>(left + view.thumb.width) : 0);
+}
+
+std::string FrameInWords(std::int32_t frame) {
+  const FilmRoll& roll = TheRoll();
+  if (frame >= roll.RollLength()) return {};
+  const int cell = roll.entries[static_cast<std::size_t>(frame)];
+  return "Frame " + std::to_string(frame) + " of " + std::to_string(roll.RollLength()) + ", " +
+         (cell < 0 ? "blank" : "cell " + std::to_string(cell));
+}
+
 /// No number is wider: the first ones left of the ruler may still reach into it.
 constexpr int kWidestNumberPixels = 100;
 
@@ -82,8 +96,13 @@ void FramePainter::Picture1_Paint() {
   const Retrieval& retrieval = TheRetrieval();
   if (retrieval.CellCount < 1) return;
   StripPlanes planes(PlanesOfStrip(Picture1));
-  if (const auto view = CellsView())
-    DrawCellsStrip(*view, retrieval, TheStrips().SelectedCell, planes.View());
+  if (const auto view = CellsView()) {
+    const std::int32_t chosen = TheStrips().SelectedCell;
+    DrawCellsStrip(*view, retrieval, chosen, planes.View());
+    FrameThumbnail(Picture1, *view, chosen);
+    Picture1.SetAccessibleDescription("Cell " + std::to_string(chosen) + " of " +
+                                      std::to_string(retrieval.CellCount));
+  }
   Blit(Picture1, planes);
 }
 
@@ -95,6 +114,8 @@ void FramePainter::Picture2_Paint() {
   if (const auto view = RollView()) {
     DrawRoll(*view, strips);
     Picture2.ShowRules(EdgesBetweenBlanks(*view, Picture2.ScaleWidth()), kBlankEdge);
+    FrameThumbnail(Picture2, *view, strips.FrameForKeys);
+    Picture2.SetAccessibleDescription(FrameInWords(strips.FrameForKeys));
   }
   Blit(Picture2, strips.RollPlanes);
 }

@@ -24,6 +24,8 @@ struct StripPlanes {
 
 struct StripState {
   std::int32_t SelectedCell = 0;
+  /// The roll frame that the next key stamps.
+  std::int32_t FrameForKeys = 0;
   /// Pixels added to every x of a strip, zero or negative.
   std::int32_t CellScrollOffset = 0;
   std::int32_t RollScrollOffset = 0;

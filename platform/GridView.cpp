@@ -136,9 +136,9 @@ class Grid::View : public QTableView {
 
  private:
   bool MoveByKey(const QKeyEvent& event) {
-    // With Ctrl these keys belong to the window.
+    // With Ctrl or Shift these keys belong to the window.
     const bool up_or_down = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
-    if (up_or_down && event.modifiers().testFlag(Qt::ControlModifier)) return false;
+    if (up_or_down && (event.modifiers() & (Qt::ControlModifier | Qt::ShiftModifier))) return false;
     const bool to_end = event.key() == Qt::Key_Home || event.key() == Qt::Key_End;
     const auto action = ActionOf(event);
     if (!action && !to_end) return false;

@@ -65,6 +65,7 @@ struct PictureBox::Surface {
   double scale = 1;
   std::vector<int> rules;
   Color rule_color = 0;
+  int frame_left = 0, frame_right = 0;
   Color back = Rgb(255, 255, 255);
   Color fore = 0;
   Font font;
@@ -93,7 +94,11 @@ class PictureWidget : public QWidget {
     for (const int column : surface.rules)
       painter.fillRect(corner.x() + ScaledPixel(column, surface.scale), corner.y(), 1, surface.image.height(),
                        ToolkitColor(surface.rule_color));
+    if (hasFocus()) PaintFrame(painter, corner, surface);
   }
+
+  void focusInEvent(QFocusEvent*) override { update(); }
+  void focusOutEvent(QFocusEvent*) override { update(); }
 
   void resizeEvent(QResizeEvent*) override { box->FitSurface(); }
 
@@ -126,6 +131,22 @@ class PictureWidget : public QWidget {
 
  private:
   static constexpr float kWheelNotch = 120;
+
+  /// Bright within dark, so that it shows on any picture.
+  void PaintFrame(QPainter& painter, QPoint corner, const PictureBox::Surface& surface) const {
+    const int left = ScaledPixel(surface.frame_left, surface.scale),
+              right = ScaledPixel(surface.frame_right, surface.scale);
+    QRect frame(corner.x() + left, corner.y(), right - left, surface.image.height());
+    const int line = ScaledPixel(1, surface.scale);
+    for (const auto& [color, lines] :
+         {std::pair(palette().color(QPalette::Highlight).darker(150), 1),
+          std::pair(palette().color(QPalette::Highlight), 2), std::pair(QColor(Qt::white), 1)}) {
+      const int width = line * lines;
+      const QRect inner = frame.adjusted(width, width, -width, -width);
+      for (const QRect& side : QRegion(frame) - inner) painter.fillRect(side, color);
+      frame = inner;
+    }
+  }
 
   void PassMove() {
     if (const auto move = std::move(last_move_))
@@ -268,6 +289,15 @@ void PictureBox::ShowRules(std::vector<int> columns, Color color) {
   if (columns == surface_->rules && color == surface_->rule_color) return;
   surface_->rules = std::move(columns);
   surface_->rule_color = color;
+  Widget()->update();
+}
+
+void PictureBox::TakeKeyboard() { Widget()->setFocusPolicy(Qt::StrongFocus); }
+
+void PictureBox::FrameColumns(int left, int right) {
+  if (left == surface_->frame_left && right == surface_->frame_right) return;
+  surface_->frame_left = left;
+  surface_->frame_right = right;
   Widget()->update();
 }
 

@@ -75,6 +75,12 @@ class PictureBox : public Control, public Container {
   /// image.
   void ShowRules(std::vector<int> columns, Color color);
 
+  /// The Tab key and a press give it the keyboard.
+  void TakeKeyboard();
+  /// The columns from left to right, in design pixels, that are framed while it has the keyboard. The frame
+  /// is seen over the picture and doesn't touch the image.
+  void FrameColumns(int left, int right);
+
   std::function<void()> Paint;
   /// The image has another size: the control was resized, or has come to a screen of another density.
   std::function<void()> Resize;

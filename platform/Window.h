@@ -18,11 +18,11 @@ class WindowWidget;
 
 /// A key that no control had a use for.
 struct KeyPress {
-  enum class Key { Other, Space, Escape, Up, Down, Undo };
+  enum class Key { Other, Space, Escape, Up, Down, Left, Right, Home, End, Undo };
   Key key = Key::Other;
   /// What the key writes, in UTF-8; empty for one that writes nothing.
   std::string text;
-  bool control = false, alt = false;
+  bool control = false, alt = false, shift = false;
   /// The key is being held.
   bool repeated = false;
 };

@@ -72,8 +72,7 @@ void Form1::vl_button12_Click() {
 void Form1::Picture4_MouseDown(std::int16_t button, std::int16_t /*shift*/, float /*x*/, float /*y*/) {
   if (button == 0 || !vl_button10.value()) return;
   if (sheet::FrameRate() * sheet::CalcTime().value_or(0) == 0) return;
-  // Seconds too short for a single frame make no table, and nothing to go back to.
-  if (Tracks().VelocityValues.Frames() > 0) Tracks().UndoHistory.push_back(Tracks().VelocityValues);
+  timeline::KeepForUndo(Tracks());
 }
 
 void Form1::Picture4_MouseMove(std::int16_t button, std::int16_t /*shift*/, float x, float y) {
@@ -82,6 +81,16 @@ void Form1::Picture4_MouseMove(std::int16_t button, std::int16_t /*shift*/, floa
   if (frames == 0) return;
   timeline::StrokeAt(Tracks(), timeline::StrokeFrame(x, Picture4.ScaleWidth(), frames),
                      timeline::StrokeValue(y));
+  PaintVelocity();
+  Picture4.Refresh();
+}
+
+void Form1::BendTrack(int direction, bool goes_on) {
+  const std::int32_t frame = GetCurrentTick();
+  if (!vl_button10.value() || frame < 0 || frame >= Tracks().VelocityValues.Frames()) return;
+  if (!goes_on) timeline::KeepForUndo(Tracks());
+  timeline::StrokeAt(Tracks(), frame,
+                     timeline::BentValue(Tracks(), frame, direction, Picture4.ScaleHeight()));
   PaintVelocity();
   Picture4.Refresh();
 }

@@ -84,6 +84,10 @@ void ResetTracks(VelocityTracks& tracks, std::int32_t frames) {
   tracks.UndoHistory.clear();
 }
 
+void KeepForUndo(VelocityTracks& tracks) {
+  if (tracks.VelocityValues.Frames() > 0) tracks.UndoHistory.push_back(tracks.VelocityValues);
+}
+
 bool UndoStroke(VelocityTracks& tracks) {
   if (tracks.UndoHistory.empty()) return false;
   tracks.VelocityValues = std::move(tracks.UndoHistory.back());
@@ -94,6 +98,13 @@ bool UndoStroke(VelocityTracks& tracks) {
 std::int32_t StrokeFrame(float x_pixel, int canvas_pixels, std::int32_t frames) {
   const double frame = static_cast<double>(x_pixel) / canvas_pixels * frames;
   return std::clamp(platform::RoundToLong(frame), 0, frames - 1);
+}
+
+std::uint8_t BentValue(const VelocityTracks& tracks, std::int32_t frame, int direction, int canvas_pixels) {
+  constexpr int kStep = 2;
+  const int value = tracks.VelocityValues.At(frame, tracks.ActiveChannel);
+  return static_cast<std::uint8_t>(
+      std::clamp(value + direction * kStep, 0, std::max(value, canvas_pixels - 1)));
 }
 
 void StrokeAt(VelocityTracks& tracks, std::int32_t frame, std::uint8_t value) {

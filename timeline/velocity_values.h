@@ -64,6 +64,8 @@ VelocityTracks& Tracks();
 
 /// New tracks at their start value, the undo states gone. Without frames all stays as it is.
 void ResetTracks(VelocityTracks& tracks, std::int32_t frames);
+/// A copy of all values, for the stroke that begins. Nothing to go back to without frames.
+void KeepForUndo(VelocityTracks& tracks);
 /// Takes back the last stroke; false if there is none.
 bool UndoStroke(VelocityTracks& tracks);
 
@@ -71,6 +73,9 @@ bool UndoStroke(VelocityTracks& tracks);
 std::int32_t StrokeFrame(float x_pixel, int canvas_pixels, std::int32_t frames);
 /// Writes a value of the active channel; a frame past the table's last writes the last one.
 void StrokeAt(VelocityTracks& tracks, std::int32_t frame, std::uint8_t value);
+/// The active channel's value at a frame of the table, one key's step above it (-1) or below it (1): within
+/// the canvas, but for a value that lies below that already, which only goes up.
+std::uint8_t BentValue(const VelocityTracks& tracks, std::int32_t frame, int direction, int canvas_pixels);
 /// The value under the pointer, 0 to 255.
 std::uint8_t StrokeValue(float y_pixel);
 

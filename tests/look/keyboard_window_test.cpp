@@ -36,8 +36,9 @@ TEST(TabOrder, FollowsTheWindowFromLeftToRightAndDown) {
       "List1 Grid1 ");
   EXPECT_EQ(TabOrder(form3.Hold()), "Text7 vl_button1 vl_button2 ");
   EXPECT_EQ(TabOrder(painter::fp_options.Hold()), "Text1 Command1 ");
-  EXPECT_EQ(TabOrder(painter::frame_painter.Hold()),
-            "vl_button1 HGlide1 HGlide2 Check1 VL_DropDial1 VL_DropDial2 vl_button2 vl_button3 ");
+  EXPECT_EQ(
+      TabOrder(painter::frame_painter.Hold()),
+      "vl_button1 Picture1 HGlide1 Picture2 HGlide2 Check1 VL_DropDial1 VL_DropDial2 vl_button2 vl_button3 ");
 }
 
 /// Whoever can't see the window hears a name at every stop.

@@ -146,6 +146,43 @@ TEST_F(Painter, ScrollsByThumbnails) {
   EXPECT_EQ(RollAt(228), kBlack);
 }
 
+TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
+  Open(20, 30);
+  const auto keys = [](platform::PictureBox& strip, std::initializer_list<int> names) {
+    strip.SetFocus();
+    for (const int key : names) support::Key(strip.Widget(), key);
+  };
+  const auto told = [](platform::PictureBox& strip) { return strip.Widget()->accessibleDescription(); };
+  FramePainter& window = Window();
+  keys(window.Picture1, {Qt::Key_Left, Qt::Key_Right, Qt::Key_Right});
+  EXPECT_EQ(CellsAt(228), Negative(2));
+  EXPECT_EQ(told(window.Picture1), "Cell 2 of 20");
+  keys(window.Picture2, {Qt::Key_Right, Qt::Key_Space, Qt::Key_Space});
+  EXPECT_EQ(TheRoll().entries[0], -1);
+  EXPECT_EQ(RollAt(114), Cell(2));
+  EXPECT_EQ(RollAt(228), Cell(2));
+  EXPECT_EQ(told(window.Picture2), "Frame 3 of 30, blank");
+  // Seven thumbnails stand whole in a strip of 850 pixels.
+  keys(window.Picture1, {Qt::Key_End});
+  EXPECT_EQ(window.HGlide1.Position(), 13);
+  EXPECT_EQ(CellsAt(6 * 114), Negative(19));
+  for (int i = 0; i < 6; ++i) keys(window.Picture1, {Qt::Key_Left});
+  EXPECT_EQ(window.HGlide1.Position(), 13);
+  keys(window.Picture1, {Qt::Key_Left});
+  EXPECT_EQ(window.HGlide1.Position(), 12);
+  keys(window.Picture2, {Qt::Key_End, Qt::Key_Space, Qt::Key_Home, Qt::Key_Right});
+  EXPECT_EQ(TheRoll().entries[29], 12);
+  EXPECT_EQ(told(window.Picture2), "Frame 1 of 30, cell 2");
+  EXPECT_EQ(window.HGlide2.Position(), 0);
+  // A press moves the place where the next key stamps.
+  PressRoll(4 * 114 + 5);
+  keys(window.Picture2, {Qt::Key_Right});
+  EXPECT_EQ(told(window.Picture2), "Frame 5 of 30, blank");
+  window.vl_button2.SetFocus();
+  support::Key(window.vl_button2.Widget(), Qt::Key_Left);
+  EXPECT_EQ(told(window.Picture2), "Frame 5 of 30, blank");
+}
+
 TEST_F(Painter, KeepsItsHeightAndShowsMoreWhenWidened) {
   Open(20, 30);
   Window().HGlide1.SetPosition(5);

@@ -3,6 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QImage>
+#include <QKeyEvent>
+#include <QWidget>
+#include <cmath>
+
 #include "app/Form1.h"
 #include "audio/sample_store.h"
 #include "platform/Application.h"
@@ -228,6 +234,33 @@ TEST_F(Timeline, UndoGoesStrokeByStrokeAndClearIsNoStroke) {
   EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty()) << "a rebuild takes the history with it";
 }
 
+TEST_F(Timeline, ATrackIsDrawnByKeysWhileTheToggleIsOn) {
+  PutSound(2500);
+  form.Grid1.SetRow(6);
+  const auto key = [this](int code, bool held = false) {
+    QKeyEvent press(QEvent::KeyPress, code, Qt::ShiftModifier, QString(), held);
+    QApplication::sendEvent(form.Grid1.Widget(), &press);
+  };
+  key(Qt::Key_Up);
+  EXPECT_EQ(form.Grid1.Row(), 6);
+  EXPECT_EQ(Value(5), 32) << "the draw toggle is off";
+  form.vl_button10.SetValue(true);
+  form.ChooseChannel(1);
+  key(Qt::Key_Up);
+  key(Qt::Key_Up, true);
+  EXPECT_EQ(Value(5, 1), 28);
+  key(Qt::Key_Down);
+  EXPECT_EQ(Value(5, 1), 30);
+  EXPECT_EQ(Value(5, 0), 32);
+  EXPECT_EQ(Value(6, 1), 32);
+  form.vl_button11_Click();
+  form.vl_button11_Click();
+  EXPECT_EQ(Value(5, 1), 32) << "a held key is one stroke";
+  form.Grid1.SetRow(0);
+  key(Qt::Key_Up);
+  EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty()) << "the header row has no frame";
+}
+
 TEST_F(Timeline, AHiddenTrackShowsTheOneBelowIt) {
   PutSound(2500);
   form.vl_button16.SetValue(false);
@@ -340,6 +373,26 @@ TEST_F(Mouths, ChangeTheirSetAtOnceOrGoBlank) {
   form.MySketch_Click();
   EXPECT_EQ(Shown(), "nothing") << "the row is empty";
   EXPECT_EQ(form.Picture1.Point(60, 60), form.Picture1.BackColor());
+}
+
+/// The same drawing in twice the pixels: each square of four stands for one of the bitmap's.
+TEST_F(Mouths, HaveTwinsForDenseScreens) {
+  for (const QString look : {"sketch", "cartoon"})
+    for (int number = 1; number <= 11; ++number) {
+      const QString name = QString(":/assets/mouths/%1/%2").arg(look).arg(number);
+      const QImage small(name + ".bmp"), twin(name + "@2x.png");
+      ASSERT_EQ(twin.size(), small.size() * 2) << name.toStdString();
+      double difference = 0;
+      for (int y = 0; y < 128; ++y)
+        for (int x = 0; x < 128; ++x) {
+          const auto twins = [&](int right, int down) {
+            return qGray(twin.pixel(2 * x + right, 2 * y + down));
+          };
+          const double mean = (twins(0, 0) + twins(1, 0) + twins(0, 1) + twins(1, 1)) / 4.0;
+          difference += std::abs(mean - qGray(small.pixel(x, y))) / (128 * 128);
+        }
+      EXPECT_LT(difference, 2.0) << name.toStdString();
+    }
 }
 
 TEST_F(Mouths, StandUnscaledAtTheLeftTopCorner) {

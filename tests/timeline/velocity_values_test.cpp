@@ -69,6 +69,21 @@ TEST(VelocityTracks, AThousandStrokesOnTenMinutesFitAndCanAllBeUndone) {
   }
 }
 
+TEST(Stroke, AKeyBendsTheActiveTrackWithinTheCanvas) {
+  VelocityTracks tracks;
+  ResetTracks(tracks, 4);
+  tracks.ActiveChannel = 2;
+  struct Case {
+    int value, direction, bent;
+  } const cases[] = {
+      {32, -1, 30}, {32, 1, 34}, {1, -1, 0},    {0, -1, 0},
+      {62, 1, 63},  {63, 1, 63}, {200, 1, 200}, {200, -1, 198}};  // a stroke of the mouse has left the canvas
+  for (const Case& c : cases) {
+    tracks.VelocityValues.Set(3, 2, static_cast<std::uint8_t>(c.value));
+    EXPECT_EQ(BentValue(tracks, 3, c.direction, 64), c.bent) << c.value;
+  }
+}
+
 TEST(Stroke, ThePointerFallsOnFramesAndBytes) {
   struct Case {
     float x;

@@ -1,0 +1,78 @@
+// The strips by keyboard: arrows choose a cell in the upper one and go along the roll in the lower one, where
+// Space stamps the chosen cell.
+#include <algorithm>
+
+#include "painter/FramePainter.h"
+#include "painter/strip_state.h"
+
+namespace painter {
+namespace {
+
+using platform::KeyPress;
+
+/// Which of `count` thumbnails a key leads to; nothing for another key.
+std::optional<std::int32_t> KeyTarget(KeyPress::Key key, std::int32_t from, std::int32_t count) {
+  if (count < 1) return std::nullopt;
+  switch (key) {
+    case KeyPress::Key::Left:
+      return std::max(from - 1, 0);
+    case KeyPress::Key::Right:
+      return std::min(from + 1, count - 1);
+    case KeyPress::Key::Home:
+      return 0;
+    case KeyPress::Key::End:
+      return count - 1;
+    default:
+      return std::nullopt;
+  }
+}
+
+/// Scrolls as little as brings the thumbnail whole into the strip; whether that was anything.
+bool ScrollTo(look::HGlide& glide, const StripView& view, std::int32_t index, std::int32_t strip_width) {
+  const std::int32_t whole = std::max(strip_width / view.thumb.width, 1);
+  const std::int32_t first = platform::RoundToLong(-view.offset / view.thumb.exact_width);
+  if (index >= first && index < first + whole) return false;
+  glide.SetPosition(index < first ? index : index - whole + 1);
+  return true;
+}
+
+}  // namespace
+
+bool FramePainter::Form_KeyDown(const KeyPress& press) {
+  if (press.control || press.alt) return false;
+  const StripState& strips = TheStrips();
+  if (Picture1.HasFocus()) {
+    const std::int32_t cells = std::min(TheRetrieval().CellCount, kLastUsableCell + 1);
+    const auto cell = KeyTarget(press.key, strips.SelectedCell, cells);
+    if (cell) ChooseCell(*cell);
+    return cell.has_value();
+  }
+  if (!Picture2.HasFocus()) return false;
+  const bool stamps = press.key == KeyPress::Key::Space;
+  const auto frame =
+      KeyTarget(stamps ? KeyPress::Key::Right : press.key, strips.FrameForKeys, TheRoll().RollLength());
+  if (!frame) return false;
+  if (stamps) SetRollFrame(strips.FrameForKeys, static_cast<std::int16_t>(strips.SelectedCell));
+  GoToFrame(*frame);
+  return true;
+}
+
+void FramePainter::ChooseCell(std::int32_t cell) {
+  TheStrips().SelectedCell = cell;
+  const auto view = CellsView();
+  if (view && ScrollTo(HGlide1, *view, cell, Picture1.ScaleWidth())) return HGlide1_Scroll();
+  Picture1_Paint();
+}
+
+void FramePainter::GoToFrame(std::int32_t frame) {
+  StripState& strips = TheStrips();
+  strips.FrameForKeys = frame;
+  const auto view = RollView();
+  if (view && ScrollTo(HGlide2, *view, frame, Picture2.ScaleWidth())) return HGlide2_Scroll();
+  // Only the frame around it has moved.
+  strips.PaintOnlyFrame = frame;
+  Picture2_Paint();
+  strips.PaintOnlyFrame = kWholeStrip;
+}
+
+}  // namespace painter

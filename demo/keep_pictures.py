@@ -7,8 +7,9 @@ from PIL import Image
 
 HOUSE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 TOUR = os.path.join(HOUSE, "build", "tour")
-KEPT = {"25-sample.png": "sheet.png", "painter/3-stamped.png": "frame_painter.png", "apart/0-host.png": "host.png",
-        "krita/1-following.png": "krita.png"}
+KEPT = {"04-wave.png": "wave.png", "13-tracks.png": "curves.png", "25-sample.png": "sheet.png",
+        "painter/1-options.png": "roll_length.png", "painter/3-stamped.png": "frame_painter.png",
+        "apart/0-host.png": "host.png", "krita/1-following.png": "krita.png"}
 
 for source, target in KEPT.items():
     if not os.path.exists(os.path.join(TOUR, source)):

@@ -1,5 +1,5 @@
 # The Debian packages that this project needs, by purpose, and how the missing ones are fetched.
-# Sourced by ./run, ./run-tests, ./run-bench and .ci/run; plain sh, for a machine that has nothing else yet.
+# Sourced by ./run, ./run-tests, ./run-bench, .ci/run and packaging/; plain sh, for a machine that has nothing else yet.
 
 # shellcheck disable=SC2034  # used by the scripts that source this file
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-l10n-tools libgl-dev
@@ -17,6 +17,9 @@ TEST_PACKAGES="python3-dbus python3-gi"
 BENCH_PACKAGES="libbenchmark-dev libstb-dev"
 
 CHECK_PACKAGES="clang-format clang-tidy"
+
+# What makes Debian packages, and what looks at them and at what the desktop is told.
+DEB_PACKAGES="debhelper dpkg-dev dh-python python3 lintian desktop-file-utils appstream shared-mime-info man-db libglib2.0-bin"
 
 # Krita as the host: what bridges/krita/check works beside.
 KRITA_PACKAGES="krita python3-pyqt5 python3-dbus"

@@ -2,6 +2,7 @@
 // section's routines stand in that subject's folder, in files named Form1_*.cpp.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -61,6 +62,10 @@ class Form1 : public platform::Window {
   // --- The sheet file: sheet/
   void MenuOpen_Click();
   void MenuSave_Click();
+  /// Writes the sheet as it stands to a file of its own beside the sheet's, or else to a folder of the
+  /// user's, unless it is empty or just what its file holds. It asks neither the user nor the host. Result:
+  /// words for the user that say where it is, or an empty text.
+  std::string RescueSheet();
 
   // --- The wave file: audio/
   /// Whether the load went through. Failures are reported to the user here.
@@ -95,6 +100,10 @@ class Form1 : public platform::Window {
   void InitVelocity();
   void PaintVelocity();
   void ChooseChannel(int channel);
+  /// In the order of the channels.
+  std::array<look::vl_button*, 4> VisibilityButtons() {
+    return {&vl_button13, &vl_button14, &vl_button15, &vl_button16};
+  }
   void vl_button11_Click();
   void vl_button12_Click();
   void Picture4_MouseDown(std::int16_t button, std::int16_t shift, float x, float y);
@@ -221,8 +230,9 @@ class Form1 : public platform::Window {
   std::int32_t LastScrubFrame = 0;
 
   sheet::ShapeTyping shape_typing_;
-  /// A sound that was opened by itself begins a new sheet, which has no file yet.
-  bool sheet_has_file_ = false;
+  /// The file that the sheet was opened from or saved to last. A sound that was opened by itself begins a new
+  /// sheet, which has none yet.
+  std::string sheet_file_;
   /// What is left of a turn that made no whole click of a zoom button.
   float zoom_turn_ = 0;
 

@@ -1,11 +1,14 @@
 #include "app/Program.h"
 
 #include "app/Form1.h"
+#include "audio/sample_store.h"
 #include "host/HandedWindow.h"
 #include "host/HostSession.h"
 #include "host/bus/BusHost.h"
 #include "host/standin/EmbeddedHost.h"
 #include "platform/Application.h"
+#include "platform/UntimelyEnd.h"
+#include "timeline/velocity_values.h"
 
 namespace app {
 namespace {
@@ -23,6 +26,12 @@ std::string AppTitle;
 void Main() {
   AppTitle = "Exposure Sheet 2.3";
   host::HostSession.Hold(MakeHost());
+  timeline::Tracks();
+  audio::LoadedSound();
+  platform::BeforeUntimelyEnd([] {
+    Form1* const form = form1.IfLoaded();
+    return form == nullptr ? std::string() : form->RescueSheet();
+  });
   platform::BeforeEnd([] { host::HostSession.Hold(nullptr); });
   form1.Hold();
   static host::HandedWindow<Form1> handed("Form1", form1);

@@ -42,7 +42,7 @@ void Form1::OpenWave_Click() {
 void Form1::OpenSound(const std::string& path) {
   CommonDialog1.FileName = path;
   if (!OpenWaveFile(path)) return;
-  sheet_has_file_ = false;
+  sheet_file_.clear();
   // Also for three channels and more, which were not reduced.
   if (audio::LoadedSound().WaveFormat.nChannels > 1) platform::MsgBox("Stereo sample converted to mono.");
 }

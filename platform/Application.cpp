@@ -25,6 +25,7 @@
 #include "platform/Dialogs.h"
 #include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
+#include "platform/UntimelyEnd.h"
 
 namespace platform {
 namespace {
@@ -68,8 +69,12 @@ int RunApplication(const std::function<void()>& main_routine) {
   static char* arguments[] = {name, nullptr};
   QApplication application(argument_count, arguments);
   PrepareApplication();
-  RunEvent(main_routine);
-  const int status = LoadedWindowCount() == 0 && keep_alive_count == 0 ? 0 : QApplication::exec();
+  int status = 0;
+  {
+    const EndsWatched watched;
+    RunEvent(main_routine);
+    if (LoadedWindowCount() != 0 || keep_alive_count != 0) status = QApplication::exec();
+  }
   DestroyAllWindows();
   for (const auto& routine : last_routines) routine();
   last_routines.clear();
@@ -92,10 +97,13 @@ void RunEvent(const std::function<void()>& routine) {
 
 void EndWithReport(const std::string& text) {
   reporting = true;
-  std::fprintf(stderr, "exposure-sheet: %s\n", text.c_str());
+  // Before the box, which may be the last thing that a session's end finds.
+  const std::string words = Rescue();
+  const std::string report = words.empty() ? text : text + "\n\n" + words;
+  std::fprintf(stderr, "exposure-sheet: %s\n", report.c_str());
   try {
     if (QCoreApplication::instance() != nullptr)
-      MsgBox(text + "\n\nThe exposure sheet can't go on and ends.", Buttons::Ok, Icon::Warning);
+      MsgBox(report + "\n\nThe exposure sheet can't go on and ends.", Buttons::Ok, Icon::Warning);
   } catch (...) {
     std::fputs("exposure-sheet: the report can't be shown\n", stderr);
   }
@@ -103,8 +111,11 @@ void EndWithReport(const std::string& text) {
   std::_Exit(EXIT_FAILURE);
 }
 
-// Not the toolkit's quit(), which a window that won't close, such as the host's, can refuse.
-void Quit() { QCoreApplication::exit(EXIT_SUCCESS); }
+// Not the toolkit's quit(), which a window that won't close, such as the host's, can refuse. It would end the
+// event loop of a report too, which only its reader may.
+void Quit() {
+  if (!reporting) QCoreApplication::exit(EXIT_SUCCESS);
+}
 
 void BeforeEnd(std::function<void()> routine) { last_routines.push_back(std::move(routine)); }
 

@@ -29,7 +29,8 @@ bool Guarded(const Routine& routine) {
   }
 }
 
-/// Shows the error report and ends the process at once with status 1.
+/// Brings what isn't saved to safety (see BeforeUntimelyEnd), shows the error report and ends the process at
+/// once with status 1.
 [[noreturn]] void EndWithReport(const std::string& text);
 
 /// Ends the event loop; the process then ends with status 0.

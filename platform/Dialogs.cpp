@@ -163,6 +163,13 @@ std::string DocumentsFolder() {
   return (QFileInfo(documents).isDir() ? documents : QDir::homePath()).toStdString();
 }
 
+std::vector<std::string> UserFolders() {
+  std::vector<std::string> folders = {DocumentsFolder(), QDir::homePath().toStdString(),
+                                      QDir::tempPath().toStdString()};
+  folders.erase(std::unique(folders.begin(), folders.end()), folders.end());
+  return folders;
+}
+
 Answer MsgBox(const std::string& text, Buttons buttons, Icon icon) {
   const Message message{text, buttons, icon};
   return message_answer ? message_answer(message) : ShowMessage(message);

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class QFileDialog;
 
@@ -60,6 +61,9 @@ void AnswerFileDialogsWith(std::function<std::optional<std::string>(const FileQu
 
 /// The user's folder for documents, or their home where there is none.
 std::string DocumentsFolder();
+/// Where a file of the user's may be put that has no place of its own: that folder, their home, and the one
+/// for temporary files.
+std::vector<std::string> UserFolders();
 
 /// The open and save dialogs. They begin in the folder that any of them used last in this run, at first in
 /// the user's documents; saving again what has a name, in its own folder. FileName is what was chosen last,

@@ -9,6 +9,7 @@
 #include "platform/Control.h"
 #include "platform/Dialogs.h"
 #include "platform/HeldEvents.h"
+#include "platform/UntimelyEnd.h"
 
 namespace platform {
 namespace {
@@ -63,6 +64,7 @@ LongWork::~LongWork() {
 }
 
 void LongWork::Report(int done, int all) {
+  EndIfAsked();
   if (all > 0) now_ = start_ + (end_ - start_) * done / all;
   if (Clock::now() < next_look_) return;
   if (covered_ != nullptr && Clock::now() - began_ >= kBeforeBar) ShowBar();
@@ -92,11 +94,13 @@ Patience::Patience(const char* question, const char* leave)
 Patience::~Patience() = default;
 
 void Patience::Restart() {
+  EndIfAsked();
   asked_.reset();
   since_ = Clock::now();
 }
 
 bool Patience::Lasts() {
+  EndIfAsked();
   const auto waited = Clock::now() - since_;
   if (waited < patience_before_question) {
     if (waited >= kBetweenPaints) KeepPainted();

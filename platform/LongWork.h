@@ -31,7 +31,7 @@ class LongWork {
   LongWork(const LongWork&) = delete;
   LongWork& operator=(const LongWork&) = delete;
 
-  /// So many steps of all are done. Cheap: it may be told of each step.
+  /// So many steps of all are done. Cheap: it may be told of each step. Ends the process if a signal asks.
   void Report(int done, int all);
 
  private:

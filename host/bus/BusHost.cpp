@@ -17,10 +17,11 @@ namespace host {
 namespace {
 
 constexpr const char* kGone = "the host is no longer running";
+constexpr const char* kBusGone = "the session bus has gone";
 constexpr const char* kGivenUp = "the host was given up, as it didn't answer";
 constexpr const char* kQuestion =
     "The host doesn't answer. The exposure sheet waits for it and can do nothing else meanwhile.\n\n"
-    "Without the host the exposure sheet ends, and what isn't saved is lost.";
+    "Without the host the exposure sheet ends. What isn't saved is then written to a file of its own.";
 
 /// Milliseconds between two looks at the user's side of a wait.
 constexpr int kOneLook = 50;
@@ -75,6 +76,7 @@ BusHost::BusHost(std::unique_ptr<Connection> connection, std::string service)
 
 void BusHost::TakeAllThatCame() {
   while (Message message = connection_->Next()) Take(std::move(message));
+  if (!connection_->IsOpen() && !unshown_.empty()) throw HostError("Vel_SendFormObject", kBusGone);
 }
 
 std::string BusHost::Offer(FormObject& form) {
@@ -140,7 +142,7 @@ Message BusHost::CallHost(const Message& call, std::string_view member) {
       patience.Restart();
       Take(std::move(message));
     } else if (!connection_->IsOpen()) {
-      throw HostError(member, "the session bus has gone");
+      throw HostError(member, kBusGone);
     } else if (!connection_->Wait(kOneLook) && !patience.Lasts()) {
       given_up_ = true;
     }

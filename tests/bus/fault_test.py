@@ -1,6 +1,7 @@
 """Every way in which a host may fail the tool, one after the other, counted.
 
-Run under dbus-run-session: fault_test.py <session driver>.
+Run under dbus-run-session: fault_test.py <session driver> [--every-call]. Wherever the tool ends by it, the sheet is
+rescued with all that it held.
 """
 
 import fcntl
@@ -15,6 +16,8 @@ import dbus
 from logging_host import DESCRIPTORS, GETTERS, SETTERS, memory
 from tool_session import Session
 
+# Takes a quarter of an hour.
+EVERY_CALL = "--every-call" in sys.argv and not sys.argv.remove("--every-call")
 PAINTER = ["frame-painter", "length=2", "shoot", "done", "quit"]
 RESULTS = ["Vel_GetAppDir", "Vel_WallpaperFilename", "Vel_GetFrameRate", "vel_BufferWidth", "vel_BufferHeight",
            "vel_GetTotalFrames", *GETTERS]
@@ -25,30 +28,43 @@ MOST_IN_MESSAGE = 1 << 26
 
 
 class Faults(Session):
-    cases = 0
+    cases = rescues = 0
 
     @classmethod
     def tearDownClass(cls):
-        print(f"{cls.cases} cases of a failing host")
+        print(f"{cls.cases} cases of a failing host, {cls.rescues} sheets rescued")
 
     def case(self, *, steps=PAINTER, expected="", **host):
         """One session with the host as it is now; `expected` in the report, or none of it if it is None."""
         Faults.cases += 1
-        status, _, reported = self.run_tool(f"give-up-when={self.silent}", "shown", *steps)
+        status, seen, reported = self.run_tool(f"give-up-when={self.silent}", "shown", *steps)
         self.assertEqual(status, 0 if expected is None else 1, reported)
         self.assertIn(expected or "", reported)
+        if expected is None or not any(line.startswith("held cell") for line in seen):
+            self.assertEqual(self.rescued() + self.rescued(self.sheets), [], reported)
+        else:
+            Faults.rescues += 1
+            self.check_rescued(seen, reported, self.sheets if "saved" in seen else None)
 
     def begin(self, **host):
         super().begin(**host)
         self.silent = os.path.join(self.folder.name, "silent")
         self.host.when_silent = lambda: open(self.silent, "w").close()
+        self.sheets = os.path.join(self.folder.name, "sheets")
+        os.mkdir(self.sheets)
 
     def whole(self):
-        return [f"wave={self.sound}", "row=2", "rate=24", *PAINTER]
+        """A session that goes through all there is: a sheet made, saved, gone on with, retimed and played."""
+        sheet = os.path.join(self.sheets, "frog.exp")
+        return [f"wave={self.sound}", "row=2", "cell=2,1,A ", "cell=3,2,hello, \"frog\" \N{LATIN SMALL LETTER U WITH DIAERESIS}",
+                "track=1,2,9", "hide", f"save={sheet}", "cell=5,1,Closed ", "track=0,3,255", "rate=24", "cell=9,1,M ",
+                "row=1", *PAINTER]
 
     def test_each_member_fails_in_each_way(self):
         self.case(steps=self.whole(), expected=None)
         names = self.host.names()
+        if EVERY_CALL:
+            self.each_call_fails(names)
         others = [dbus.UInt64(1), (), dbus.Array([1], signature="i"), (dbus.Int32(1), dbus.Int32(1))]
         for member in sorted(set(names)):
             faults = [("error", 1), ("error", names.count(member)), ("silence", 1), ("leave", 1)]
@@ -62,6 +78,17 @@ class Faults(Session):
                     # Past a guarded call the next one meets the same host, which has gone or was given up.
                     goes_on = guarded and how not in ("silence", "leave")
                     self.case(steps=self.whole(), expected=None if goes_on else words)
+
+    def each_call_fails(self, names):
+        """At each of its calls, each member, in each way that ends the session."""
+        for member in sorted(set(names)):
+            for nth in range(1, names.count(member) + 1):
+                for how in ("error", "leave", "silence"):
+                    with self.subTest(member=member, nth=nth, how=how):
+                        self.begin_anew()
+                        self.host.fail(member, nth, how)
+                        goes_on = (member, nth) in GUARDED and how == "error"
+                        self.case(steps=self.whole(), expected=None if goes_on else "The host's member ")
 
     def test_descriptors(self):
         def some(make):

@@ -1,11 +1,19 @@
 // The tool with a user made of words: each argument is one step of a session, done in an event of its own.
 // What the user would see goes to the standard output, a line each.
+#include <dlfcn.h>
+#include <signal.h>
+#include <unistd.h>
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <map>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -17,6 +25,8 @@
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/LongWork.h"
+#include "sheet/Form3.h"
+#include "timeline/velocity_values.h"
 
 namespace {
 
@@ -30,11 +40,59 @@ void Say(const std::string& line) {
   std::fflush(stdout);
 }
 
+/// What stands in the controls and the tracks, a line each.
+void SaySheet() {
+  Form1* const form = form1.IfLoaded();
+  if (form == nullptr) return;
+  Say("held rate " + form3.Hold().Text7.Text());
+  Say("held sound " + form->CommonDialog1.FileName);
+  for (int row = 1; row < form->Grid1.Rows(); ++row)
+    for (int column = 0; column < 3; ++column) Say("held cell " + form->Grid1.TextMatrix(row, column));
+  for (const look::vl_button* toggle :
+       {&form->vl_button18, &form->vl_button13, &form->vl_button14, &form->vl_button15, &form->vl_button16})
+    Say(std::string("held toggle ") + (toggle->value() ? "True" : "False"));
+  const auto& tracks = timeline::Tracks().VelocityValues;
+  for (int frame = 0; frame < tracks.Frames(); ++frame)
+    for (int channel = 0; channel < 4; ++channel)
+      Say("held value " + std::to_string(tracks.At(frame, channel)));
+}
+
+/// "2,1,A , b" as row, column and text.
+void PutCell(const std::string& words) {
+  std::istringstream in(words);
+  int row = 0, column = 0;
+  char comma = 0;
+  in >> row >> comma >> column >> comma;
+  std::string text;
+  std::getline(in, text);
+  form1->Grid1.SetRow(row);
+  form1->Grid1.SetCol(column);
+  form1->Grid1.SetText(text);
+}
+
+/// "1,2,9" as frame, channel and value.
+void PutTrackValue(const std::string& words) {
+  std::istringstream in(words);
+  int frame = 0, channel = 0, value = 0;
+  char comma = 0;
+  in >> frame >> comma >> channel >> comma >> value;
+  timeline::Tracks().VelocityValues.Set(frame, channel, static_cast<std::uint8_t>(value));
+}
+
+void AnswerNextFileWith(const std::string& path) {
+  platform::AnswerFileDialogsWith([path](const platform::FileQuestion&) { return path; });
+}
+
 /// Runs the routine again and again, an event each, until it says true.
 void Until(std::function<bool()> done, std::function<void()> then) {
   if (done()) return then();
   std::this_thread::sleep_for(std::chrono::milliseconds(2));
   platform::RunLater([done = std::move(done), then = std::move(then)] { Until(done, then); });
+}
+
+template <typename Routine>
+Routine* FaultRoutine(const char* name) {
+  return reinterpret_cast<Routine*>(dlsym(RTLD_DEFAULT, name));
 }
 
 const std::map<std::string, Step>& Steps() {
@@ -64,6 +122,38 @@ const std::map<std::string, Step>& Steps() {
          form1->Grid1.SetRow(std::stoi(row));
          Say("moved");
        }},
+      {"cell", PutCell},
+      {"track", PutTrackValue},
+      {"hide", [](const std::string&) { form1->vl_button14.SetValue(false); }},
+      {"typed-rate", [](const std::string& rate) { form3->Text7.SetText(rate); }},
+      {"open",
+       [](const std::string& path) {
+         AnswerNextFileWith(path);
+         form1->MenuOpen_Click();
+       }},
+      {"save",
+       [](const std::string& path) {
+         AnswerNextFileWith(path);
+         form1->MenuSave_Click();
+         Say("saved");
+       }},
+      {"held", [](const std::string&) { SaySheet(); }},
+      {"throw", [](const std::string& text) { throw std::runtime_error(text); }},
+      // Of a library that is loaded in front of the system's.
+      {"arm",
+       [](const std::string& words) {
+         const auto comma = words.find(',');
+         FaultRoutine<void(int, int)>("ArmFaults")(std::stoi(words), std::stoi(words.substr(comma + 1)));
+       }},
+      {"disarm",
+       [](const std::string&) { Say("calls " + std::to_string(FaultRoutine<int()>("DisarmFaults")())); }},
+      {"shell",
+       [](const std::string& command) { [[maybe_unused]] const int status = std::system(command.c_str()); }},
+      {"touch", [](const std::string& path) { std::ofstream(path).put('x'); }},
+      {"signal", [](const std::string& number) { kill(getpid(), std::stoi(number)); }},
+      {"wait", [](const std::string&) {}},
+      {"exit", [](const std::string&) { std::exit(7); }},
+      {"terminate", [](const std::string&) { std::terminate(); }},
       {"quit", [](const std::string&) { form1->QuitMouth_Click(); }},
   };
   return steps;
@@ -89,6 +179,7 @@ platform::Answer AnswerAndSay(const platform::Message& message) {
   if (message.text.starts_with("The host doesn't answer."))
     return std::filesystem::exists(silence_file) ? platform::Answer::No : platform::Answer::Yes;
   Say("message " + message.text);
+  if (message.text.ends_with("can't go on and ends.")) SaySheet();
   return message.buttons == platform::Buttons::YesNo ? platform::Answer::Yes : platform::Answer::Ok;
 }
 

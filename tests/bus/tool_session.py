@@ -20,6 +20,21 @@ from logging_host import LoggingHost
 DRIVER = sys.argv.pop(1)
 
 
+def sheet_file(seen):
+    """The file of the sheet that the driver has told last, as README has its lines."""
+    begins = max(i for i, line in enumerate(seen) if line.startswith("held rate"))
+    held = [line.split(" ", 2)[1:] for line in seen[begins:] if line.startswith("held ")]
+    of = lambda what: [text for name, text in held if name == what]
+    cells, values = of("cell"), of("value")
+    for i in range(0, len(cells), 3):
+        cells[i] = cells[i] or str(i // 3)
+    number = lambda n: f" {n} "
+    lines = ["ExposureSheet02", *of("rate"), *of("sound"), "Reserved", "Reserved", number(len(cells) // 3 + 1),
+             number(3), "Reserved", "Reserved", *cells, *["Reserved"] * 4, of("toggle")[0], "Velocity",
+             *of("toggle")[1:], number(len(values) // 4), *map(number, values)]
+    return "".join(line + "\r\n" for line in lines)
+
+
 class Session(unittest.TestCase):
     """A host and a folder with a sound, anew for each test."""
 
@@ -49,11 +64,24 @@ class Session(unittest.TestCase):
         self.end()
         self.begin(**host)
 
+    def rescued(self, folder=None):
+        """The files that sheets were rescued to: in the home, or in that folder."""
+        folder = folder or self.folder.name
+        return [os.path.join(folder, name) for name in sorted(os.listdir(folder)) if name.startswith("Rescued ")]
+
+    def check_rescued(self, seen, reported, folder=None):
+        """There is one rescued file, which is told and holds what the sheet held."""
+        files = self.rescued(folder)
+        self.assertEqual(len(files), 1, reported)
+        self.assertIn(files[0], reported)
+        with open(files[0], newline="") as file:
+            self.assertEqual(file.read(), sheet_file(seen))
+
     def run_tool(self, *steps):
         """Plays the steps with the tool; gives its status, what its user saw and what it reported."""
         environment = dict(os.environ, HOME=self.folder.name, QT_QPA_PLATFORM="offscreen", SDL_AUDIODRIVER="dummy")
-        tool = subprocess.Popen([DRIVER, *steps], env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                text=True)
+        self.tool = tool = subprocess.Popen([DRIVER, *steps], env=environment, stdout=subprocess.PIPE,
+                                            stderr=subprocess.PIPE, text=True)
         context = GLib.MainContext.default()
         end = time.monotonic() + 60
         while tool.poll() is None and time.monotonic() < end:

@@ -5,12 +5,16 @@
 #include <QMouseEvent>
 #include <QProgressBar>
 #include <QTableView>
+#include <QTimer>
+#include <cstdio>
+#include <stdexcept>
 
 #include "platform/Clock.h"
 #include "platform/Grid.h"
 #include "platform/HeldEvents.h"
 #include "platform/LongWork.h"
 #include "platform/PictureBox.h"
+#include "platform/UntimelyEnd.h"
 #include "platform/Widgets.h"
 #include "platform/Window.h"
 #include "support/UserInput.h"
@@ -145,6 +149,23 @@ TEST_F(LongWorkTest, RepeatsOfAKeyThatASlowMoveHasOvertakenAreDropped) {
   EXPECT_EQ(busy->grid.Row(), 6) << "what the user presses anew always counts";
   for (int i = 0; i < 2; ++i) press(true, 0);
   EXPECT_EQ(busy->grid.Row(), 8) << "of events without a time nothing is known";
+}
+
+TEST(ErrorReport, OnlyItsReaderEndsIt) {
+  const auto fail_at_the_start = [] {
+    AnswerMessagesWith([](const Message&) {
+      // The last thing that keeps the process goes while the report is read.
+      { const KeepAlive kept; }
+      QEventLoop reading;
+      QTimer::singleShot(100, [&] { reading.exit(7); });
+      std::fprintf(stderr, "read to the end: %d\n", reading.exec());
+      return Answer::Ok;
+    });
+    BeforeUntimelyEnd([] { return std::string("The sheet is safe."); });
+    RunEvent([] { throw std::runtime_error("no host"); });
+  };
+  EXPECT_EXIT(fail_at_the_start(), testing::ExitedWithCode(1),
+              "no host\n\nThe sheet is safe.\nread to the end: 7");
 }
 
 }  // namespace

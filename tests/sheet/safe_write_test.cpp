@@ -1,16 +1,26 @@
 #include "sheet/safe_write.h"
 
+#include <fcntl.h>
+#include <grp.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <random>
+#include <set>
+#include <tuple>
 
+#include "sheet/rescued_file.h"
 #include "sheet/whole_file.h"
 
 namespace sheet {
@@ -42,9 +52,45 @@ class SafeWrite : public testing::Test {
     return writer.CreateFailure().empty() ? writer.Finish(bytes) : "create: " + writer.CreateFailure();
   }
 
+  /// Root may do anything: what another user meets is tried as nobody, in a process of its own.
+  static bool AsNobody(const std::function<bool()>& holds, gid_t other_group = 65534) {
+    const pid_t child = fork();
+    if (child == 0)
+      _exit(
+          (geteuid() != 0 || (setgroups(1, &other_group) == 0 && setgid(65534) == 0 && setuid(65534) == 0)) &&
+          holds());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 1;
+  }
+  std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder_)) names.push_back(entry.path().filename());
+    std::ranges::sort(names);
+    return names;
+  }
+
   fs::path folder_;
   std::string sheet_;
 };
+
+constexpr const char* kAccessList = "system.posix_acl_access";
+
+/// Owner rw, a user of their own rw, owning group `group`, mask rw, others `others`.
+std::string AccessList(char group, char others) {
+  const auto entry = [](char tag, char rights, std::uint32_t who) {
+    return std::string{tag, 0, rights, 0} + std::string(reinterpret_cast<const char*>(&who), 4);
+  };
+  constexpr std::uint32_t nobody_named = 0xffffffff;
+  return std::string{2, 0, 0, 0} + entry(0x01, 6, nobody_named) + entry(0x02, 6, 4711) +
+         entry(0x04, group, nobody_named) + entry(0x10, 6, nobody_named) + entry(0x20, others, nobody_named);
+}
+
+std::string Attribute(const std::string& path, const char* name) {
+  char value[256];
+  const ssize_t size = getxattr(path.c_str(), name, value, sizeof value);
+  return size < 0 ? "none" : std::string(value, static_cast<std::size_t>(size));
+}
 
 TEST_F(SafeWrite, ReplacesAndKeepsTheMode) {
   Put(sheet_, "old and longer");
@@ -83,15 +129,105 @@ TEST_F(SafeWrite, ReadOnlyFilesAndFoldersKeepTheirFile) {
   for (const auto& [file_mode, folder_mode] : {std::pair{0444u, 0777u}, std::pair{0666u, 0555u}}) {
     chmod(sheet_.c_str(), file_mode);
     chmod(folder_.c_str(), folder_mode);
-    // Root may write anywhere: the saving is done by nobody, in a process of its own.
-    const pid_t child = fork();
-    if (child == 0)
-      _exit((geteuid() != 0 || setuid(65534) == 0) && Save(sheet_, "new") == "create: Permission denied");
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1);
+    EXPECT_TRUE(AsNobody([&] { return Save(sheet_, "new") == "create: Permission denied"; }));
   }
   EXPECT_EQ(Get(sheet_), "old");
+}
+
+TEST_F(SafeWrite, TheOwnerSavesWhatBelongsToTheFile) {
+  Put(sheet_, "old");
+  setxattr(sheet_.c_str(), "user.note", "keep me", 7, 0);
+  setxattr(sheet_.c_str(), kAccessList, AccessList(4, 0).data(), AccessList(4, 0).size(), 0);
+  if (geteuid() == 0) chown(sheet_.c_str(), 1234, 2345);
+  // A file system may have neither.
+  const std::string note = Attribute(sheet_, "user.note"), access_list = Attribute(sheet_, kAccessList);
+  struct stat before {};
+  struct stat after {};
+  stat(sheet_.c_str(), &before);
+  EXPECT_EQ(Save(sheet_, "new"), "");
+  stat(sheet_.c_str(), &after);
+  EXPECT_NE(before.st_ino, after.st_ino);
+  EXPECT_EQ(std::tuple(after.st_uid, after.st_gid, after.st_mode),
+            std::tuple(before.st_uid, before.st_gid, before.st_mode));
+  EXPECT_EQ(Attribute(sheet_, "user.note"), note);
+  EXPECT_EQ(Attribute(sheet_, kAccessList), access_list);
+}
+
+TEST_F(SafeWrite, TheRightsOfAGroupThatIsLostGoToNobodyElse) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs files of other users";
+  const struct {
+    mode_t mode;
+    gid_t group;  // 2345 is nobody's, 2346 is one of nobody's groups
+    mode_t mode_after;
+  } cases[] = {
+      {0664, 2345, 0644}, {0640, 2345, 0600}, {0646, 2345, 0646}, {0660, 2346, 0660}, {02664, 2345, 0644}};
+  chmod(folder_.c_str(), 0777);
+  for (const auto& c : cases) {
+    Put(sheet_, "old");
+    chown(sheet_.c_str(), 65534, c.group);
+    chmod(sheet_.c_str(), c.mode);
+    EXPECT_TRUE(AsNobody([&] { return Save(sheet_, "new").empty(); }, 2346));
+    struct stat after {};
+    stat(sheet_.c_str(), &after);
+    EXPECT_EQ(after.st_gid, c.group == 2346 ? 2346u : 65534u);
+    EXPECT_EQ(after.st_mode & 07777, c.mode_after) << std::oct << c.mode;
+  }
+  setxattr(sheet_.c_str(), kAccessList, AccessList(6, 4).data(), AccessList(6, 4).size(), 0);
+  chown(sheet_.c_str(), 65534, 2345);
+  EXPECT_TRUE(AsNobody([&] { return Save(sheet_, "new").empty(); }));
+  EXPECT_EQ(Attribute(sheet_, kAccessList), AccessList(4, 4));
+}
+
+TEST_F(SafeWrite, AFileInAFolderThatCantBeWrittenIsWrittenInPlace) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs a folder of another user";
+  Put(sheet_, "old and longer");
+  chmod(sheet_.c_str(), 0666);
+  const std::string aside = folder_ / "aside";
+  fs::create_directory(aside);
+  chmod(aside.c_str(), 0777);
+  struct stat before {};
+  struct stat after {};
+  stat(sheet_.c_str(), &before);
+  const auto save = [&](const std::string& bytes) {
+    SafeWriter writer(sheet_, {"/gone", aside});
+    const std::string failure = writer.CreateFailure() + writer.Finish(bytes);
+    return failure + (writer.CopyOfOldFile().empty() ? "" : "copy");
+  };
+  // A folder that only its owner may write, and one in which nobody may replace another one's file.
+  for (const mode_t mode : {0755u, 01777u}) {
+    chmod(folder_.c_str(), mode);
+    for (const char* text : {"new", "new and longer than before"}) {
+      EXPECT_TRUE(AsNobody([&] { return save(text).empty(); })) << std::oct << mode;
+      EXPECT_EQ(Get(sheet_), text);
+      EXPECT_TRUE(fs::is_empty(aside));
+    }
+    stat(sheet_.c_str(), &after);
+    EXPECT_EQ(before.st_ino, after.st_ino);
+    // No room, which shows before anything is touched.
+    EXPECT_TRUE(AsNobody([&] {
+      signal(SIGXFSZ, SIG_IGN);
+      const rlimit small{50, 50};
+      setrlimit(RLIMIT_FSIZE, &small);
+      return save(std::string(100, 'x')) == "File too large";
+    }));
+    EXPECT_EQ(Get(sheet_), "new and longer than before");
+    EXPECT_TRUE(fs::is_empty(aside));
+  }
+  // Without a copy nothing is touched.
+  chmod(aside.c_str(), 0555);
+  EXPECT_TRUE(AsNobody(
+      [&] { return save("new") == "no copy of the old file could be put aside: Permission denied"; }));
+  EXPECT_EQ(Get(sheet_), "new and longer than before");
+}
+
+TEST_F(SafeWrite, WhatKilledSavesHaveLeftGoesWithTheNextOne) {
+  for (const char* name : {".saving-4711-0", ".saving-4712-0", ".saving-mine", "saving-1-0"})
+    Put(folder_ / name, "");
+  const int held = open((folder_ / ".saving-4712-0").c_str(), O_RDONLY);
+  flock(held, LOCK_EX);
+  EXPECT_EQ(Save(sheet_, "new"), "");
+  EXPECT_EQ(Names(), (std::vector<std::string>{".saving-4712-0", ".saving-mine", "saving-1-0", "sheet.exp"}));
+  close(held);
 }
 
 TEST_F(SafeWrite, AKilledProcessLeavesTheOldFileOrTheNew) {
@@ -108,12 +244,35 @@ TEST_F(SafeWrite, AKilledProcessLeavesTheOldFileOrTheNew) {
     waitpid(child, nullptr, 0);
     const std::string left = Get(sheet_);
     ASSERT_TRUE(left == versions[0] || left == versions[1]) << "torn: " << left.size() << " bytes";
+    // The last step may still be under way, out of reach of the kill.
+    for (int i = 0; i < 1000 && Names().size() > 1; ++i) usleep(1000);
+    ASSERT_EQ(Names().size(), 1U) << Names()[0];
     ++seen[left == versions[1]];
     // A busy machine needs longer for its first save.
     if (seen[1] == 0) longest_microseconds += 15'000;
   }
   EXPECT_GT(seen[0], 0);
   EXPECT_GT(seen[1], 0) << "no save came through before its process was killed";
+}
+
+TEST_F(SafeWrite, RescuedFilesNeverMeetAndGoToTheFirstFolderThatTakesThem) {
+  Put(sheet_, "own");
+  chmod(sheet_.c_str(), 0640);
+  const std::string full = "/dev/full", here = folder_;
+  std::set<std::string> paths;
+  for (int i = 0; i < 5; ++i) {
+    const RescuedFile file = WriteRescuedFile({"/gone", full, here}, "frog", sheet_, std::to_string(i));
+    EXPECT_EQ(Get(file.path), std::to_string(i));
+    EXPECT_EQ(fs::status(file.path).permissions(), fs::perms(0640));
+    EXPECT_EQ(file.failures,
+              "It could not be written into /gone: No such file or directory.\n"
+              "It could not be written into /dev/full: Not a directory.");
+    paths.insert(file.path);
+  }
+  EXPECT_EQ(paths.size(), 5U);
+  EXPECT_EQ(WriteRescuedFile({"/gone"}, "frog", "", "").path, "");
+  const RescuedFile longest = WriteRescuedFile({here}, std::string(250, 'x') + "\xc3\xa4", "", "new");
+  EXPECT_EQ(Get(longest.path), "new") << longest.failures;
 }
 
 TEST_F(SafeWrite, TheWaveFileIsFoundBesideTheSheet) {

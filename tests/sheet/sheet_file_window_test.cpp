@@ -228,6 +228,37 @@ TEST_F(SheetFile, ASoundsNameComesBackByteForByte) {
   EXPECT_EQ(desk.messages.shown.size(), 1U);
 }
 
+TEST_F(SheetFile, ARescuedSheetIsAnOrdinaryOne) {
+  const std::string wave = ThreeSeconds();
+  Open(Joined(SmallSheet(wave)));
+  // In the middle of a rebuild: a longer sheet, whose new rows have no numbers yet; a rate that was typed
+  // only.
+  form.Grid1.SetRows(6);
+  form.Grid1.SetRow(5);
+  form.Grid1.SetText("half-way");
+  form.Grid1.SetRow(1);
+  form3->Text7.SetText("1");
+  desk.host->Take();
+  const std::string words = form.RescueSheet(), folder = support::ScratchFolder() + "/";
+  EXPECT_THAT(desk.host->Take(), IsEmpty());
+  EXPECT_EQ(form.Grid1.Row(), 1);
+  ASSERT_THAT(words, testing::MatchesRegex(".*" + folder + "Rescued sheet [-0-9]+ [.0-9]+\\.exp\\."));
+  const std::string path = words.substr(words.find(folder), words.size() - words.find(folder) - 1);
+  auto lines = SmallSheet(wave);
+  lines[1] = "1", lines[5] = " 6 ", lines[10] = "A", lines[28] = " 6 ";
+  const Fields new_rows = Split("3|||4||half-way");
+  lines.insert(lines.begin() + 18, new_rows.begin(), new_rows.end());
+  lines.resize(lines.size() + 16, " 32 ");
+  EXPECT_EQ(support::ReadWhole(path), Joined(lines));
+
+  lines[1] = "2";
+  support::WriteScratch("rescued.exp", Joined(lines));
+  desk.files.paths = {folder + "rescued.exp"};
+  form.MenuOpen_Click();
+  EXPECT_EQ(Saved("again.exp"), Joined(lines));
+  EXPECT_THAT(form.RescueSheet(), HasSubstr("is saved in " + folder + "again.exp"));
+}
+
 TEST_F(SheetFile, HostileFilesAreToldAndTheWindowLivesOn) {
   const Fields good = SmallSheet(ThreeSeconds());
   const struct {

@@ -1,4 +1,4 @@
-// Saving the sheet to a file and opening it again.
+// Opening a sheet from its file.
 #include <algorithm>
 #include <filesystem>
 #include <utility>
@@ -8,56 +8,12 @@
 #include "platform/LongWork.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
-#include "sheet/safe_write.h"
 #include "sheet/sheet_file.h"
 #include "sheet/text_encoding.h"
 #include "sheet/whole_file.h"
 #include "timeline/velocity_values.h"
 
 namespace {
-
-std::array<look::vl_button*, sheet::kTrackChannels> VisibilityButtons(Form1& form) {
-  return {&form.vl_button13, &form.vl_button14, &form.vl_button15, &form.vl_button16};
-}
-
-/// Moves through the whole sheet as a user would, which fills SheetCells, repaints and leads the host along.
-std::vector<std::array<std::string, sheet::kSheetColumns>> CellsByMovingThrough(platform::Grid& grid) {
-  platform::LongWork work(&grid);
-  std::vector<std::array<std::string, sheet::kSheetColumns>> rows(static_cast<std::size_t>(grid.Rows()) - 1);
-  for (std::size_t row = 0; row < rows.size(); ++row) {
-    work.Report(static_cast<int>(row), grid.Rows());
-    for (std::size_t column = 0; column < rows[row].size(); ++column) {
-      grid.SetRow(static_cast<int>(row) + 1);
-      grid.SetCol(static_cast<int>(column));
-      rows[row][column] = grid.Text();
-    }
-  }
-  return rows;
-}
-
-/// As many frames as the rate and the sound give at this moment, but none beyond the tracks that there are.
-std::vector<std::array<std::uint8_t, sheet::kTrackChannels>> TrackValues() {
-  const timeline::VelocityTable& tracks = timeline::Tracks().VelocityValues;
-  const std::int32_t frames = std::min(sheet::TrackFramesNow(), tracks.Frames());
-  std::vector<std::array<std::uint8_t, sheet::kTrackChannels>> values(static_cast<std::size_t>(frames));
-  for (std::int32_t frame = 0; frame < frames; ++frame) {
-    for (int channel = 0; channel < sheet::kTrackChannels; ++channel) {
-      values[static_cast<std::size_t>(frame)][static_cast<std::size_t>(channel)] = tracks.At(frame, channel);
-    }
-  }
-  return values;
-}
-
-sheet::SheetFileContent ContentOf(Form1& form) {
-  sheet::SheetFileContent content;
-  content.frame_rate_text = form3->Text7.Text();
-  content.wave_file_name = form.CommonDialog1.FileName;
-  content.rows = CellsByMovingThrough(form.Grid1);
-  content.lock = form.vl_button18.value();
-  std::ranges::transform(VisibilityButtons(form), content.track_visible.begin(), &look::vl_button::value);
-  content.track_values = TrackValues();
-  return content;
-}
 
 /// The live sheet, to which a file's fields are applied as they are read.
 class LiveSheet : public sheet::SheetTarget {
@@ -108,7 +64,7 @@ class LiveSheet : public sheet::SheetTarget {
   void SetLock(bool on) override { form_.vl_button18.SetValue(on); }
 
   void SetTrackVisible(int channel, bool visible) override {
-    VisibilityButtons(form_)[static_cast<std::size_t>(channel)]->SetValue(visible);
+    form_.VisibilityButtons()[static_cast<std::size_t>(channel)]->SetValue(visible);
   }
 
   std::int32_t ResetTracks() override {
@@ -139,46 +95,7 @@ class LiveSheet : public sheet::SheetTarget {
   std::int32_t rows_of_sound_ = 1;
 };
 
-/// Whether the file may hold only as many frames of the tracks as the rate gives now. Without a sound there
-/// are none to speak of: what the table holds then is left from a sheet before.
-bool MayLeaveOutTrackFrames() {
-  const std::int32_t held = timeline::Tracks().VelocityValues.Frames();
-  const std::int32_t written = std::min(sheet::TrackFramesNow(), held);
-  if (written == held || sheet::CalcTime().value_or(0) == 0) return true;
-  return platform::MsgBox(
-             "At the frame rate that stands in \"Set FPS...\", " + platform::NumberText(sheet::FrameRate()) +
-                 ", the file has room for " + std::to_string(written) + " frames of the velocity tracks. " +
-                 std::to_string(held - written) + " of the sheet's " + std::to_string(held) +
-                 " would be left out.\n\nSave the sheet without them? To keep them, cancel and type the rate "
-                 "that the sheet was made for.",
-             platform::Buttons::OkCancel, platform::Icon::Warning) == platform::Answer::Ok;
-}
-
 }  // namespace
-
-void Form1::MenuSave_Click() {
-  const std::string sound = sheet::DecodedText(std::filesystem::path(CommonDialog1.FileName).stem().string());
-  const std::string last_name = CommonDialog2.FileName;
-  if (!CommonDialog2.ShowSave(sheet_has_file_ || sound.empty() ? "" : sound + ".exp")) return;
-  if (!MayLeaveOutTrackFrames()) {
-    CommonDialog2.FileName = last_name;
-    return;
-  }
-  sheet::SafeWriter writer(CommonDialog2.FileName);
-  if (!writer.CreateFailure().empty()) {
-    platform::MsgBox("Can't open file");
-    return;
-  }
-  std::string failure;
-  {
-    const platform::RefreshPause whole_sheet_moves;
-    failure = writer.Finish(sheet::SheetFileText(ContentOf(*this)));
-  }
-  sheet_has_file_ = failure.empty();
-  if (failure.empty()) return;
-  platform::MsgBox("The sheet could not be saved to " + CommonDialog2.FileName + ": " + failure +
-                   ".\nThe file is as it was before.");
-}
 
 void Form1::MenuOpen_Click() {
   const std::string last_name = CommonDialog2.FileName;
@@ -205,6 +122,6 @@ void Form1::OpenSheet(const std::string& path) {
     LiveSheet live_sheet(*this, path, std::string(sheet::SoundNameIn(*file.bytes)));
     report = sheet::ApplySheet(text, live_sheet);
   }
-  sheet_has_file_ = true;
+  sheet_file_ = path;
   if (!report.empty()) platform::MsgBox("The sheet could be read only in part.\n" + report);
 }

@@ -72,6 +72,17 @@ inline void Beside(benchmark::State& state, const Row& row, const std::function<
   state.counters["noise"] = 50 * (Quantile(ratios, 0.75) - Quantile(ratios, 0.25)) / Median(ratios);
 }
 
+/// A row of memory, in megabytes of 1,024 squared bytes, beside what it may be.
+inline void TellMegabytes(benchmark::State& state, const Row& row, double ours, double allowed) {
+  state.SetLabel("beside|" + row.operation + "|" + row.peer);
+  state.counters["ours"] = ours;
+  state.counters["theirs"] = allowed;
+  state.counters["ratio"] = ours / allowed;
+  state.counters["goal"] = row.goal.ratio;
+  state.counters["times_faster"] = state.counters["noise"] = 0;
+  state.counters["megabytes"] = 1;
+}
+
 /// One point of work that grows: the median of the runs, after one that isn't counted, at a size.
 inline void Grows(benchmark::State& state, const std::string& operation, const std::string& unit, double size,
                   int runs, const std::function<double()>& work) {

@@ -1,9 +1,10 @@
 #include "painter/wiggle_kernel.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstring>
+
+#include "painter/wiggle_runs.h"
 
 #define PAINTER_INLINE inline __attribute__((always_inline))
 
@@ -105,33 +106,6 @@ PAINTER_INLINE bool Displace(const ColumnTable& table, const CellSpan& span, con
   return DisplaceBy<kFused>(WholeShift(bounds), table, span, doubt, shifts);
 }
 
-/// Bit i says whether the run breaks at pixel first + i: its source is not the neighbour of the one before.
-PAINTER_INLINE std::uint64_t BreaksFrom(const std::int32_t* shifts, std::int32_t first) {
-  std::uint8_t breaks[64];
-  const std::int32_t* here = shifts + first;
-  for (int i = 0; i < 64; ++i) breaks[i] = here[i] != here[i - 1];
-  std::uint64_t bits = 0;
-  for (int i = 0; i < 8; ++i) {
-    std::uint64_t bytes;
-    std::memcpy(&bytes, breaks + static_cast<std::ptrdiff_t>(i) * 8, 8);
-    bits |= (bytes * 0x0102040810204080u >> 56) << (i * 8);
-  }
-  return bits;
-}
-
-/// Lists the first pixel of each run, then the end of the row. Returns the count of runs.
-PAINTER_INLINE std::int32_t FindRuns(const std::int32_t* shifts, std::int32_t width, std::int32_t* starts) {
-  starts[0] = 0;
-  std::int32_t count = 1, x = 1;
-  for (; x + 64 <= width; x += 64)
-    for (std::uint64_t bits = BreaksFrom(shifts, x); bits != 0; bits &= bits - 1)
-      starts[count++] = x + std::countr_zero(bits);
-  for (; x < width; ++x)
-    if (shifts[x] != shifts[x - 1]) starts[count++] = x;
-  starts[count] = width;
-  return count;
-}
-
 PAINTER_INLINE void CopyRun(const ConstPlanes& source, const Planes& row, std::int32_t from, std::int32_t x,
                             std::size_t length) {
   std::memcpy(row.red + x, source.red + from, length);
@@ -145,9 +119,8 @@ PAINTER_INLINE void FetchAhead(const ConstPlanes& source, std::size_t place) {
   __builtin_prefetch(source.blue + place);
 }
 
-PAINTER_INLINE void Gather(const std::int32_t* shifts, std::int32_t width, const ConstPlanes& source,
-                           const Planes& row, std::int32_t* starts) {
-  const std::int32_t count = FindRuns(shifts, width, starts);
+PAINTER_INLINE void CopyRuns(const std::int32_t* shifts, std::int32_t width, const ConstPlanes& source,
+                             const Planes& row, const std::int32_t* starts, std::int32_t count) {
   const std::size_t ahead = source.shape.Columns() * kRowsFetchedAhead, last = source.shape.Samples() - 1;
   for (std::int32_t run = 0; run < count; ++run) {
     const std::int32_t shift = shifts[starts[run]], end = starts[run + 1];
@@ -169,15 +142,15 @@ PAINTER_INLINE void Gather(const std::int32_t* shifts, std::int32_t width, const
   }                                                                                                   \
   target void Gather##name(const std::int32_t* shifts, std::int32_t width, const ConstPlanes& source, \
                            const Planes& row, std::int32_t* starts) {                                 \
-    Gather(shifts, width, source, row, starts);                                                       \
+    CopyRuns(shifts, width, source, row, starts, FindRuns##name(shifts, width, starts));              \
   }                                                                                                   \
   constexpr WiggleKernel k##name{Displace##name, Gather##name};
 // NOLINTEND(bugprone-macro-parentheses)
 
 PAINTER_KERNEL(Plain, false, )
 #if defined(__x86_64__)
-PAINTER_KERNEL(Avx2, true, __attribute__((target("avx2,fma,bmi,bmi2"))))
-PAINTER_KERNEL(Avx512, true, __attribute__((target("avx512f,avx512bw,avx512dq,avx512vl,avx2,fma,bmi,bmi2"))))
+PAINTER_KERNEL(Avx2, true, PAINTER_FOR_AVX2)
+PAINTER_KERNEL(Avx512, true, PAINTER_FOR_AVX512)
 #endif
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMenuBar>
 #include <QProgressBar>
 #include <QScreen>
 #include <QSlider>
@@ -117,7 +118,8 @@ QWidget* StandInWindow::MakeStatusRow() {
 }
 
 void StandInWindow::PutInCorner() {
-  resize(sizeHint());
+  // All menus show, however long their names are in the user's language.
+  resize(sizeHint().expandedTo({menuBar()->sizeHint().width(), 0}));
   const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
   const int frame_allowance = 32;
   move(std::max(room.left(), room.right() - width() - 24),

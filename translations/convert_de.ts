@@ -156,6 +156,22 @@ Der Rückgabewert ist 0, wenn alles gelang, 1, wenn eine Datei nicht gelesen ode
         <translation>%1 Einträge hinter dem Ende des Sheets bei Bild %2 fehlen</translation>
     </message>
     <message>
+        <source>line %1: a quotation mark opens a cell and none closes it</source>
+        <translation>Zeile %1: ein Anführungszeichen öffnet eine Zelle, und keines schließt sie</translation>
+    </message>
+    <message>
+        <source>the sound breaks off: of its %1 samples %2 can be read</source>
+        <translation>der Ton bricht ab: von seinen %1 Samples sind %2 lesbar</translation>
+    </message>
+    <message>
+        <source>the sound to lay it along is empty</source>
+        <translation>der Ton, an den er gelegt werden soll, ist leer</translation>
+    </message>
+    <message>
+        <source>words in the language %1 can&apos;t be spelled: the library of espeak-ng isn&apos;t there, or has no voice of that name</source>
+        <translation>Wörter der Sprache %1 können nicht in Laute zerlegt werden: die Bibliothek von espeak-ng fehlt oder hat keine Stimme dieses Namens</translation>
+    </message>
+    <message>
         <source>a frame rate must not be negative</source>
         <translation>eine Bildrate darf nicht negativ sein</translation>
     </message>
@@ -418,10 +434,6 @@ Der Rückgabewert ist 0, wenn alles gelang, 1, wenn eine Datei nicht gelesen ode
     <message>
         <source>the sound is too long: %1 samples, where a wave file of this form holds %2</source>
         <translation>der Ton ist zu lang: %1 Abtastwerte, wo eine Wave-Datei dieser Form %2 fasst</translation>
-    </message>
-    <message>
-        <source>the sound has become shorter while it was read</source>
-        <translation>der Ton ist kürzer geworden, während er gelesen wurde</translation>
     </message>
     <message>
         <source>%1 channels are mixed to one</source>

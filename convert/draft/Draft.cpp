@@ -118,10 +118,18 @@ std::vector<MouthSpan> MouthsOf(const std::vector<LaidWord>& words, double secon
 Reading DraftOf(std::string_view text, SoundFile& sound, const Spelling& spelling, const Context& context) {
   const Phrases parsed = ParsePhrases(text);
   if (!parsed.failure.Empty()) return {std::nullopt, parsed.failure, {}};
+  const double seconds = context.sound_seconds.value_or(0);
+  if (seconds <= 0) return Refused(QT_TRANSLATE_NOOP("convert", "the sound to lay it along is empty"));
   std::unique_ptr<Synthesizer> synthesizer;
   if (spelling.synthesizer) synthesizer = Synthesizer::Find(spelling.language);
   Messages notes{{QT_TRANSLATE_NOOP("convert", "this is a draft: go through it by ear"), {}}};
-  if (!synthesizer) {
+  if (!synthesizer && !spelling.language.starts_with("en")) {
+    return Refused(QT_TRANSLATE_NOOP("convert",
+                                     "words in the language %1 can't be spelled: the library of espeak-ng "
+                                     "isn't there, or has no voice of that name"),
+                   {Quoted(spelling.language)});
+  }
+  if (!synthesizer && spelling.synthesizer) {
     notes.push_back({QT_TRANSLATE_NOOP("convert",
                                        "the words are spelled by rules for English; with the library of "
                                        "espeak-ng the draft is closer and other languages are possible"),
@@ -133,7 +141,6 @@ Reading DraftOf(std::string_view text, SoundFile& sound, const Spelling& spellin
   Reading reading = SheetOf({}, context);
   if (!reading.sheet) return reading;
   const std::int64_t frames = FramesOf(*reading.sheet);
-  const double seconds = context.sound_seconds.value_or(0);
   const auto mouths = MouthsOfFrames(MouthsOf(words, seconds), frames, seconds);
   for (std::size_t frame = 0; frame < mouths.size(); ++frame) {
     if (!mouths[frame].empty())

@@ -30,6 +30,9 @@ class TableReader {
   /// The line on which the row begins.
   std::int64_t Line() const { return row_line_; }
 
+  /// The line of an opening quote that has no closing one; 0 if all are closed.
+  std::int64_t UnclosedLine() const { return unclosed_line_; }
+
   std::optional<std::vector<std::string>> NextRow() {
     if (position_ >= text_.size()) return std::nullopt;
     row_line_ = line_;
@@ -56,6 +59,7 @@ class TableReader {
  private:
   /// From the opening quote to behind the closing one, or to the end of the file.
   void ReadQuoted(std::string& cell) {
+    const std::int64_t opened = line_;
     for (++position_; position_ < text_.size(); ++position_) {
       const char c = text_[position_];
       if (c == '\n') ++line_;
@@ -66,12 +70,13 @@ class TableReader {
       if (c == '"') ++position_;
       cell += c;
     }
+    unclosed_line_ = opened;
   }
 
   std::string_view text_;
   char separator_ = ',';
   std::size_t position_ = 0;
-  std::int64_t line_ = 1, row_line_ = 1;
+  std::int64_t line_ = 1, row_line_ = 1, unclosed_line_ = 0;
 };
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
@@ -140,6 +145,11 @@ Reading ReadCsv(std::string_view text, const Context& context) {
   Places places = InOrder();
   bool first_row = true;
   while (const auto row = table.NextRow()) {
+    if (table.UnclosedLine() > 0) {
+      return Refused(
+          QT_TRANSLATE_NOOP("convert", "line %1: a quotation mark opens a cell and none closes it"),
+          {std::to_string(table.UnclosedLine())});
+    }
     const bool empty =
         std::all_of(row->begin(), row->end(), [](const auto& c) { return Trimmed(c).empty(); });
     if (empty) continue;

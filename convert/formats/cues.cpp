@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 
 #include "convert/formats/formats.h"
 #include "convert/lines.h"
@@ -26,6 +27,13 @@ std::string SecondsText(double seconds, int decimals) {
   return std::string(buffer, end);
 }
 
+/// For messages: a number out of all bounds stays short.
+std::string ShortNumber(double number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g", number);
+  return text;
+}
+
 bool EndsSound(const Cue& cue) { return cue.letter == kRestLetter || cue.letter == "A"; }
 
 }  // namespace
@@ -34,7 +42,7 @@ std::optional<Message> FaultOf(const Cue& cue, const Context& context) {
   const double last = cue.start_seconds * context.Rate();
   if (cue.start_seconds >= 0 && last <= static_cast<double>(kMostFrames)) return std::nullopt;
   return Message{QT_TRANSLATE_NOOP("convert", "%1: a start of %2 seconds can't be used"),
-                 {cue.place, SecondsText(cue.start_seconds, 2)}};
+                 {cue.place, ShortNumber(cue.start_seconds)}};
 }
 
 Reading SheetOfCues(const std::vector<Cue>& cues, std::optional<double> duration_seconds,

@@ -31,6 +31,11 @@ std::string Decibels(double gain) {
   return text;
 }
 
+Message BreaksOff(std::int64_t samples, std::int64_t readable) {
+  return {QT_TRANSLATE_NOOP("convert", "the sound breaks off: of its %1 samples %2 can be read"),
+          {std::to_string(samples), std::to_string(readable)}};
+}
+
 /// Where the samples of a wave file go: straight out, or aside until all of them are there.
 class WaveSink {
  public:
@@ -76,6 +81,12 @@ SoundFile::Opened SoundFile::Open(const std::string& name) {
 int SoundFile::Channels() const { return state_->info.channels; }
 
 std::int32_t SoundFile::SamplesPerSecond() const { return state_->info.samplerate; }
+
+std::optional<std::int64_t> SoundFile::FramesTold() const {
+  // The library's greatest number stands for a length that only reading shows.
+  if (state_->info.frames == SF_COUNT_MAX) return std::nullopt;
+  return state_->info.frames;
+}
 
 bool SoundFile::IsPlainWave() const {
   const int kind = state_->info.format & SF_FORMAT_TYPEMASK, depth = state_->info.format & SF_FORMAT_SUBMASK;
@@ -127,6 +138,8 @@ Message WriteWave(SoundFile& sound, const std::string& output, Messages& notes) 
                               "%2"),
             {std::to_string(scan.frames), std::to_string(kMostWaveFrames)}};
   }
+  const std::int64_t told = sound.FramesTold().value_or(scan.frames);
+  if (scan.frames == 0 && told > 0) return BreaksOff(told, 0);
   SampleRounder rounder(!sound.FitsSixteenBits(), scan.peak);
   WaveSink sink(output);
   bool written = sink.Take(WaveHead(scan.frames, sound.SamplesPerSecond()));
@@ -144,9 +157,11 @@ Message WriteWave(SoundFile& sound, const std::string& output, Messages& notes) 
     return written;
   });
   if (!written) return {"%1", {std::strerror(errno)}};
-  if (left > 0) return {QT_TRANSLATE_NOOP("convert", "the sound has become shorter while it was read"), {}};
+  // What is damaged, or shrinks meanwhile, needn't give twice what it gave once.
+  if (left > 0) return BreaksOff(std::max(told, scan.frames), scan.frames - left);
   const std::string failure = sink.Finish();
   if (!failure.empty()) return {"%1", {failure}};
+  if (scan.frames < told) notes.push_back(BreaksOff(told, scan.frames));
   if (sound.Channels() > 1) {
     notes.push_back(
         {QT_TRANSLATE_NOOP("convert", "%1 channels are mixed to one"), {std::to_string(sound.Channels())}});

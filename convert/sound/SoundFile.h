@@ -23,6 +23,8 @@ class SoundFile {
 
   int Channels() const;
   std::int32_t SamplesPerSecond() const;
+  /// The samples of each channel that the file says it has; none where it doesn't say.
+  std::optional<std::int64_t> FramesTold() const;
   /// Whether the tool itself can open it: a wave file of 8 or 16 bits and one or two channels.
   bool IsPlainWave() const;
   /// Whether 16 bits of one channel hold every sample exactly.

@@ -193,8 +193,8 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
       {convert::ReadSwitchData, "MohoSwitch1\n99999999999999999999 AI\n", "line 2: expected a frame"},
       {convert::ReadSwitchData, "MohoSwitch1\n9999999 AI\n", "at most 1000000 are believed"},
       {convert::ReadCueTable, "0.0\tA\n0,5\tB\n", "line 2: expected seconds"},
-      {convert::ReadCueTable, "-1\tA\n", "line 1: a start of -1.00 seconds"},
-      {convert::ReadCueTable, "1e300\tA\n", "line 1: a start of"},
+      {convert::ReadCueTable, "-1\tA\n", "line 1: a start of -1 seconds"},
+      {convert::ReadCueTable, "1e300\tA\n", "line 1: a start of 1e+300 seconds"},
       {convert::ReadCueTable, "nan\tA\n", "line 1: expected seconds"},
       {convert::ReadCueJson, "{\n\"mouthCues\":[\n{]}", "line 3: "},
       {convert::ReadCueJson, "[]", "expected a JSON object"},
@@ -216,6 +216,7 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
       {convert::ReadCsv, "Frame,Shape\n0,A\nx,B\n", "line 3, column Frame: expected"},
       {convert::ReadCsv, "Frame,Comment,Red\n0,\"a\nb\",32\n1,,256\n", "line 4, column Red: expected"},
       {convert::ReadCsv, "9999999,A\n", "line 1, column Frame"},
+      {convert::ReadCsv, "0,A\n1,\"B\n2,C\n", "line 2: a quotation mark opens a cell"},
       {sheet, "ExposureSheet02\r\n24\r\n", "Line 3: expected the wave file's name"},
   };
   for (const Fault& fault : faults) {

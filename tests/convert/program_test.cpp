@@ -103,6 +103,19 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
   EXPECT_THAT(out_, HasSubstr("exposure-sheet-convert 2."));
 }
 
+TEST_F(ConvertProgram, RefusesADraftThatNothingCanBeMadeOf) {
+  ASSERT_EQ(Run("cp $S/frogs.wav . && head -c 44 frogs.wav >empty.wav && echo frogs >words.txt"), 0);
+  for (const auto& [options, said] : std::initializer_list<std::pair<std::string, const char*>>{
+           {"--sound empty.wav", "the sound to lay it along is empty"},
+           {"--sound frogs.wav --language xx", "words in the language \"xx\" can't be spelled"},
+           {"--sound frogs.wav --language de --rules", "words in the language \"de\" can't be spelled"}}) {
+    EXPECT_EQ(Run("$C --rate 24 " + options + " words.txt draft.exp; r=$?; test ! -e draft.exp && exit $r"),
+              1)
+        << options;
+    EXPECT_THAT(err_, HasSubstr(said)) << options;
+  }
+}
+
 TEST_F(ConvertProgram, TakesTheLengthOfASoundAndATableOfNames) {
   ASSERT_EQ(Run("cp $S/frogs.wav . && printf 'MohoSwitch1\\n1 gape\\n5 shut\\n' >a.dat && "
                 "printf 'A | gape | D\\nClosed | shut | X\\n' >names && "

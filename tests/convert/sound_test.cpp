@@ -19,11 +19,11 @@ using convert::SoundFile;
 
 constexpr int kFrames = 48'000;
 
-/// Makes a sound file of values by frame and channel, and what comes out of the converter, as the tool reads
-/// it.
+/// Makes a sound file of values by frame and channel, which may be cut short, and what comes out of the
+/// converter, as the tool reads it.
 class Converted {
  public:
-  Converted(int format, int channels, const std::function<double(int, int)>& value)
+  Converted(int format, int channels, const std::function<double(int, int)>& value, int most_bytes = 0)
       : folder_(std::filesystem::path(testing::TempDir()) / ("convert-sound-" + std::to_string(getpid()))) {
     std::filesystem::create_directories(folder_);
     const std::string source = folder_ / "source", made = folder_ / "made.wav";
@@ -41,9 +41,13 @@ class Converted {
       sf_writef_double(file, samples.data(), 1);
     }
     sf_close(file);
+    if (most_bytes > 0) std::filesystem::resize_file(source, static_cast<std::uintmax_t>(most_bytes));
     auto opened = SoundFile::Open(source);
     EXPECT_TRUE(opened.sound) << opened.reason;
-    EXPECT_EQ(InEnglish(convert::WriteWave(*opened.sound, made, notes)), "");
+    failure = InEnglish(convert::WriteWave(*opened.sound, made, notes));
+    exists = std::filesystem::exists(made);
+    if (most_bytes > 0) return;
+    EXPECT_EQ(failure, "");
     sound = *audio::ReadWaveFile(made, {}).sound;
   }
   ~Converted() { std::filesystem::remove_all(folder_); }
@@ -51,6 +55,8 @@ class Converted {
   double At(int frame) const { return sound.Samples16.At(frame) / 32768.0; }
 
   Messages notes;
+  std::string failure;
+  bool exists = false;
   audio::SampleStore sound;
 
  private:
@@ -98,6 +104,13 @@ TEST(SoundOut, WhatIsTooLoudGetsQuieterAsAWhole) {
   EXPECT_GT(loudest, 0.9998);
   ASSERT_EQ(made.notes.size(), 1u);
   EXPECT_THAT(InEnglish(made.notes[0]), testing::HasSubstr("quieter by 6.02 dB"));
+}
+
+TEST(SoundOut, TellsThatASoundBreaksOff) {
+  const Converted made(
+      SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 1, [](int frame, int) { return Sine(frame); }, 20'000);
+  EXPECT_THAT(made.failure, testing::HasSubstr("breaks off: of its 48000 samples"));
+  EXPECT_FALSE(made.exists);
 }
 
 TEST(SoundOut, SamplesThatAreNoNumbersAreSilence) {

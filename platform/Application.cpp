@@ -166,9 +166,6 @@ bool StartProgram(const std::string& name) {
   return !path.isEmpty() && QProcess::startDetached(path, {}, QDir::currentPath());
 }
 
-char DecimalSign() {
-  const QString sign = QLocale::system().decimalPoint();
-  return sign == "," ? ',' : '.';
-}
+std::string DecimalSign() { return QLocale::system().decimalPoint().toStdString(); }
 
 }  // namespace platform

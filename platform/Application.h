@@ -85,7 +85,7 @@ void ChangeDirectory(const std::string& folder);
 /// that order, and leaves it to itself. False if it can't be started.
 bool StartProgram(const std::string& name);
 
-/// The decimal sign of the machine's locale.
-char DecimalSign();
+/// The decimal sign of the machine's locale, whatever it is: a comma, a point, U+066B in some languages.
+std::string DecimalSign();
 
 }  // namespace platform

@@ -21,23 +21,23 @@ Integer Within(double value) {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// The part of the text that is the number at its start; empty if there is none.
-std::string_view NumberPart(std::string_view text) {
-  const auto start = text.find_first_not_of(" \t\r\n");
-  if (start == std::string_view::npos) return {};
-  text.remove_prefix(start);
-  std::size_t end = !text.empty() && (text[0] == '-' || text[0] == '+') ? 1 : 0;
-  bool digits = false;
-  for (bool point = false; end < text.size(); ++end) {
-    if (IsDigit(text[end])) {
-      digits = true;
-    } else if (text[end] == '.' && !point) {
-      point = true;
-    } else {
-      break;
-    }
+bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+/// The number at the start of the text, without the blanks that stand before and within it; empty if there
+/// is none.
+std::string NumberPart(std::string_view text) {
+  std::string number;
+  bool digits = false, point = false;
+  for (const char c : text) {
+    if (IsBlank(c)) continue;
+    const bool sign = number.empty() && (c == '-' || c == '+');
+    const bool first_point = c == '.' && !point;
+    if (!IsDigit(c) && !sign && !first_point) break;
+    digits |= IsDigit(c);
+    point |= first_point;
+    number += c;
   }
-  return digits ? text.substr(0, end) : std::string_view{};
+  return digits ? number : std::string();
 }
 
 }  // namespace
@@ -54,7 +54,8 @@ std::int32_t IntegerDivide(double dividend, double divisor) {
 }
 
 double NumberAtStart(std::string_view text) {
-  std::string_view number = NumberPart(text);
+  const std::string part = NumberPart(text);
+  std::string_view number = part;
   if (number.empty()) return 0;
   if (number[0] == '+') number.remove_prefix(1);
   double value = 0;
@@ -76,7 +77,7 @@ std::string SignedForm(std::int64_t value) {
   return value < 0 ? std::to_string(value) : " " + std::to_string(value);
 }
 
-std::string OneDecimalPicture(double value, char decimal_sign) {
+std::string OneDecimalPicture(double value, std::string_view decimal_sign) {
   const double tenths = std::floor(std::fabs(value) * 10 + 0.5);
   const auto whole = static_cast<std::int64_t>(tenths) / 10;
   const auto tenth = static_cast<std::int64_t>(tenths) % 10;
@@ -85,6 +86,13 @@ std::string OneDecimalPicture(double value, char decimal_sign) {
   text += decimal_sign;
   if (tenth != 0) text += std::to_string(tenth);
   return text;
+}
+
+std::string SizeText(double bytes, RoundTo direction) {
+  const bool giga = bytes >= 1e9;
+  const double tenths = bytes / (giga ? 1e8 : 1e5);
+  const double whole = direction == RoundTo::Above ? std::ceil(tenths) : std::floor(tenths);
+  return NumberText(whole / 10) + (giga ? " GB" : " MB");
 }
 
 }  // namespace platform

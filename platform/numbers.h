@@ -33,9 +33,9 @@ std::int32_t FloorToLong(double value);
 /// A divisor that rounds to 0 gives 0.
 std::int32_t IntegerDivide(double dividend, double divisor);
 
-/// The decimal number at the start of a text: blanks skipped, the point is the decimal sign in every
-/// locale, what follows the number is ignored; 0 if there is none. No exponent form. A number too great
-/// for a double gives the greatest one; 0 has no sign.
+/// The decimal number at the start of a text: blanks skipped, those within it too ("12 4" is 124), the point
+/// is the decimal sign in every locale, what follows the number is ignored; 0 if there is none. No exponent
+/// form. A number too great for a double gives the greatest one; 0 has no sign.
 double NumberAtStart(std::string_view text);
 
 /// A number in its decimal form: shortest digits that read back as the same value, no exponent, the point
@@ -47,7 +47,11 @@ std::string SignedForm(std::int64_t value);
 
 /// The picture "###.#": at most one digit behind the sign, none forced on either side, the sign always
 /// there: 12.34 gives 12.3, 0.5 gives .5, 3 gives "3.". Ties go away from zero.
-std::string OneDecimalPicture(double value, char decimal_sign);
+std::string OneDecimalPicture(double value, std::string_view decimal_sign);
+
+/// An amount of memory for a message, in whole tenths: "1.2 GB".
+enum class RoundTo { Above, Below };
+std::string SizeText(double bytes, RoundTo direction);
 
 /// Design positions: 15 twips to the pixel, whatever the screen. Cut, not rounded: 1150 twips are 76 pixels.
 inline constexpr int kTwipsPerPixel = 15;

@@ -41,7 +41,7 @@ std::int32_t WholeFrames(double frames_per_second, double seconds) {
 }
 
 std::string TitleText(std::string_view app_title, double frames_per_second, double seconds,
-                      char decimal_sign) {
+                      std::string_view decimal_sign) {
   return std::string(app_title) + ":  Project audio is " +
          platform::OneDecimalPicture(seconds, decimal_sign) + " seconds, " +
          std::to_string(WholeFrames(frames_per_second, seconds)) + " frames at " +

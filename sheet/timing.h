@@ -31,6 +31,6 @@ std::int32_t WholeFrames(double frames_per_second, double seconds);
 /// The main window's title: project seconds with at most one decimal behind the machine's decimal sign, whole
 /// frames, and the rate as a number.
 std::string TitleText(std::string_view app_title, double frames_per_second, double seconds,
-                      char decimal_sign);
+                      std::string_view decimal_sign);
 
 }  // namespace sheet

@@ -31,10 +31,24 @@ TEST(Numbers, RoundToNearestWithTiesToEvenAndStayInRange) {
 }
 
 TEST(Numbers, ReadTheNumberAtTheStartOfAText) {
-  const std::pair<const char*, double> cases[] = {
-      {"29.97", 29.97}, {"12 fps", 12}, {"", 0},        {"  24", 24}, {"-3", -3},
-      {"+3", 3},        {".5", 0.5},    {"1.2.3", 1.2}, {"12,5", 12}, {"fps 12", 0},
-      {"-", 0},         {".", 0},       {"1e3", 1},     {"0x10", 0},  {"inf", 0}};
+  const std::pair<const char*, double> cases[] = {{"29.97", 29.97},
+                                                  {"12 fps", 12},
+                                                  {"", 0},
+                                                  {"  24", 24},
+                                                  {"-3", -3},
+                                                  {"+3", 3},
+                                                  {".5", 0.5},
+                                                  {"1.2.3", 1.2},
+                                                  {"12,5", 12},
+                                                  {"fps 12", 0},
+                                                  {"-", 0},
+                                                  {".", 0},
+                                                  {"1e3", 1},
+                                                  {"0x10", 0},
+                                                  {"inf", 0},
+                                                  {"12 4", 124},
+                                                  {" - 1\t2 . 5 x", -12.5},
+                                                  {"1 2.3 .4", 12.3}};
   for (const auto& [text, value] : cases) EXPECT_EQ(NumberAtStart(text), value) << text;
   EXPECT_FALSE(std::signbit(NumberAtStart("-0")));
   const std::string nines(400, '9');
@@ -50,7 +64,19 @@ TEST(Numbers, AreWrittenInTheirForms) {
   EXPECT_EQ(SignedForm(-13), "-13");
   const std::pair<double, const char*> pictures[] = {{12.34, "12,3"}, {0.5, ",5"},  {3, "3,"},
                                                      {0, ","},        {0.25, ",3"}, {9.96, "10,"}};
-  for (const auto& [value, picture] : pictures) EXPECT_EQ(OneDecimalPicture(value, ','), picture);
+  for (const auto& [value, picture] : pictures) EXPECT_EQ(OneDecimalPicture(value, ","), picture);
+  EXPECT_EQ(OneDecimalPicture(12.34, "\u066B"), "12\u066B3");
+}
+
+TEST(Numbers, NameAnAmountOfMemory) {
+  const struct {
+    double bytes;
+    const char *above, *below;
+  } cases[] = {{1244160000, "1.3 GB", "1.2 GB"}, {135, "0.1 MB", "0 MB"}, {25000000, "25 MB", "25 MB"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(SizeText(c.bytes, RoundTo::Above), c.above);
+    EXPECT_EQ(SizeText(c.bytes, RoundTo::Below), c.below);
+  }
 }
 
 }  // namespace

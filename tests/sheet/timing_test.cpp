@@ -31,7 +31,7 @@ TEST(FrameCounts, RoundEachInTheirWayAndRefuseWhatNoSheetCanHold) {
 }
 
 TEST(TitleText, GivesSecondsFramesAndRate) {
-  EXPECT_EQ(TitleText("Sheet", 29.97, 12.34, ','),
+  EXPECT_EQ(TitleText("Sheet", 29.97, 12.34, ","),
             "Sheet:  Project audio is 12,3 seconds, 369 frames at 29.97 fps");
 }
 

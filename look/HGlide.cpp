@@ -7,6 +7,7 @@
 #include <QTimerEvent>
 #include <QWheelEvent>
 #include <algorithm>
+#include <cstdint>
 
 #include "look/FinePainter.h"
 #include "look/glide_layout.h"
@@ -132,7 +133,10 @@ class GlideWidget : public QAbstractSlider {
     return {room.left() + place.left, room.top(), place.width, room.height()};
   }
 
-  void StepBy(int positions) { setValue(std::clamp(value() + positions, 0, maximum())); }
+  void StepBy(int positions) {
+    const std::int64_t wanted = std::int64_t{value()} + positions;
+    setValue(static_cast<int>(std::clamp<std::int64_t>(wanted, 0, maximum())));
+  }
 
   void PageTowardPointer() {
     const QRect grip = BarBox();

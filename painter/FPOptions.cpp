@@ -7,6 +7,8 @@
 #include "painter/cell_store.h"
 #include "painter/strip_state.h"
 #include "platform/Dialogs.h"
+#include "platform/Memory.h"
+#include "platform/numbers.h"
 
 namespace painter {
 
@@ -37,10 +39,14 @@ FPOptions::FPOptions()
 }
 
 void FPOptions::Command1_Click() {
-  const auto length = RollLengthFromText(Text1.Text());
-  if (!length)
-    return Refuse("The number of frames must be a number from 1 to " + std::to_string(kLongestRoll) + ".");
-  if (!StartRoll(TheRoll(), *length)) return Refuse("There is not enough memory for so many frames.");
+  const double length = RollLengthFromText(Text1.Text());
+  if (length < 1) return Refuse("The number of frames must be a number, and at least 1.");
+  if (length > kLongestRoll)
+    return Refuse("A roll can't have more than " + platform::NumberText(kLongestRoll) + " frames.");
+  if (RollBytes(length) > platform::FreeMemoryBytes() ||
+      !StartRoll(TheRoll(), static_cast<std::int32_t>(length)))
+    return Refuse("There is not enough memory for " + platform::NumberText(length) + " frames. " +
+                  platform::MemoryFigures(RollBytes(length)));
   TheStrips().FrameForKeys = 0;
   const bool was_open = frame_painter.IfLoaded() != nullptr;
   host::HostSession.Call("Vel_SendFormObject", &FramePainterForm(), std::int16_t{0});

@@ -37,7 +37,7 @@ void CopySamples(const ConstPlanes& from, const Planes& to) {
 
 PlaneShape CheckedShape(const Retrieval& retrieval) {
   const PlaneShape shape = FrameShape(retrieval);
-  if (shape.right < 0 || shape.bottom < 0 || StoreBytes(shape, 1) > kMostStoreBytes) throw std::bad_alloc();
+  if (StoreBytes(shape, 1) > kMostStoreBytes) throw std::bad_alloc();
   return shape;
 }
 
@@ -106,6 +106,10 @@ void FramePainter::vl_button1_Click() {
 
 void FramePainter::vl_button2_Click() {
   const Wiggle wiggle{VL_DropDial1.value(), VL_DropDial2.value()};
+  if (const std::string refusal = RefusalOfSize(FrameShape(TheRetrieval())); !refusal.empty()) {
+    platform::MsgBox(refusal);
+    return;
+  }
   std::optional<Developer> developer;
   if (!platform::Guarded([&] { developer.emplace(TheRetrieval()); })) {
     platform::MsgBox("There is not enough memory for a frame of the host's size.");

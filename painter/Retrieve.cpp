@@ -54,14 +54,17 @@ std::optional<CellStore> MakeStoreThatFits(const Retrieval& retrieval, double by
   return MakeCellStore(FrameShape(retrieval), retrieval.CellCount);
 }
 
-/// False, after a message, if there is no memory for the frames to come. The old store goes only once the new
-/// one is had: the memory of a new one isn't taken up before it is written.
+/// False, after a message, if there is no memory for the frames to come, or no such frames. The old store
+/// goes only once the new one is had: the memory of a new one isn't taken up before it is written.
 bool RenewStore(Retrieval& retrieval) {
+  if (const std::string refusal = RefusalOfSize(FrameShape(retrieval)); !refusal.empty()) {
+    platform::MsgBox(refusal);
+    return false;
+  }
   const double bytes = StoreBytes(FrameShape(retrieval), retrieval.CellCount);
   auto fresh = MakeStoreThatFits(retrieval, bytes);
   if (!fresh) {
-    platform::MsgBox("There is not enough memory for the frames. " + SizeText(std::max(0.0, bytes)) +
-                     " would be needed.");
+    platform::MsgBox("There is not enough memory for the frames. " + platform::MemoryFigures(bytes));
     return false;
   }
   // Cells count from the moment when they are filled.

@@ -38,6 +38,12 @@ double StoreBytes(const PlaneShape& shape, std::int32_t count) {
   return 3.0 * (shape.right + 1.0) * (shape.bottom + 1.0) * count;
 }
 
+std::string RefusalOfSize(const PlaneShape& shape) {
+  if (shape.right >= 0 && shape.bottom >= 0) return {};
+  return "The host gives its frames a size of " + std::to_string(shape.right) + " by " +
+         std::to_string(shape.bottom) + ". No frame can have that.";
+}
+
 std::optional<CellStore> MakeCellStore(const PlaneShape& shape, std::int32_t count) {
   if (shape.right < 0 || shape.bottom < 0 || count < 0) return std::nullopt;
   if (StoreBytes(shape, count) > kMostStoreBytes) return std::nullopt;
@@ -83,16 +89,9 @@ bool StartRoll(FilmRoll& roll, std::int32_t length) {
   }
 }
 
-std::optional<std::int32_t> RollLengthFromText(const std::string& text) {
-  const std::int32_t length = platform::RoundToLong(platform::NumberAtStart(text));
-  if (length < 1 || length > kLongestRoll) return std::nullopt;
-  return length;
-}
+double RollBytes(double length) { return length * sizeof(std::int16_t); }
 
-std::string SizeText(double bytes) {
-  const bool giga = bytes >= 1e9;
-  const double tenths = std::ceil(bytes / (giga ? 1e8 : 1e5));
-  return platform::NumberText(tenths / 10) + (giga ? " GB" : " MB");
-}
+// The default rounding mode is to nearest, ties to even; nothing in this program changes it.
+double RollLengthFromText(const std::string& text) { return std::nearbyint(platform::NumberAtStart(text)); }
 
 }  // namespace painter

@@ -27,6 +27,9 @@ inline constexpr double kMostStoreBytes = 1e12;
 /// Bytes of the three arrays together; as a double, since nonsense sizes must not wrap round.
 double StoreBytes(const PlaneShape& shape, std::int32_t count);
 
+/// Why there are no frames of a size that the host has given; empty if there can be.
+std::string RefusalOfSize(const PlaneShape& shape);
+
 /// A store of that shape, its samples not yet set to anything; nothing if it can't be had.
 std::optional<CellStore> MakeCellStore(const PlaneShape& shape, std::int32_t count);
 
@@ -66,15 +69,13 @@ FilmRoll& TheRoll();
 /// A roll of blank frames in place of the old one. False, the old roll kept, if there is no memory for it.
 bool StartRoll(FilmRoll& roll, std::int32_t length);
 
-/// Eleven hours at 24 frames per second. A slip of the finger beyond it would only be noticed when a host
-/// fails at it in the middle of a shooting.
-inline constexpr std::int32_t kLongestRoll = 1'000'000;
+/// What RollLength can count.
+inline constexpr double kLongestRoll = INT32_MAX;
 
-/// The length that a text asks for, rounded to nearest, ties to even; nothing if it has no number, or one
-/// below 1 or above kLongestRoll.
-std::optional<std::int32_t> RollLengthFromText(const std::string& text);
+/// Bytes of a roll of that length; as a double, since any number can be asked for.
+double RollBytes(double length);
 
-/// An amount of memory for a message: "1.2 GB".
-std::string SizeText(double bytes);
+/// The length that a text asks for, whatever it is: rounded to nearest, ties to even; 0 if it has no number.
+double RollLengthFromText(const std::string& text);
 
 }  // namespace painter

@@ -1,12 +1,21 @@
 #include "platform/Memory.h"
 
+#include <cmath>
 #include <fstream>
 #include <limits>
-#include <string>
+#include <utility>
+
+#include "platform/numbers.h"
 
 namespace platform {
+namespace {
+
+std::function<double()> replaced_measure;
+
+}  // namespace
 
 double FreeMemoryBytes() {
+  if (replaced_measure) return replaced_measure();
   std::ifstream table("/proc/meminfo");
   double kilobytes = 0;
   bool known = false;
@@ -17,6 +26,14 @@ double FreeMemoryBytes() {
     known |= available;
   }
   return known ? kilobytes * 1024 : std::numeric_limits<double>::infinity();
+}
+
+void ReadFreeMemoryFrom(std::function<double()> measure) { replaced_measure = std::move(measure); }
+
+std::string MemoryFigures(double needed_bytes) {
+  const double free = FreeMemoryBytes();
+  const std::string needed = SizeText(needed_bytes, RoundTo::Above) + " would be needed";
+  return std::isfinite(free) ? needed + ", " + SizeText(free, RoundTo::Below) + " are free." : needed + ".";
 }
 
 }  // namespace platform

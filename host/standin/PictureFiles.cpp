@@ -10,6 +10,7 @@
 #include <array>
 
 #include "host/standin/frame_pixels.h"
+#include "platform/Memory.h"
 
 namespace host {
 namespace {
@@ -18,12 +19,53 @@ const QStringList kPatterns = {"*.png", "*.jpg", "*.jpeg", "*.bmp", "*.gif"};
 
 std::string Text(const QString& text) { return text.toStdString(); }
 
+/// How much may be taken up before the free memory is looked at again.
+constexpr double kBytesBetweenLooks = 16e6;
+
+double FrameBytes(FrameSize size) { return 3.0 * static_cast<double>(size.PlaneBytes()); }
+
+/// A picture as it is decoded, and once more on white, four bytes to the pixel.
+double WorkBytes(FrameSize size) { return 8.0 * size.width * size.height; }
+
+/// Opening a pipe would wait for its other end.
+bool IsPipeOrTheLike(const QString& file) { return QFileInfo::exists(file) && !QFileInfo(file).isFile(); }
+
 /// Frames as they come from files, until their number is known.
 struct Reading {
   FrameSize size;
   QString first_file;
   std::vector<Animation::Frame> frames;
+  /// What all frames take, as far as the files' heads tell, what those do that are there, and when the free
+  /// memory was looked at last.
+  double expected_bytes = 0, taken_bytes = 0, bytes_at_look = -kBytesBetweenLooks;
 };
+
+/// The memory that the frames of all files will take: as many as there are, in the size of the first. Only
+/// the files' heads are read for it.
+double ExpectedBytes(const QStringList& files) {
+  double frames = 0;
+  FrameSize size;
+  for (const QString& file : files) {
+    if (IsPipeOrTheLike(file)) continue;
+    QImageReader reader(file);
+    if (frames == 0) size = {reader.size().width(), reader.size().height()};
+    frames += reader.supportsAnimation() ? std::max(reader.imageCount(), 1) : 1;
+  }
+  return size.width < 1 || size.height < 1 ? 0 : FrameBytes(size) * frames;
+}
+
+/// The refusal, if the frames still to come, this one at least, need more memory than there is. The system
+/// would promise it all the same and end processes when it is filled.
+std::optional<std::string> LookForMemory(Reading& reading, QSize next) {
+  if (!next.isValid() || reading.taken_bytes - reading.bytes_at_look < kBytesBetweenLooks)
+    return std::nullopt;
+  reading.bytes_at_look = reading.taken_bytes;
+  const FrameSize size{next.width(), next.height()};
+  const double needed =
+      std::max(reading.expected_bytes - reading.taken_bytes, FrameBytes(size)) + WorkBytes(size);
+  if (needed <= platform::FreeMemoryBytes()) return std::nullopt;
+  return "There is not enough memory for all of these pictures. " + platform::MemoryFigures(needed);
+}
 
 QImage OnWhite(const QImage& picture) {
   if (!picture.hasAlphaChannel()) return picture.convertToFormat(QImage::Format_RGB32);
@@ -57,13 +99,17 @@ std::optional<std::string> TakePicture(Reading& reading, const QImage& picture, 
   if (reading.frames.size() >= static_cast<std::size_t>(kMaximumFrames))
     return Text(QObject::tr("The picture \"%1\" is one frame too many.").arg(file));
   reading.frames.push_back(PlanesOf(picture, size));
+  reading.taken_bytes += FrameBytes(size);
   return std::nullopt;
 }
 
 std::optional<std::string> TakeFile(Reading& reading, const QString& file) {
+  if (IsPipeOrTheLike(file))
+    return Text(QString("The picture \"%1\" can't be read: Not a regular file.").arg(file));
   QImageReader reader(file);
   reader.setAutoTransform(true);
   do {
+    if (auto refusal = LookForMemory(reading, reader.size())) return refusal;
     const QImage picture = reader.read();
     if (picture.isNull())
       return Text(QObject::tr("The picture \"%1\" can't be read: %2.").arg(file, reader.errorString()));
@@ -129,6 +175,7 @@ QStringList PicturesIn(const QString& folder) {
 
 std::variant<Animation, std::string> ReadPictures(const QStringList& files, const Progress& progress) try {
   Reading reading;
+  reading.expected_bytes = ExpectedBytes(files);
   for (qsizetype i = 0; i < files.size(); ++i) {
     if (auto failure = TakeFile(reading, files[i])) return *failure;
     progress(100.0 * static_cast<double>(i + 1) / static_cast<double>(files.size()));

@@ -29,7 +29,7 @@ QStringList SortedByNumber(QStringList files);
 Animation::Frame PlanesOf(const QImage& picture, FrameSize size);
 
 /// One frame from each picture, all of them from one that moves. Otherwise the reason, which names the
-/// picture that can't be read or differs in size.
+/// picture that can't be read or differs in size, or says how much memory all of them would need.
 std::variant<Animation, std::string> ReadPictures(const QStringList& files, const Progress& progress);
 
 /// The names under which SavePictures writes: <base>0000.png and so on, in order.

@@ -12,6 +12,7 @@
 #include "painter/Retrieve.h"
 #include "painter/cell_store.h"
 #include "platform/Application.h"
+#include "platform/Memory.h"
 #include "sheet/Form3.h"
 #include "support/desk.h"
 
@@ -166,6 +167,11 @@ TEST(Retrieve, KeepsTheOldStoreWhereThereIsNoNewOne) {
   EXPECT_EQ(desk.host->calls.back(), "vel_StatusClose()");
   ASSERT_EQ(desk.messages.shown.size(), 2u);
   EXPECT_THAT(desk.messages.shown[1].text, HasSubstr("60000000000 GB"));
+  desk.host->width = -5;
+  RetrieveFrames();
+  frame_painter->vl_button2_Click();
+  for (const std::size_t refusal : {2u, 3u})
+    EXPECT_THAT(desk.messages.shown.at(refusal).text, HasSubstr("a size of -5 by 99999"));
 }
 
 /// The system would promise each of the three arrays, and end the process when they are filled.
@@ -179,19 +185,35 @@ TEST(Retrieve, RefusesFramesThatTheMachineCouldNotHold) {
   desk.host->FailAt("Vel_GotoFrameAdv", 1);
   RetrieveFrames();
   ASSERT_EQ(desk.messages.shown.size(), 1u);
-  EXPECT_THAT(desk.messages.shown[0].text, HasSubstr(" GB would be needed."));
+  EXPECT_THAT(desk.messages.shown[0].text, HasSubstr(" GB would be needed, "));
 }
 
-TEST(Options, StayWithAMessageWhereTheTextIsNoLength) {
+TEST(Options, RefuseInWordsWhatIsNoLengthOrMoreThanTheMachineHolds) {
   support::Desk desk;
   desk.host->frames = 2;
   LaunchFramePainter();
-  fp_options->Text1.SetText("many");
-  fp_options->Command1_Click();
-  ASSERT_TRUE(fp_options.IfLoaded());
+  const struct {
+    double free;
+    const char *text, *words;
+  } cases[] = {{1e12, "many", "must be a number, and at least 1"},
+               {1e12, "-3", "at least 1"},
+               {1e12, "2147483648", "more than 2147483647 frames"},
+               {1.96e9, "2000000000", "for 2000000000 frames. 4 GB would be needed, 1.9 GB are free."}};
+  for (const auto& c : cases) {
+    platform::ReadFreeMemoryFrom([&c] { return c.free; });
+    fp_options->Text1.SetText(c.text);
+    fp_options->Command1_Click();
+    EXPECT_THAT(desk.messages.shown.back().text, HasSubstr(c.words));
+  }
+  EXPECT_EQ(desk.messages.shown.size(), 4u);
   EXPECT_TRUE(TheRoll().entries.empty());
-  EXPECT_EQ(desk.messages.shown.size(), 1u);
   EXPECT_EQ(frame_painter.IfLoaded(), nullptr);
+  platform::ReadFreeMemoryFrom([] { return 6e6; });
+  fp_options->Text1.SetText("3000000");
+  fp_options->Command1_Click();
+  EXPECT_EQ(TheRoll().RollLength(), 3000000);
+  EXPECT_NE(frame_painter.IfLoaded(), nullptr);
+  platform::ReadFreeMemoryFrom(nullptr);
 }
 
 TEST(Options, MakeABlankRollAndBringUpThePainter) {

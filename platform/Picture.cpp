@@ -12,6 +12,9 @@ namespace {
 QImage Read(const std::string& path) {
   if (path.empty()) throw std::runtime_error("There is no picture: its file name is empty");
   const QString name = QString::fromStdString(path);
+  // Opening a pipe would wait for its other end.
+  if (QFileInfo(name).exists() && !QFileInfo(name).isFile())
+    throw std::runtime_error("Can't read the picture \"" + path + "\": Not a regular file");
   // Left to itself the toolkit loads all its readers of pictures to find out what it has. A file that isn't
   // what its name says is rare, and gets that second try.
   QImageReader reader(name, QFileInfo(name).suffix().toLatin1());

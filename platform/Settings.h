@@ -15,4 +15,8 @@ std::optional<std::string> ReadSetting(const std::string& application, const std
 /// Path of an application's settings file, for a program that owns it.
 std::string SettingsFile(const std::string& application);
 
+/// Whether a file of settings stands there or can be made: what is no file (a folder, a pipe that would keep
+/// its reader waiting) is left alone.
+bool MayOpenSettings(const std::string& file);
+
 }  // namespace platform

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QSettings>
 #include <QStandardPaths>
+#include <memory>
 
 #include "platform/Settings.h"
 
@@ -17,7 +18,12 @@ constexpr const char* kNoWallpaper = "none";
 constexpr const char* kFirstWallpaper = "slate";
 const QString kWallpaperResources = ":/assets/wallpapers/";
 
-QString StoreFile() { return QString::fromStdString(platform::SettingsFile(kApplication)); }
+/// The store, or nothing where no file can be.
+std::unique_ptr<QSettings> OpenStore() {
+  const std::string file = platform::SettingsFile(kApplication);
+  if (!platform::MayOpenSettings(file)) return nullptr;
+  return std::make_unique<QSettings>(QString::fromStdString(file), QSettings::IniFormat);
+}
 
 bool Written(QSettings& store) {
   store.sync();
@@ -37,17 +43,18 @@ std::optional<Theme> CurrentTheme() {
 }
 
 bool StoreTheme(Theme theme) {
-  QSettings store(StoreFile(), QSettings::IniFormat);
-  store.beginGroup(kThemeSection);
+  const auto store = OpenStore();
+  if (!store) return false;
+  store->beginGroup(kThemeSection);
   for (const ThemeRow& row : ThemeRows()) {
     const QString key = QString::fromUtf8(row.key.data(), static_cast<qsizetype>(row.key.size()));
     if (const auto text = ThemeText(row, theme))
-      store.setValue(key, QString::fromStdString(*text));
+      store->setValue(key, QString::fromStdString(*text));
     else
-      store.remove(key);
+      store->remove(key);
   }
-  store.endGroup();
-  return Written(store);
+  store->endGroup();
+  return Written(*store);
 }
 
 QStringList WallpaperNames() {
@@ -58,15 +65,16 @@ QStringList WallpaperNames() {
 }
 
 QString ChosenWallpaper() {
-  const QSettings store(StoreFile(), QSettings::IniFormat);
-  const QString chosen = store.value(kWallpaperKey, kFirstWallpaper).toString();
+  const auto store = OpenStore();
+  const QString chosen = store ? store->value(kWallpaperKey, kFirstWallpaper).toString() : kFirstWallpaper;
   return chosen == kNoWallpaper ? QString() : chosen;
 }
 
 bool StoreWallpaper(const QString& name_or_path) {
-  QSettings store(StoreFile(), QSettings::IniFormat);
-  store.setValue(kWallpaperKey, name_or_path.isEmpty() ? QString(kNoWallpaper) : name_or_path);
-  return Written(store);
+  const auto store = OpenStore();
+  if (!store) return false;
+  store->setValue(kWallpaperKey, name_or_path.isEmpty() ? QString(kNoWallpaper) : name_or_path);
+  return Written(*store);
 }
 
 QString WallpaperFile(const QString& name_or_path) {

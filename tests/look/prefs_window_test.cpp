@@ -1,5 +1,6 @@
 // The walk over a window's controls: which control gets which property under which settings.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QDialog>
 #include <QImage>
@@ -219,6 +220,19 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   EXPECT_FALSE(main.Image1.Picture());
   EXPECT_FALSE(main.GroundIsDark());
   EXPECT_GT(ground(main.HScroll1.Widget()), 180);
+}
+
+TEST_F(Prefs, APipeInPlaceOfWallpaperOrSettingsHoldsNothingUp) {
+  support::Desk desk;
+  desk.host->wallpaper = support::ScratchFolder() + "/pipe.png";
+  const std::string settings = platform::SettingsFile("vellumark");
+  std::filesystem::create_directories(std::filesystem::path(settings).parent_path());
+  std::filesystem::remove(settings);
+  for (const std::string& pipe : {desk.host->wallpaper, settings}) ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  Form1& main = desk.Main();
+  EXPECT_FALSE(main.Image1.Picture());
+  EXPECT_EQ(main.List1.BackColor(), Rgb(85, 85, 102));
+  std::filesystem::remove(settings);
 }
 
 }  // namespace

@@ -97,7 +97,7 @@ void Form1::AdvanceToRow(std::int32_t row) {
   Grid1.SetRow(row);
   PaintMouth();
   const std::int32_t frames = host::AsLong(HostSession.Call("vel_GetTotalFrames"), "vel_GetTotalFrames");
-  if (row <= frames - 1 && vl_button18.value()) HostSession.Call("Vel_GotoFrame", static_cast<float>(row));
+  if (row < frames && vl_button18.value()) HostSession.Call("Vel_GotoFrame", static_cast<float>(row));
 }
 
 /// Nothing else on this thread can run before the slice has ended, so the samples stay where they are.

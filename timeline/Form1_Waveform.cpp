@@ -13,7 +13,9 @@ namespace {
 
 /// Past the host's last frame it stays there; there is no lower limit, so that the header row sends it to -1.
 void FollowInHost(const Form1& form) {
-  const std::int32_t last = host::AsLong(HostSession.Call("vel_GetTotalFrames"), "vel_GetTotalFrames") - 1;
+  const std::int32_t frames = host::AsLong(HostSession.Call("vel_GetTotalFrames"), "vel_GetTotalFrames");
+  // The lowest number of frames that a host can give has no predecessor.
+  const std::int32_t last = std::max(frames, INT32_MIN + 1) - 1;
   const std::int32_t frame = std::min(form.GetCurrentTick(), last);
   if (form.vl_button18.value()) HostSession.Call("Vel_GotoFrame", frame);
 }

@@ -86,6 +86,9 @@ TEST_F(Timeline, TellsTheHostOnceForEachPaintWav) {
   form.PaintVelocity();
   form.PaintMouth();
   EXPECT_THAT(desk.host->Take(), IsEmpty());
+  desk.host->frames = INT32_MIN;
+  form.PaintWav();
+  EXPECT_EQ(desk.host->Take().back(), "Vel_GotoFrame(-2147483648)");
   form.vl_button18.SetValue(false);
   form.Grid1.SetRow(7);
   EXPECT_EQ(desk.host->Take(), std::vector<std::string>{"vel_GetTotalFrames()"}) << "the lock is released";

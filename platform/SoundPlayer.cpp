@@ -103,14 +103,16 @@ void SoundPlayer::Stream(const std::string& path, const std::stop_token& stop) {
   if (!file.IsOpen()) return;
   auto block = file.NextBlock();
   if (block.empty() || !device_.Take(file.Format())) return;
-  for (; !block.empty() && Append(block, stop); block = file.NextBlock()) device_->Start();
+  // By the first block, which is a whole one: a short last one must not wait until all before it has gone.
+  const std::size_t most_before = block.size() * (kBlocksAhead - 1);
+  for (; !block.empty() && Append(block, most_before, stop); block = file.NextBlock()) device_->Start();
 }
 
-// Waits for room. False if something else has been ordered meanwhile.
-bool SoundPlayer::Append(std::span<const std::uint8_t> bytes, const std::stop_token& stop) {
+// Waits until no more than so many bytes lie before. False if something else has been ordered meanwhile.
+bool SoundPlayer::Append(std::span<const std::uint8_t> bytes, std::size_t most_before,
+                         const std::stop_token& stop) {
   std::unique_lock lock(mutex_);
-  const std::size_t most = bytes.size() * (kBlocksAhead - 1);
-  changed_.wait(lock, stop, [&] { return order_ || ahead_.size() <= most; });
+  changed_.wait(lock, stop, [&] { return order_ || ahead_.size() <= most_before; });
   if (order_ || stop.stop_requested()) return false;
   ahead_.insert(ahead_.end(), bytes.begin(), bytes.end());
   return true;

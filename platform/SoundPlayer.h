@@ -30,7 +30,7 @@ class SoundPlayer {
   void Order(std::string path);
   void Run(const std::stop_token& stop);
   void Stream(const std::string& path, const std::stop_token& stop);
-  bool Append(std::span<const std::uint8_t> bytes, const std::stop_token& stop);
+  bool Append(std::span<const std::uint8_t> bytes, std::size_t most_before, const std::stop_token& stop);
   void Fill(std::span<std::uint8_t> buffer);
 
   /// The player's thread alone.

@@ -2,11 +2,7 @@
 #pragma once
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <optional>
-#include <span>
-#include <thread>
+#include <memory>
 
 #include "platform/AudioDevice.h"
 #include "platform/wave_codes.h"
@@ -15,6 +11,9 @@ namespace platform {
 
 /// The slices' half of WaveOutput. Opening and closing is a matter of handles: the device behind them stays
 /// open for a while after Close and is taken up again by the next Open of the same format.
+///
+/// A device is opened and closed on a thread of its own, which may hang in a sound server for good: nobody
+/// waits for it longer than their patience, its object's end included.
 class SliceOutput {
  public:
   struct Patience {
@@ -23,6 +22,8 @@ class SliceOutput {
     /// A device that hasn't played a slice this long after the slice's time counts as stalled: the slice is
     /// given up.
     std::chrono::milliseconds stall{2000};
+    /// A device that hasn't opened by then isn't waited for. As long as it hangs, nothing opens at all.
+    std::chrono::milliseconds open{2000};
   };
 
   SliceOutput(AudioDeviceOpener open, Patience patience);
@@ -38,46 +39,8 @@ class SliceOutput {
   WaveCode Close(WaveHandle handle);
 
  private:
-  using Clock = std::chrono::steady_clock;
-
-  struct Slice {
-    std::span<const std::uint8_t> rest;
-    /// Buffers still to be asked for, after the slice's last, until that one has been heard.
-    int buffers_to_end = 0;
-  };
-  struct Client {
-    WaveHandle handle = 0;
-    WaveCallback callback = nullptr;
-    std::uint32_t instance = 0;
-    const WaveHeader* prepared = nullptr;
-  };
-
-  WaveCode CheckHandle(WaveHandle handle) const;
-  void Fill(std::span<std::uint8_t> buffer);
-  bool TakeBytes(std::span<std::uint8_t> buffer);
-  void SetDue(std::optional<Clock::time_point> due);
-  void Watch(const std::stop_token& stop);
-  void PassDue();
-  void EndSlice(std::unique_lock<std::mutex>& lock);
-  static void Tell(const Client& client, std::uint32_t message);
-
-  const Patience patience_;
-
-  /// Held while the device is opened or closed; taken before mutex_, never within it.
-  std::mutex device_mutex_;
-  KeptDevice device_;
-
-  /// Guards all that follows.
-  std::mutex mutex_;
-  std::condition_variable_any due_changed_;
-  bool due_is_new_ = false;
-  /// With a slice: when its device counts as stalled. Without: when the unused device is closed.
-  std::optional<Clock::time_point> due_;
-  std::optional<Client> client_;
-  std::optional<Slice> slice_;
-  WaveHandle last_handle_ = 0;
-
-  std::jthread watcher_;
+  class Works;
+  const std::shared_ptr<Works> works_;
 };
 
 }  // namespace platform

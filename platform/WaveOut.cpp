@@ -43,8 +43,10 @@ std::unique_ptr<WaveOutput> MakeWaveOutput() { return std::make_unique<MachineOu
 
 WaveOutput& WaveOut() {
   if (ReplacedOutput()) return *ReplacedOutput();
-  static MachineOutput machine;
-  return machine;
+  // Never destroyed: its threads may hang in the sound server, and the end of the process waits for nothing
+  // of the sound.
+  static auto* const machine = new MachineOutput;
+  return *machine;
 }
 
 void SetWaveOut(WaveOutput* output) { ReplacedOutput() = output; }

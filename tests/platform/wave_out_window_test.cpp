@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <cstdlib>
 #include <mutex>
 #include <thread>
@@ -150,6 +151,63 @@ TEST(SliceOutput, ADeviceThatStallsIsGivenUp) {
   EXPECT_EQ(slice.output.Close(slice.handle), kWaveOk);
 }
 
+/// Keeps whoever comes through until it is opened.
+struct Gate {
+  void Pass() {
+    std::unique_lock lock(mutex);
+    changed.wait(lock, [this] { return open; });
+  }
+  void Open() {
+    const std::lock_guard lock(mutex);
+    open = true;
+    changed.notify_all();
+  }
+  std::mutex mutex;
+  std::condition_variable changed;
+  bool open = false;
+};
+
+AudioDeviceOpener BehindGate(Gate& gate, FakeMachine& machine) {
+  return [&gate, open = machine.Opener()](const AudioFormat& format, FillBuffer fill) {
+    gate.Pass();
+    return open(format, std::move(fill));
+  };
+}
+
+milliseconds TimeOf(const std::function<void()>& routine) {
+  const auto start = std::chrono::steady_clock::now();
+  routine();
+  return std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - start);
+}
+
+TEST(SliceOutput, ASoundServerThatHangsCostsOnePatienceAndNoMore) {
+  constexpr milliseconds patience{300};
+  FakeMachine machine;
+  Gate gate;
+  SliceOutput output(BehindGate(gate, machine), {.open = patience});
+  WaveHandle handle = 77;
+  const auto open = [&] { return output.Open(handle, Mono(8000, 8), &Note, 0); };
+  EXPECT_GE(TimeOf([&] { EXPECT_EQ(open(), kWaveNoDriver); }), patience);
+  EXPECT_EQ(handle, 0u);
+  EXPECT_LT(TimeOf([&] { EXPECT_EQ(open(), kWaveNoDriver); }), patience);
+  gate.Open();
+  EXPECT_TRUE(WaitUntil([&] { return handle != 0 || open() == kWaveOk; })) << "the server has come back";
+  EXPECT_EQ(machine.open_count, 1);
+}
+
+TEST(SliceOutput, AnEndThatNobodyWaitsForClosesTheDeviceThatComesLate) {
+  FakeMachine machine;
+  Gate gate;
+  WaveHandle handle = 0;
+  {
+    SliceOutput output(BehindGate(gate, machine), {.open = milliseconds(50)});
+    EXPECT_EQ(output.Open(handle, Mono(8000, 8), &Note, 0), kWaveNoDriver);
+  }
+  gate.Open();
+  EXPECT_TRUE(WaitUntil([&] { return machine.open_count == 1 && !machine.open; }));
+  const std::lock_guard closed(machine.mutex);
+}
+
 TEST(SliceOutput, RefusesWhatItCannotPlayAndWithoutADeviceEverything) {
   FakeMachine machine;
   SliceOutput output(machine.Opener(), {});
@@ -259,6 +317,21 @@ TEST(SoundPlayer, AFileComesThroughWholeInItsChannels) {
   EXPECT_EQ(AskForSound(machine, data.size()), data);
   EXPECT_EQ(machine.format, (AudioFormat{8000, 2, SampleForm::Signed16}));
   EXPECT_EQ(machine.Ask(4), (Bytes{0, 0, 0, 0}));
+}
+
+TEST(SoundPlayer, NoSilenceComesBeforeAShortLastBlock) {
+  FakeMachine machine;
+  const Bytes data = Noise(2 * (401 * 10 + 24));  // blocks of 401 samples, and 24
+  SoundPlayer player(machine.Opener());
+  player.Play(WaveFile(1, data));
+  Bytes heard;
+  ASSERT_TRUE(WaitUntil([&] { return machine.started.load(); }));
+  while (heard.size() < data.size()) {
+    std::this_thread::sleep_for(milliseconds(10));  // time to read on
+    const Bytes next = machine.Ask(512);
+    heard.insert(heard.end(), next.begin(), next.end());
+  }
+  EXPECT_EQ(Bytes(heard.begin(), heard.begin() + static_cast<std::ptrdiff_t>(data.size())), data);
 }
 
 TEST(SoundPlayer, ANewSoundReplacesTheOldAndStopEndsIt) {

@@ -140,6 +140,7 @@ void Form1::BindSheet() {
   List1.Click = [this] { List1_Click(); };
   Text2.Change = [this] { Text2_Change(); };
   Text2.LostFocus = [this] { Text2_LostFocus(); };
+  Text2.PressedElsewhere = [this] { CloseCommentEditor(); };
   Text2.Entered = [this] { Grid1.SetFocus(); };
   Text2.Escaped = [this] { Grid1.SetFocus(); };
 }

@@ -23,6 +23,7 @@ class EditWidget : public QLineEdit {
   std::function<void()> lost_focus;
   /// False lets the key go on to the window, whose close box it may be.
   std::function<bool()> escaped;
+  const std::function<void()>* pressed_elsewhere = nullptr;
 
  protected:
   void paintEvent(QPaintEvent* event) override {
@@ -32,6 +33,22 @@ class EditWidget : public QLineEdit {
     painter.setPen(hasFocus() ? palette().color(QPalette::Highlight) : ground.darker(170));
     painter.drawRect(QRectF(0.5, 0.5, width() - 1, height() - 1));
     if (hasFocus()) painter.drawRect(QRectF(1.5, 1.5, width() - 3, height() - 3));
+  }
+  void showEvent(QShowEvent* event) override {
+    QLineEdit::showEvent(event);
+    if (*pressed_elsewhere) qApp->installEventFilter(this);
+  }
+  void hideEvent(QHideEvent* event) override {
+    qApp->removeEventFilter(this);
+    QLineEdit::hideEvent(event);
+  }
+  /// Most of a window doesn't take the focus, so that a press there is seen only from above.
+  bool eventFilter(QObject* receiver, QEvent* event) override {
+    const bool press =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+    if (press && receiver->isWidgetType() && IsElsewhere(static_cast<QWidget*>(receiver)))
+      Raise(*pressed_elsewhere);
+    return false;
   }
   void resizeEvent(QResizeEvent* event) override {
     QLineEdit::resizeEvent(event);
@@ -49,6 +66,11 @@ class EditWidget : public QLineEdit {
   }
 
  private:
+  /// What stands open over the box, such as its context menu, belongs to it.
+  bool IsElsewhere(const QWidget* widget) const {
+    return widget != this && !isAncestorOf(widget) && QApplication::activePopupWidget() == nullptr;
+  }
+
   /// What can't be edited is to be read as a whole; what can scrolls along with the cursor.
   void Fit() {
     const double room = isReadOnly() ? width() - 2 * kFrame - kToolkitMargins : 1e6;
@@ -70,6 +92,7 @@ TextBox::TextBox(Container& container, std::string name, const std::string& text
   edit->setText(Utf16(text));
   text_ = text;
   edit->lost_focus = [this] { Raise(LostFocus); };
+  edit->pressed_elsewhere = &PressedElsewhere;
   QObject::connect(edit, &QLineEdit::textChanged, [this](const QString& changed) {
     text_ = changed.toStdString();
     Raise(Change);

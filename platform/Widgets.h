@@ -49,6 +49,9 @@ class TextBox : public Control {
   std::function<void()> Entered;
   /// Escape was pressed.
   std::function<void()> Escaped;
+  /// A mouse button went down anywhere else in the program while the box was shown, on what takes no focus
+  /// too. To be set before the box is shown.
+  std::function<void()> PressedElsewhere;
 
  private:
   /// The frame rate is read from a text box at every repaint: the toolkit's own form is turned into UTF-8

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QDropEvent>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QTableView>
 #include <QUrl>
@@ -124,6 +126,29 @@ TEST_F(Hands, AClickOnTheToolbarLeavesTheKeyboardInTheGrid) {
   timeline::Tracks().UndoHistory.push_back(timeline::Tracks().VelocityValues);
   Key(sheet, Qt::Key_Z, Qt::ControlModifier, "\x1a");
   EXPECT_TRUE(timeline::Tracks().UndoHistory.empty());
+}
+
+TEST_F(Hands, APressAnywhereElseClosesTheCommentEditor) {
+  QMenu* const menu = new QMenu(form.Text2.Widget());
+  for (QWidget* elsewhere :
+       {form.Picture4.Widget(), form.Picture1.Widget(), form.HScroll1.Widget(), form.Label1.Widget(),
+        form.vl_button3.Widget(), form.ContainerWidget(), static_cast<QWidget*>(form.MenuBar())}) {
+    Go(2, 2);
+    form.Grid1_Click();
+    ASSERT_TRUE(form.Text2.HasFocus());
+    support::Press(form.Text2.Widget(), {5, 5});
+    menu->popup({0, 0});
+    support::Press(menu, {2, 2});
+    menu->hide();
+    EXPECT_TRUE(form.Text2.Visible()) << "by a press in it or in its own menu";
+    support::Press(elsewhere, {3, 3});
+    EXPECT_FALSE(form.Text2.Visible()) << elsewhere->objectName().toStdString();
+    EXPECT_TRUE(grid.HasFocus());
+    support::Release(elsewhere, {3, 3});
+    form.MenuBar()->setActiveAction(nullptr);
+    for (QWidget* open = QApplication::activePopupWidget(); open; open = QApplication::activePopupWidget())
+      open->close();
+  }
 }
 
 TEST_F(Hands, TheWheelScrollsAndWithCtrlZoomsAboutThePointer) {

@@ -208,6 +208,7 @@ class Form1 : public platform::Window {
 
   void OpenSheet(const std::string& path);
   void OpenSound(const std::string& path);
+  void TellIfSoundGivesNoRows();
 
   /// The cursor, the row, the mouth and the host, to where the clock stands.
   void FollowSound(double sound_seconds);

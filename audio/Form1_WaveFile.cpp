@@ -45,6 +45,12 @@ void Form1::OpenSound(const std::string& path) {
   sheet_file_.clear();
   // Also for three channels and more, which were not reduced.
   if (audio::LoadedSound().WaveFormat.nChannels > 1) platform::MsgBox("Stereo sample converted to mono.");
+  TellIfSoundGivesNoRows();
+}
+
+void Form1::TellIfSoundGivesNoRows() {
+  const std::string notice = audio::DepthNotice(audio::LoadedSound());
+  if (Grid1.Rows() == 1 && !notice.empty()) platform::MsgBox(notice);
 }
 
 void Form1::Sampleinfo_Click() { form2->ShowOwnedBy(*this); }

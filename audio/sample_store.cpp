@@ -49,4 +49,14 @@ std::optional<double> SecondsOfSound(const SampleStore& sound) {
   }
 }
 
+std::string DepthNotice(const SampleStore& sound) {
+  const auto& format = sound.WaveFormat;
+  if (sound.WaveDataLength == 0 || format.wBitsPerSample == 8 || format.wBitsPerSample == 16) return {};
+  constexpr std::int16_t floating_point = 3;
+  return "The sound has " + std::to_string(format.wBitsPerSample) + " bits per sample" +
+         (format.wFormatTag == floating_point ? ", as floating-point numbers" : "") +
+         ". Only sounds of 8 or 16 bits can be shown, so its sheet has no rows.\n"
+         "Save the sound with 16 bits in a sound editor and open that.";
+}
+
 }  // namespace audio

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 
 namespace audio {
@@ -83,5 +84,8 @@ SampleStore& LoadedSound();
 /// The seconds of the sound. No value, which counts as 0, without a sound, at a depth other than 8 or 16 bits
 /// and at a sample rate that isn't above 0.
 std::optional<double> SecondsOfSound(const SampleStore& sound);
+
+/// What to tell the user of a sound at whose depth nothing can be shown; empty for any other.
+std::string DepthNotice(const SampleStore& sound);
 
 }  // namespace audio

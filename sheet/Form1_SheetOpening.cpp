@@ -41,9 +41,11 @@ class LiveSheet : public sheet::SheetTarget {
       return false;
     }
     form_.CommonDialog1.FileName = *path;
-    if (form_.OpenWaveFile(*path)) rows_of_sound_ = form_.Grid1.Rows();
+    sound_is_new_ = form_.OpenWaveFile(*path);
+    if (sound_is_new_) rows_of_sound_ = form_.Grid1.Rows();
     return true;
   }
+  bool SoundIsNew() const { return sound_is_new_; }
 
   std::int32_t RowsOfSound() override { return rows_of_sound_; }
   void SetRowCount(std::int32_t rows) override {
@@ -92,6 +94,7 @@ class LiveSheet : public sheet::SheetTarget {
   Form1& form_;
   std::string sheet_path_, sound_in_file_;
   platform::LongWork work_;
+  bool sound_is_new_ = false;
   std::int32_t rows_of_sound_ = 1;
 };
 
@@ -117,11 +120,14 @@ void Form1::OpenSheet(const std::string& path) {
   }
   CommonDialog2.FileName = path;
   std::string report;
+  bool sound_is_new = false;
   {
     const platform::RefreshPause whole_sheet_moves;
     LiveSheet live_sheet(*this, path, std::string(sheet::SoundNameIn(*file.bytes)));
     report = sheet::ApplySheet(text, live_sheet);
+    sound_is_new = live_sheet.SoundIsNew();
   }
   sheet_file_ = path;
+  if (sound_is_new) TellIfSoundGivesNoRows();
   if (!report.empty()) platform::MsgBox("The sheet could be read only in part.\n" + report);
 }

@@ -16,6 +16,7 @@
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 class WaveFile : public testing::Test {
@@ -57,6 +58,23 @@ TEST_F(WaveFile, MoreThanOneChannelIsTold) {
   EXPECT_THAT(desk.messages.Texts(),
               ElementsAre("Stereo sample converted to mono.", "Stereo sample converted to mono."));
   EXPECT_THAT(Info(), ElementsAre("1", "3", "1000", "3000", "3", "8"));
+}
+
+TEST_F(WaveFile, ADepthThatGivesNoRowsIsTold) {
+  Open(support::WaveBytes(24, 1000, std::string(6000, 'a')));
+  EXPECT_EQ(form.Grid1.Rows(), 1);
+  ASSERT_EQ(desk.messages.shown.size(), 1u);
+  EXPECT_THAT(desk.messages.shown[0].text, HasSubstr("24 bits per sample"));
+  const std::string sheet = support::ScratchFolder() + "/deep.exp";
+  desk.files.paths = {sheet, sheet};
+  form.MenuSave_Click();
+  form.MenuOpen_Click();
+  ASSERT_EQ(desk.messages.shown.size(), 2u);
+  EXPECT_EQ(desk.messages.shown[1].text, desk.messages.shown[0].text);
+  std::string floats = support::WaveBytes(32, 1000, std::string(8000, 'a'));
+  floats[20] = 3;
+  Open(floats);
+  EXPECT_THAT(desk.messages.shown.back().text, HasSubstr("32 bits per sample, as floating-point numbers"));
 }
 
 TEST_F(WaveFile, ARefusedFileLeavesSoundAndSheet) {

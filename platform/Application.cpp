@@ -30,23 +30,75 @@
 namespace platform {
 namespace {
 
-bool reporting = false;
+bool reporting = false, report_is_due = false;
+int paint_depth = 0;
 int keep_alive_count = 0;
 int busy_count = 0;
 int refresh_pause_count = 0;
 std::vector<std::function<void()>> last_routines;
+std::function<bool()> may_end;
 
-/// The report's own event loop still runs timers, layouts and paints. What fails there, mostly for the same
-/// reason, is passed over: it must neither stack a second report nor take the first one away unread.
-void ReportOnce(const std::string& text) {
-  if (!reporting) EndWithReport(text);
+/// The words in which the program speaks of itself.
+ProgramWords words;
+
+/// As long as a report stands, or is about to, nothing of the program runs but its painting.
+bool OnlyPaintingRuns() { return EndsWithReport() && paint_depth == 0; }
+
+/// What fails behind a report, mostly for the same reason, is passed over: it must neither stack a second
+/// report nor take the first one away unread. In a paint event no box can be shown: the report comes as soon
+/// as the event loop runs again.
+void Report(const std::string& text) {
+  if (EndsWithReport()) return;
+  if (paint_depth == 0) EndWithReport(text);
+  report_is_due = true;
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(), [text] { EndWithReport(text); }, Qt::QueuedConnection);
 }
 
+template <typename Routine>
+void ReportFailureOf(const Routine& routine) {
+  try {
+    routine();
+  } catch (const std::exception& failure) {
+    Report(failure.what());
+  } catch (...) {
+    Report("An unknown failure.");
+  }
+}
+
+/// Every event of the toolkit's passes here on its way to a widget, a timer or a queued routine. What the
+/// receiver's own boundary lets through, or what has none, must not reach the toolkit's loop: that would end
+/// the process without a word.
+class GuardedApplication : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    const bool paints = event->type() == QEvent::Paint;
+    bool handled = true;
+    if (paints) ++paint_depth;
+    ReportFailureOf([&] { handled = QApplication::notify(receiver, event); });
+    if (paints) --paint_depth;
+    return handled;
+  }
+};
+
 void QuitWhenNothingIsLeft() {
-  if (LoadedWindowCount() == 0 && keep_alive_count == 0) Quit();
+  if (LoadedWindowCount() > 0 || keep_alive_count > 0) return;
+  // Taken away while it asks: it has an event loop of its own.
+  const auto asked = std::exchange(may_end, nullptr);
+  if (!asked || asked()) return Quit();
+  may_end = asked;
 }
 
 }  // namespace
+
+std::unique_ptr<QApplication> MakeApplication(int& argument_count, char** arguments) {
+  return std::make_unique<GuardedApplication>(argument_count, arguments);
+}
+
+void SpeakOfProgram(ProgramWords of_program) { words = std::move(of_program); }
+const std::string& ProgramTitle() { return words.title; }
 
 void PrepareApplication() {
   QApplication::setQuitOnLastWindowClosed(false);
@@ -67,7 +119,7 @@ int RunApplication(const std::function<void()>& main_routine) {
   static int argument_count = 1;
   static char name[] = "exposure-sheet";
   static char* arguments[] = {name, nullptr};
-  QApplication application(argument_count, arguments);
+  const auto application = MakeApplication(argument_count, arguments);
   PrepareApplication();
   int status = 0;
   {
@@ -86,26 +138,22 @@ void WindowCountHasChanged() {
 }
 
 void RunEvent(const std::function<void()>& routine) {
-  try {
-    routine();
-  } catch (const std::exception& failure) {
-    ReportOnce(failure.what());
-  } catch (...) {
-    ReportOnce("An unknown failure.");
-  }
+  if (!OnlyPaintingRuns()) ReportFailureOf(routine);
 }
+
+bool EndsWithReport() { return reporting || report_is_due; }
 
 void EndWithReport(const std::string& text) {
   reporting = true;
   // Before the box, which may be the last thing that a session's end finds.
-  const std::string words = Rescue();
-  const std::string report = words.empty() ? text : text + "\n\n" + words;
-  std::fprintf(stderr, "exposure-sheet: %s\n", report.c_str());
+  const std::string rescued = Rescue();
+  const std::string report = rescued.empty() ? text : text + "\n\n" + rescued;
+  std::fprintf(stderr, "%s: %s\n", words.program.c_str(), report.c_str());
   try {
     if (QCoreApplication::instance() != nullptr)
-      MsgBox(report + "\n\nThe exposure sheet can't go on and ends.", Buttons::Ok, Icon::Warning);
+      MsgBox(report + "\n\n" + words.subject + " can't go on and ends.", Buttons::Ok, Icon::Warning);
   } catch (...) {
-    std::fputs("exposure-sheet: the report can't be shown\n", stderr);
+    std::fprintf(stderr, "%s: the report can't be shown\n", words.program.c_str());
   }
   std::fflush(nullptr);
   std::_Exit(EXIT_FAILURE);
@@ -116,6 +164,8 @@ void EndWithReport(const std::string& text) {
 void Quit() {
   if (!reporting) QCoreApplication::exit(EXIT_SUCCESS);
 }
+
+void AskBeforeEnd(std::function<bool()> routine) { may_end = std::move(routine); }
 
 void BeforeEnd(std::function<void()> routine) { last_routines.push_back(std::move(routine)); }
 

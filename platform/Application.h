@@ -14,8 +14,12 @@ namespace platform {
 int RunApplication(const std::function<void()>& main_routine);
 
 /// The edge between the toolkit's events and the program's routines: a failure that a routine doesn't catch
-/// is reported and ends the process.
+/// is reported and ends the process; from within a paint event, as soon as the event loop runs again. Behind
+/// a report only painting runs, all else is dropped.
 void RunEvent(const std::function<void()>& routine);
+
+/// Whether a report stands, or is about to, so that RunEvent drops what it is given.
+bool EndsWithReport();
 
 /// Runs a routine whose failure does no harm: a failure anywhere in it skips the rest of it, and the program
 /// goes on without a word. Only for the few places where that is the rule. False if it failed.
@@ -35,6 +39,10 @@ bool Guarded(const Routine& routine) {
 
 /// Ends the event loop; the process then ends with status 0.
 void Quit();
+
+/// Before the event loop ends because no window is loaded any more, asks a routine whether it may; null asks
+/// nobody. Whoever says no ends it with Quit later.
+void AskBeforeEnd(std::function<bool()> may_end);
 
 /// Runs a routine when the event loop has ended and all windows are gone, while the toolkit still stands: for
 /// what holds widgets and would outlive it.

@@ -93,8 +93,8 @@ Answer ShowMessage(const Message& message) {
   QWidget* const owner = Owner();
   const FocusReturn focus_return(owner);
   const PlainPointer pointer;
-  QMessageBox box(ToolkitIcon(message.icon), "Exposure Sheet", QString::fromStdString(message.text),
-                  ToolkitButtons(message.buttons), owner);
+  QMessageBox box(ToolkitIcon(message.icon), QString::fromStdString(ProgramTitle()),
+                  QString::fromStdString(message.text), ToolkitButtons(message.buttons), owner);
   box.setObjectName("MsgBox");
   DressOver(owner, box);
   box.setTextFormat(Qt::PlainText);
@@ -181,7 +181,7 @@ class StandingQuestion::Box {
       : focus_return_(Owner()), box_(Owner()) {
     box_.setObjectName("StandingQuestion");
     DressOver(Owner(), box_);
-    box_.setWindowTitle("Exposure Sheet");
+    box_.setWindowTitle(QString::fromStdString(ProgramTitle()));
     box_.setIcon(QMessageBox::Question);
     box_.setTextFormat(Qt::PlainText);
     box_.setText(QString::fromStdString(text));

@@ -30,11 +30,13 @@ class CellPainter : public QStyledItemDelegate {
   using QStyledItemDelegate::QStyledItemDelegate;
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-    QStyleOptionViewItem plain = option;
-    plain.state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
-    QStyledItemDelegate::paint(painter, plain, index);
-    PaintLines(*painter, option.rect);
-    if (option.state & QStyle::State_Selected) PaintFrame(*painter, option);
+    RunEvent([&] {
+      QStyleOptionViewItem plain = option;
+      plain.state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
+      QStyledItemDelegate::paint(painter, plain, index);
+      PaintLines(*painter, option.rect);
+      if (option.state & QStyle::State_Selected) PaintFrame(*painter, option);
+    });
   }
 
  private:
@@ -121,7 +123,9 @@ class Grid::View : public QTableView {
   }
 
   void keyPressEvent(QKeyEvent* event) override {
-    if (MoveByKey(*event)) return;
+    bool moved = false;
+    RunEvent([&] { moved = MoveByKey(*event); });
+    if (moved) return;
     const bool opens =
         event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_F2;
     if (opens && grid_.EditKey) return RunEvent(grid_.EditKey);
@@ -164,15 +168,15 @@ class Grid::View : public QTableView {
     if (model()->rowCount() == 0) return;
     // A sheet is read downward: its ends are the first and the last frame, not the outer columns.
     if (to_end) {
-      RunEvent([&] { grid_.MoveTo(event.key() == Qt::Key_Home ? 1 : grid_.Rows() - 1, grid_.Col()); });
+      grid_.MoveTo(event.key() == Qt::Key_Home ? 1 : grid_.Rows() - 1, grid_.Col());
       return;
     }
     if (!currentIndex().isValid()) {
-      RunEvent([&] { grid_.MoveTo(1, grid_.Col()); });
+      grid_.MoveTo(1, grid_.Col());
       return;
     }
     const QModelIndex target = moveCursor(*action, event.modifiers());
-    if (target.isValid()) RunEvent([&] { grid_.MoveTo(target.row() + 1, target.column()); });
+    if (target.isValid()) grid_.MoveTo(target.row() + 1, target.column());
   }
 
   static std::optional<CursorAction> ActionOf(const QKeyEvent& event) {

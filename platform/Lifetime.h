@@ -1,9 +1,25 @@
-// What the application and its windows know of each other. For the platform layer and for test mains.
+// What the application and its windows know of each other. For the platform layer and for those who make the
+// application.
 #pragma once
 
+#include <memory>
+#include <string>
+
+class QApplication;
 class QWidget;
 
 namespace platform {
+
+/// The toolkit's application object. Every event comes through RunEvent's boundary, whatever it is and
+/// whoever receives it.
+std::unique_ptr<QApplication> MakeApplication(int& argument_count, char** arguments);
+
+/// How a program is called on the error output, on its boxes and at the start of a sentence.
+struct ProgramWords {
+  std::string program = "exposure-sheet", title = "Exposure Sheet", subject = "The exposure sheet";
+};
+void SpeakOfProgram(ProgramWords words);
+const std::string& ProgramTitle();
 
 /// Sets the application's names, style and icon. The toolkit's application object must exist.
 void PrepareApplication();

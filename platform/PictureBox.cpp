@@ -81,8 +81,10 @@ class PictureWidget : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
-    box->DrawNow();
-    if (box->Paint) RunEvent(box->Paint);
+    RunEvent([this] {
+      box->DrawNow();
+      if (box->Paint) box->Paint();
+    });
     // Pixel by pixel: where a design pixel isn't a whole number of the screen's, the control's corner may lie
     // within one of them, and the image would be smeared over its neighbours.
     QPainter painter(this);
@@ -100,7 +102,9 @@ class PictureWidget : public QWidget {
   void focusInEvent(QFocusEvent*) override { update(); }
   void focusOutEvent(QFocusEvent*) override { update(); }
 
-  void resizeEvent(QResizeEvent*) override { box->FitSurface(); }
+  void resizeEvent(QResizeEvent*) override {
+    RunEvent([this] { box->FitSurface(); });
+  }
 
   void mousePressEvent(QMouseEvent* event) override {
     PassMove();

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/Lifetime.h"
 #include "platform/Translation.h"
 #include "platform/version.h"
 #include "recorder/RecorderLook.h"
@@ -32,13 +33,14 @@ int RunWindow() {
 }  // namespace
 
 int RunRecorder(int argument_count, char** arguments) {
-  QApplication application(argument_count, arguments);
+  const auto application = platform::MakeApplication(argument_count, arguments);
+  platform::SpeakOfProgram({"exposure-sheet-recorder", "Recorder", "The recorder"});
   QApplication::setApplicationName("exposure-sheet-recorder");
   QApplication::setApplicationVersion(platform::kVersion);
   QApplication::setDesktopFileName("exposure-sheet-recorder");
   QApplication::setWindowIcon(RecorderIcon());
   QApplication::setStyle(QStyleFactory::create("Fusion"));
-  application.setStyleSheet(RecorderStyle());
+  application->setStyleSheet(RecorderStyle());
   platform::TranslateToolkit();
   platform::Translate("recorder");
   QCommandLineParser parser;
@@ -46,7 +48,7 @@ int RunRecorder(int argument_count, char** arguments) {
       QCoreApplication::translate("recorder", "Records a voice as a wave file for the exposure sheet."));
   parser.addHelpOption();
   parser.addVersionOption();
-  parser.process(application);
+  parser.process(*application);
 
   const int status = RunWindow();
   if (AllAsideEnded(std::chrono::seconds(1))) return status;

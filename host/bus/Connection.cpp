@@ -110,8 +110,8 @@ void Connection::OnArrival(std::function<void()> routine) {
 }
 
 void Connection::Arrived() {
-  // The socket of a bus that has gone is readable for good.
-  if (!IsOpen()) readable_->setEnabled(false);
+  // The socket of a bus that has gone is readable for good, and so is one that nobody reads any more.
+  if (!IsOpen() || platform::EndsWithReport()) readable_->setEnabled(false);
   platform::RunEvent(*arrived_);
 }
 

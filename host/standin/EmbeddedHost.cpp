@@ -6,6 +6,7 @@
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/StandInWindow.h"
 #include "host/standin/stand_in.h"
+#include "platform/Application.h"
 #include "platform/Translation.h"
 
 namespace host {
@@ -20,9 +21,11 @@ class EmbeddedHost final : public HostObject {
     window_ = new StandInWindow(stand_in_, Place::Embedded);
     // The tool holds its host until the process ends, which is later than a window can live.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, window_, [window = window_] { delete window; });
+    platform::AskBeforeEnd([window = window_] { return !window || window->MayEndWithTool(); });
     window_->show();
   }
   ~EmbeddedHost() override {
+    platform::AskBeforeEnd(nullptr);
     if (QCoreApplication::instance() != nullptr) delete window_;
   }
 

@@ -4,6 +4,7 @@
 
 #include "host/standin/frame_pixels.h"
 #include "platform/Accessible.h"
+#include "platform/Application.h"
 
 namespace host {
 namespace {
@@ -64,12 +65,14 @@ void FrameView::Prepare(const QSize& device_size) {
 }
 
 void FrameView::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  painter.fillRect(rect(), QColor(24, 26, 30));
-  if (stand_in_.CurrentAnimation().FrameCount() == 0) return;
   const QRect box = PictureBox();
   const QSize device_size = (QSizeF(box.size()) * devicePixelRatioF()).toSize().expandedTo({1, 1});
-  if (stale_ || prepared_.size() != device_size) Prepare(device_size);
+  const bool any_frame = stand_in_.CurrentAnimation().FrameCount() > 0;
+  if (any_frame && (stale_ || prepared_.size() != device_size))
+    platform::RunEvent([&] { Prepare(device_size); });
+  QPainter painter(this);
+  painter.fillRect(rect(), QColor(24, 26, 30));
+  if (!any_frame) return;
   painter.drawImage(box, prepared_);
   painter.setPen(QColor(70, 74, 82));
   painter.drawRect(box.adjusted(-1, -1, 0, 0));

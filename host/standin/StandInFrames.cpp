@@ -1,4 +1,5 @@
 // The stand-in's animations: new ones, pictures in, pictures out, and nothing lost without a question.
+#include <QAction>
 #include <QApplication>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -130,6 +131,17 @@ bool StandInWindow::MayDropFrames() {
   if (!stand_in_->Unsaved()) return true;
   return QMessageBox::question(this, windowTitle(), tr("These frames aren't saved. Go on without them?"),
                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+bool StandInWindow::MayEndWithTool() {
+  // A tool that went while it was at work has left its display open.
+  if (stand_in_->Status()) stand_in_->StatusClose();
+  outlives_tool_ = !MayDropFrames();
+  if (!outlives_tool_) return true;
+  findChild<QAction*>("Leave")->setText(tr("&Quit"));
+  showNormal();
+  activateWindow();
+  return false;
 }
 
 bool StandInWindow::FramesAreFree() {

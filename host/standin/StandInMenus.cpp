@@ -31,7 +31,8 @@ QAction* AddItem(QMenu* menu, const char* name, const QString& text, std::functi
   QAction* action = menu->addAction(text);
   action->setObjectName(name);
   action->setShortcut(keys);
-  QObject::connect(action, &QAction::triggered, menu, [chosen = std::move(chosen)] { chosen(); });
+  QObject::connect(action, &QAction::triggered, menu,
+                   [chosen = std::move(chosen)] { platform::RunEvent(chosen); });
   return action;
 }
 
@@ -41,7 +42,8 @@ QAction* AddChoice(QMenu* menu, QActionGroup* group, const QString& text, bool t
   action->setCheckable(true);
   action->setChecked(ticked);
   group->addAction(action);
-  QObject::connect(action, &QAction::triggered, menu, [chosen = std::move(chosen)] { chosen(); });
+  QObject::connect(action, &QAction::triggered, menu,
+                   [chosen = std::move(chosen)] { platform::RunEvent(chosen); });
   return action;
 }
 

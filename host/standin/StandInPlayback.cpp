@@ -5,6 +5,7 @@
 
 #include "host/standin/StandInWindow.h"
 #include "host/standin/TransportIcons.h"
+#include "platform/Application.h"
 #include "platform/numbers.h"
 
 namespace host {
@@ -15,7 +16,7 @@ QAction* StandInWindow::MakeStepAction(const char* name, const QIcon& icon, cons
   action->setObjectName(name);
   action->setShortcut(keys);
   action->setToolTip(text + " (" + keys.toString(QKeySequence::NativeText) + ")");
-  connect(action, &QAction::triggered, this, [step = std::move(step)] { step(); });
+  connect(action, &QAction::triggered, this, [step = std::move(step)] { platform::RunEvent(step); });
   return action;
 }
 

@@ -9,13 +9,15 @@
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/StandInWindow.h"
 #include "platform/Accessible.h"
+#include "platform/Lifetime.h"
 #include "platform/Translation.h"
 #include "platform/version.h"
 
 namespace host {
 
 int RunStandIn(int argument_count, char** arguments) {
-  QApplication application(argument_count, arguments);
+  const auto application = platform::MakeApplication(argument_count, arguments);
+  platform::SpeakOfProgram({"vellumark-standin", "Vellumark (stand-in)", "The stand-in"});
   QApplication::setApplicationName("vellumark-standin");
   QApplication::setApplicationVersion(platform::kVersion);
   QApplication::setDesktopFileName("vellumark-standin");
@@ -26,7 +28,7 @@ int RunStandIn(int argument_count, char** arguments) {
       "standin", "Stands in for the drawing program that the exposure sheet works beside."));
   parser.addHelpOption();
   parser.addVersionOption();
-  parser.process(application);
+  parser.process(*application);
   platform::InstallAccessibleRoles();
   QApplication::setStyle(QStyleFactory::create("Fusion"));
 

@@ -17,6 +17,7 @@
 #include "host/standin/HostSettings.h"
 #include "host/standin/StandInStyle.h"
 #include "host/standin/TransportIcons.h"
+#include "platform/Application.h"
 #include "platform/Dialogs.h"
 
 namespace host {
@@ -39,9 +40,10 @@ StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
 
   paint_clock_.start();
   refresh_timer_.setSingleShot(true);
-  connect(&refresh_timer_, &QTimer::timeout, this, [this] { RefreshFrame(); });
+  connect(&refresh_timer_, &QTimer::timeout, this,
+          [this] { platform::RunEvent([this] { RefreshFrame(); }); });
   play_timer_.setTimerType(Qt::PreciseTimer);
-  connect(&play_timer_, &QTimer::timeout, this, [this] { PlayTick(); });
+  connect(&play_timer_, &QTimer::timeout, this, [this] { platform::RunEvent([this] { PlayTick(); }); });
   stand_in_->SetView(this);
   AnimationChanged();
   PutInCorner();
@@ -92,7 +94,8 @@ QWidget* StandInWindow::MakeTransportRow() {
   scrub_ = new QSlider(Qt::Horizontal, row);
   scrub_->setObjectName("Scrub");
   scrub_->setAccessibleName(tr("Current frame"));
-  connect(scrub_, &QSlider::valueChanged, this, [this](int frame) { StepTo(frame); });
+  connect(scrub_, &QSlider::valueChanged, this,
+          [this](int frame) { platform::RunEvent([this, frame] { StepTo(frame); }); });
   columns->addSpacing(8);
   columns->addWidget(scrub_, 1);
   return row;
@@ -249,6 +252,11 @@ void StandInWindow::ShowStatusAtOnce() {
 
 void StandInWindow::closeEvent(QCloseEvent* event) {
   if (place_ == Place::Apart) return event->setAccepted(MayQuit());
+  if (outlives_tool_) {
+    event->ignore();
+    if (MayDropFrames()) platform::Quit();
+    return;
+  }
   // Without this window a user couldn't reach the host any more, and the sheet's process must not end with
   // its host's window: so it only steps aside.
   event->ignore();

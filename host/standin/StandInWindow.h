@@ -33,6 +33,10 @@ class StandInWindow : public QMainWindow, public StandInView {
   /// A line for the user in the status row, as long as no display is open there.
   void ShowNote(const QString& text);
 
+  /// Embedded: whether the process may end now that the tool's last window has closed. If the user keeps
+  /// frames that aren't saved, this window stays and ends the process when it is closed.
+  bool MayEndWithTool();
+
   void FrameMoved() override;
   void FramePainted() override;
   void AnimationChanged() override;
@@ -112,6 +116,9 @@ class StandInWindow : public QMainWindow, public StandInView {
 
   std::shared_ptr<StandIn> stand_in_;
   Place place_;
+
+  /// The tool has gone, and this window stays for its frames.
+  bool outlives_tool_ = false;
 
   QMenu* animation_menu_ = nullptr;
   QString picture_folder_;

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTableView>
+#include <QWidget>
 
 #include "platform/Application.h"
 #include "platform/Grid.h"
@@ -210,6 +211,73 @@ TEST(EventsDeathTest, AFailureThatNothingCatchesEndsTheProcessAfterItsReport) {
   });
   EXPECT_EXIT(RunEvent([] { throw std::runtime_error("first"); }), testing::ExitedWithCode(1),
               "first\nread to the end");
+}
+
+/// What the toolkit comes in by where no routine of the program's stands at the door.
+struct Toy : QWidget {
+  explicit Toy(QEvent::Type type) : fails_at(type) {}
+  bool event(QEvent* event) override {
+    if (event->type() == fails_at) throw std::runtime_error("unguarded");
+    return QWidget::event(event);
+  }
+  QEvent::Type fails_at;
+};
+
+TEST(EventsDeathTest, AFailureInWhateverTheToolkitCallsIsReported) {
+  AnswerMessagesWith([](const Message& message) {
+    std::fputs(message.text.c_str(), stderr);
+    return Answer::Ok;
+  });
+  const auto expect_report = [](const char* what, const std::function<void()>& routine) {
+    const auto run = [&] {
+      routine();
+      support::HandleEvents();
+      std::fputs("went on", stderr);
+      std::_Exit(0);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(1), "can't go on and ends") << what;
+  };
+  expect_report("a drawing that was put off, at its paint event", [] {
+    sample->Show();
+    sample->canvas.Draw = [] { throw std::runtime_error("ink"); };
+    sample->canvas.DrawLater();
+    sample->canvas.Widget()->repaint();
+  });
+  expect_report("a canvas that another size makes draw", [] {
+    sample->Show();
+    sample->canvas.Resize = [] { throw std::runtime_error("ink"); };
+    sample->canvas.Widget()->resize(80, 80);
+  });
+  for (const QEvent::Type type : {QEvent::Paint, QEvent::Timer, QEvent::Wheel, QEvent::Show})
+    expect_report("an event of a widget", [type] {
+      Toy toy(type);
+      toy.resize(50, 50);
+      toy.show();
+      toy.startTimer(0);
+      support::HandleEvents();
+      support::Wheel(&toy, 120);
+      support::HandleEvents();
+    });
+  expect_report("a queued call", [] {
+    QMetaObject::invokeMethod(
+        qApp, [] { throw std::runtime_error("late"); }, Qt::QueuedConnection);
+  });
+}
+
+TEST(EventsDeathTest, BehindAReportNothingRunsButPainting) {
+  AnswerMessagesWith([](const Message&) {
+    RunLater([] { std::fputs("ran", stderr); });
+    support::HandleEvents();
+    std::fputs("read", stderr);
+    return Answer::Ok;
+  });
+  const auto fail = [] {
+    static Timer timer(*sample, "clock", 0);
+    timer.Tick = [] { std::fputs("ran", stderr); };
+    timer.SetEnabled(true);
+    RunEvent([] { throw std::runtime_error("first"); });
+  };
+  EXPECT_EXIT(fail(), testing::ExitedWithCode(1), "first\nread$");
 }
 
 }  // namespace

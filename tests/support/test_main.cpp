@@ -11,7 +11,7 @@ int main(int argc, char** argv) {
   for (const auto& [name, value] :
        {std::pair{"QT_QPA_PLATFORM", "offscreen"}, std::pair{"SDL_AUDIODRIVER", "dummy"}})
     if (qEnvironmentVariableIsEmpty(name)) qputenv(name, value);
-  QApplication application(argc, argv);
+  const auto application = platform::MakeApplication(argc, argv);
   platform::PrepareApplication();
   const int status = RUN_ALL_TESTS();
   platform::DestroyAllWindows();

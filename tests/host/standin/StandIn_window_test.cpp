@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QAction>
 #include <QApplication>
@@ -18,11 +19,13 @@
 #include <QThread>
 #include <QTimer>
 #include <chrono>
+#include <utility>
 
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
+#include "platform/Memory.h"
 #include "platform/Settings.h"
 #include "platform/Translation.h"
 #include "platform/version.h"
@@ -198,6 +201,12 @@ TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write(bytes, sizeof bytes - 1);
   file.close();
+  // Two frames of three planes of 2 by 2, and 8 bytes to work on one pixel.
+  for (const double free : {31.0, 32.0}) {
+    platform::ReadFreeMemoryFrom([free] { return free; });
+    EXPECT_EQ(std::holds_alternative<Animation>(ReadPictures({File("two.gif")}, kSilent)), free == 32);
+  }
+  platform::ReadFreeMemoryFrom(nullptr);
   const auto result = ReadPictures({File("two.gif")}, kSilent);
   ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
   const auto& animation = std::get<Animation>(result);
@@ -207,6 +216,26 @@ TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
   EXPECT_EQ(animation.Plane(1, Channel::Blue).bytes[0], 255);
 }
 
+TEST_F(StandInWindowTest, StopsReadingPicturesBeforeTheMemoryIsFull) {
+  QStringList files;
+  for (int i = 0; i < 12; ++i) {
+    const QString name = QString("%1.png").arg(i);
+    WritePicture(name, 1000, 1000, Qt::red);
+    files << File(name);
+  }
+  // Twelve frames take 36 MB. The memory may be short from the start, or become short while they are read.
+  for (const double at_first : {3e7, 1e8}) {
+    double free = at_first;
+    int files_read = 0;
+    platform::ReadFreeMemoryFrom([&] { return std::exchange(free, 1e7); });
+    const auto result = ReadPictures(files, [&](double) { ++files_read; });
+    ASSERT_TRUE(std::holds_alternative<std::string>(result));
+    EXPECT_THAT(std::get<std::string>(result), testing::HasSubstr(" would be needed, "));
+    EXPECT_EQ(files_read > 0, at_first == 1e8);
+  }
+  platform::ReadFreeMemoryFrom(nullptr);
+}
+
 TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
   WritePicture("a1.png", 4, 4, Qt::red);
   WritePicture("a2.png", 5, 4, Qt::red);
@@ -214,9 +243,11 @@ TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
   ASSERT_TRUE(nonsense.open(QIODevice::WriteOnly));
   nonsense.write("no picture at all");
   nonsense.close();
+  ASSERT_EQ(mkfifo(File("a4.png").toUtf8().constData(), 0600), 0);
   const std::vector<std::pair<QStringList, std::vector<std::string>>> cases = {
       {{File("a1.png"), File("a2.png")}, {"a2.png\" is 5 by 4", "a1.png", "4 by 4"}},
       {{File("a1.png"), File("a3.png")}, {"a3.png", "can't be read"}},
+      {{File("a1.png"), File("a4.png")}, {"a4.png", "Not a regular file"}},
       {{File("missing.png")}, {"missing.png", "can't be read"}},
       {{}, {"no picture"}},
   };
@@ -270,6 +301,28 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
   Choose("Demonstration");
   EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 48);
   Choose("Demonstration");  // nothing to ask about
+}
+
+TEST_F(StandInWindowTest, StaysForUnsavedFramesWhenTheToolHasGone) {
+  EXPECT_TRUE(window_->MayEndWithTool()) << "nothing to ask about";
+  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
+  window_->showMinimized();
+  QString question;
+  OnDialogs({AnswerQuestion(QMessageBox::No, &question)});
+  EXPECT_FALSE(window_->MayEndWithTool());
+  EXPECT_THAT(question.toStdString(), testing::HasSubstr("aren't saved"));
+  EXPECT_FALSE(window_->isMinimized());
+  // Its close box now ends the process, after the same question.
+  for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+    bool ended = false;
+    QTimer::singleShot(0, qApp, [&] {
+      OnDialogs({AnswerQuestion(answer, &question)});
+      window_->close();
+      if (answer == QMessageBox::No) QCoreApplication::exit(7);
+    });
+    ended = QApplication::exec() == 0;
+    EXPECT_EQ(ended, answer == QMessageBox::Yes);
+  }
 }
 
 TEST_F(StandInWindowTest, LeavesTheFramesToAToolThatBeganWhileADialogStoodOpen) {

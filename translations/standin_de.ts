@@ -59,6 +59,14 @@
         <source>There is not enough memory for all of these pictures.</source>
         <translation>Der Speicher reicht nicht für alle diese Bilder.</translation>
     </message>
+    <message>
+        <source>There is not enough memory for all of these pictures. %1 would be needed, %2 are free.</source>
+        <translation>Der Speicher reicht nicht für alle diese Bilder. Nötig wären %1, frei sind %2.</translation>
+    </message>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>es ist keine gewöhnliche Datei</translation>
+    </message>
 </context>
 <context>
     <name>host::BusService</name>

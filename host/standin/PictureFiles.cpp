@@ -11,6 +11,7 @@
 
 #include "host/standin/frame_pixels.h"
 #include "platform/Memory.h"
+#include "platform/numbers.h"
 
 namespace host {
 namespace {
@@ -63,8 +64,14 @@ std::optional<std::string> LookForMemory(Reading& reading, QSize next) {
   const FrameSize size{next.width(), next.height()};
   const double needed =
       std::max(reading.expected_bytes - reading.taken_bytes, FrameBytes(size)) + WorkBytes(size);
-  if (needed <= platform::FreeMemoryBytes()) return std::nullopt;
-  return "There is not enough memory for all of these pictures. " + platform::MemoryFigures(needed);
+  const double free = platform::FreeMemoryBytes();
+  if (needed <= free) return std::nullopt;
+  const auto amount = [](double bytes, platform::RoundTo direction) {
+    return QString::fromStdString(platform::SizeText(bytes, direction));
+  };
+  return Text(QObject::tr("There is not enough memory for all of these pictures. %1 would be needed, %2 are "
+                          "free.")
+                  .arg(amount(needed, platform::RoundTo::Above), amount(free, platform::RoundTo::Below)));
 }
 
 QImage OnWhite(const QImage& picture) {
@@ -105,7 +112,8 @@ std::optional<std::string> TakePicture(Reading& reading, const QImage& picture, 
 
 std::optional<std::string> TakeFile(Reading& reading, const QString& file) {
   if (IsPipeOrTheLike(file))
-    return Text(QString("The picture \"%1\" can't be read: Not a regular file.").arg(file));
+    return Text(QObject::tr("The picture \"%1\" can't be read: %2.")
+                    .arg(file, QObject::tr("it is not a regular file")));
   QImageReader reader(file);
   reader.setAutoTransform(true);
   do {

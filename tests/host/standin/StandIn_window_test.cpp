@@ -247,7 +247,7 @@ TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
   const std::vector<std::pair<QStringList, std::vector<std::string>>> cases = {
       {{File("a1.png"), File("a2.png")}, {"a2.png\" is 5 by 4", "a1.png", "4 by 4"}},
       {{File("a1.png"), File("a3.png")}, {"a3.png", "can't be read"}},
-      {{File("a1.png"), File("a4.png")}, {"a4.png", "Not a regular file"}},
+      {{File("a1.png"), File("a4.png")}, {"a4.png", "not a regular file"}},
       {{File("missing.png")}, {"missing.png", "can't be read"}},
       {{}, {"no picture"}},
   };

@@ -162,7 +162,7 @@ void EndWithReport(const std::string& text) {
 // Not the toolkit's quit(), which a window that won't close, such as the host's, can refuse. It would end the
 // event loop of a report too, which only its reader may.
 void Quit() {
-  if (!reporting) QCoreApplication::exit(EXIT_SUCCESS);
+  if (!EndsWithReport()) QCoreApplication::exit(EXIT_SUCCESS);
 }
 
 void AskBeforeEnd(std::function<bool()> routine) { may_end = std::move(routine); }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -23,7 +24,7 @@ double Seconds(const Work& work) {
 /// The value below which that share of the values lies.
 inline double Quantile(std::vector<double> values, double share) {
   std::ranges::sort(values);
-  return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1) + 0.5)];
+  return values[static_cast<std::size_t>(std::lround(share * static_cast<double>(values.size() - 1)))];
 }
 inline double Median(const std::vector<double>& values) { return Quantile(values, 0.5); }
 

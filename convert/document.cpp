@@ -251,7 +251,10 @@ std::vector<std::string> ForeignShapes(const Document& document, const ShapeTabl
   }
   if (!changed.empty()) {
     std::string list;
-    for (const std::string& shape : changed) list += (list.empty() ? "" : ", ") + shape;
+    for (const std::string& shape : changed) {
+      if (!list.empty()) list += ", ";
+      list += shape;
+    }
     notes.push_back({QT_TRANSLATE_NOOP("convert",
                                        "mouths that share a name in this format come back as the "
                                        "one in brackets: %1"),

@@ -5,9 +5,9 @@
 #include <vector>
 
 // Marks a text for the catalogue of translations and leaves it as it is, as the toolkit's macro of that name
-// does: the files here know no toolkit.
+// does: the files here know no toolkit. It is spelled as there, since a file may get both.
 #ifndef QT_TRANSLATE_NOOP
-#define QT_TRANSLATE_NOOP(context, text) text
+#define QT_TRANSLATE_NOOP(scope, x) x
 #endif
 
 namespace convert {

@@ -91,13 +91,14 @@ ThemeColors ReadHostTheme() {
 }
 
 void DressControls(platform::Window& window, const ThemeColors& theme, ButtonsAre buttons) {
-  for (Control* control : window.Controls()) {
-    if (auto* button = dynamic_cast<vl_button*>(control)) {
+  for (Control* listed : window.Controls()) {
+    Control& control = *listed;
+    if (auto* button = dynamic_cast<vl_button*>(&control)) {
       if (buttons == ButtonsAre::Dressed) DressVlButton(*button, theme);
-    } else if (auto* glide = dynamic_cast<HGlide*>(control)) {
+    } else if (auto* glide = dynamic_cast<HGlide*>(&control)) {
       DressGlide(*glide, theme);
     } else {
-      DressPlain(*control, theme);
+      DressPlain(control, theme);
     }
   }
 }

@@ -41,7 +41,8 @@ class SoundFile {
   // The next bytes, a twentieth of a second of them; empty at the end.
   std::span<const std::uint8_t> NextBlock() {
     const auto channels = static_cast<std::size_t>(info_.channels);
-    const auto frames = static_cast<std::size_t>(info_.samplerate / kBlocksPerSecond + 1);
+    const int frames_per_block = info_.samplerate / kBlocksPerSecond + 1;
+    const auto frames = static_cast<std::size_t>(frames_per_block);
     // As floats, whose scale is the same for every form of file; the library's own way from floats to
     // integers looks through the whole file first.
     read_.resize(frames * channels);

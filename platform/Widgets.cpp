@@ -112,7 +112,7 @@ LineControl::LineControl(Container& container, std::string name, int x1, int y1,
   Widget()->setAttribute(Qt::WA_TransparentForMouseEvents);
   SetAccessibleRole(Widget(), QAccessible::Separator);
   Move(std::min(x1, x2), std::min(y1, y2), std::abs(x2 - x1) + 1, std::abs(y2 - y1) + 1);
-  SetForeColor(color);
+  LineControl::SetForeColor(color);
 }
 int LineControl::X1() const { return Left(); }
 void LineControl::SetX(int x) { SetLeft(x); }

@@ -90,9 +90,9 @@ void RecorderWindow::HasEnded(Ending ending) {
 
 QString RecorderWindow::Words(Ending ending) const {
   const QString device = devices_->currentText();
-  const QString kept = take_->DataBytes() == 0
-                           ? tr("Nothing was recorded.")
-                           : tr("What was recorded until then is kept: %1.").arg(TimeText(take_->Seconds()));
+  QString kept = take_->DataBytes() == 0
+                     ? tr("Nothing was recorded.")
+                     : tr("What was recorded until then is kept: %1.").arg(TimeText(take_->Seconds()));
   switch (ending) {
     case Ending::Asked:
       if (take_->DataBytes() == 0) return kept;
@@ -188,7 +188,7 @@ bool RecorderWindow::MayDropTake() {
 QString RecorderWindow::Proposal() const {
   for (int number = 1;; ++number) {
     const QString name = number == 1 ? tr("recording") : tr("recording %1").arg(number);
-    const QString path = QDir(folder_).filePath(name + ".wav");
+    QString path = QDir(folder_).filePath(name + ".wav");
     if (!QFileInfo::exists(path)) return path;
   }
 }

@@ -6,7 +6,7 @@
 namespace recorder {
 namespace {
 
-constexpr int kBytesPerSample = 2;
+constexpr std::uint64_t kBytesPerSample = 2;
 constexpr std::size_t kRateAt = 24, kChannelsAt = 22;
 
 class Writer {
@@ -36,7 +36,7 @@ WaveHeader MakeWaveHeader(const WaveForm& form, std::uint64_t data_bytes) {
   WaveHeader header{};
   Writer out(header);
   const auto rate = static_cast<std::uint64_t>(form.frames_per_second);
-  const auto frame_bytes = static_cast<std::uint64_t>(form.channels * kBytesPerSample);
+  const auto frame_bytes = static_cast<std::uint64_t>(form.channels) * kBytesPerSample;
   out.Text("RIFF");
   out.Number(kWaveHeaderBytes - 8 + data_bytes, 4);
   out.Text("WAVEfmt ");

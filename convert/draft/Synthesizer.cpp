@@ -117,7 +117,7 @@ std::vector<std::vector<SpeechSound>> Synthesizer::SoundsOf(const std::vector<st
     if (event.type == kWord) {
       const auto behind =
           std::upper_bound(first_characters.begin(), first_characters.end(), event.text_position);
-      word = std::max<std::ptrdiff_t>(behind - first_characters.begin(), 1) - 1;
+      word = static_cast<std::size_t>(std::max<std::ptrdiff_t>(behind - first_characters.begin(), 1) - 1);
     }
     if (event.type != kPhoneme) continue;
     if (last) last->milliseconds = std::max(event.audio_milliseconds - last_begin, 10);

@@ -202,7 +202,8 @@ std::vector<std::int64_t> BestEnds(const std::vector<Step>& steps, const Stretch
   return ends;
 }
 
-/// The hops without the middle of long pauses, so that a band of some seconds reaches over any of them.
+/// The numbers of the hops without the middle of long pauses, so that a band of some seconds reaches over any
+/// of them.
 std::vector<std::int64_t> WithoutLongPauses(std::span<const VoiceHop> hops) {
   constexpr std::size_t kKeptAtEachEnd = 50;
   std::vector<std::int64_t> kept;
@@ -218,16 +219,15 @@ std::vector<std::int64_t> WithoutLongPauses(std::span<const VoiceHop> hops) {
   return kept;
 }
 
+/// Each of `all` sounds gets the same part of the length.
 std::vector<std::vector<HopSpan>> Evenly(std::int64_t length,
-                                         const std::vector<std::vector<SpeechSound>>& words) {
-  std::size_t all = 0, done = 0;
-  for (const auto& word : words) all += word.size();
+                                         const std::vector<std::vector<SpeechSound>>& words,
+                                         std::int64_t all) {
+  std::int64_t done = 0;
   std::vector<std::vector<HopSpan>> spans(words.size());
-  const auto hop = [&](std::size_t sounds) {
-    return length * static_cast<std::int64_t>(sounds) / static_cast<std::int64_t>(all);
-  };
   for (std::size_t i = 0; i < words.size(); ++i) {
-    for (std::size_t k = 0; k < words[i].size(); ++k, ++done) spans[i].push_back({hop(done), hop(done + 1)});
+    for (std::size_t k = 0; k < words[i].size(); ++k, ++done)
+      spans[i].push_back({length * done / all, length * (done + 1) / all});
   }
   return spans;
 }
@@ -236,16 +236,18 @@ std::vector<std::vector<HopSpan>> Evenly(std::int64_t length,
 
 std::vector<std::vector<HopSpan>> Align(std::span<const VoiceHop> hops,
                                         const std::vector<std::vector<SpeechSound>>& words) {
-  std::size_t sounds = 0;
-  for (const auto& word : words) sounds += word.size();
+  std::int64_t sounds = 0;
+  for (const auto& word : words) sounds += static_cast<std::int64_t>(word.size());
   if (sounds == 0) return std::vector<std::vector<HopSpan>>(words.size());
   const std::vector<std::int64_t> kept = WithoutLongPauses(hops);
-  if (sounds > kept.size()) return Evenly(static_cast<std::int64_t>(hops.size()), words);
+  if (sounds > static_cast<std::int64_t>(kept.size()))
+    return Evenly(static_cast<std::int64_t>(hops.size()), words, sounds);
   std::vector<VoiceHop> kept_hops;
+  kept_hops.reserve(kept.size());
   for (const std::int64_t hop : kept) kept_hops.push_back(hops[static_cast<std::size_t>(hop)]);
   const std::vector<Step> steps = StepsOf(kept_hops, words);
   const auto ends = BestEnds(steps, StretchCosts(kept_hops));
-  if (ends.empty()) return Evenly(static_cast<std::int64_t>(hops.size()), words);
+  if (ends.empty()) return Evenly(static_cast<std::int64_t>(hops.size()), words, sounds);
   std::vector<std::vector<HopSpan>> spans(words.size());
   std::size_t step = 0;
   for (std::size_t i = 0; i < words.size(); ++i) {

@@ -21,7 +21,7 @@ Reading ReadCueJson(std::string_view bytes, const Context& context) {
   if (!list.isArray()) return Refused(QT_TRANSLATE_NOOP("convert", "the file has no list \"mouthCues\""));
   std::vector<Cue> cues;
   std::optional<double> end;
-  for (const QJsonValue& value : list.toArray()) {
+  for (const auto& value : list.toArray()) {
     const QJsonObject object = value.toObject();
     const QJsonValue start = object.value("start"), letter = object.value("value");
     if (!start.isDouble() || !letter.isString()) {

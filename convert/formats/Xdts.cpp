@@ -36,7 +36,7 @@ struct Column {
 /// drawing.
 std::optional<std::string> ShapeOfCell(const std::string& value, const ShapeTable& names) {
   if (IsShape(value)) return std::string(WithoutTrailingBlank(value));
-  if (const auto shape = names.Shape(value, Naming::kSwitchData)) return shape;
+  if (auto shape = names.Shape(value, Naming::kSwitchData)) return shape;
   const auto number = WholeInteger(value);
   if (!number) return std::nullopt;
   for (const std::string& name : sheet::ShapeNames()) {
@@ -59,10 +59,10 @@ class TimeTable {
     const QJsonArray names =
         Member(table_.value("timeTableHeaders").toArray(), field_id).value("names").toArray();
     const QJsonArray tracks = Member(table_.value("fields").toArray(), field_id).value("tracks").toArray();
-    for (const QJsonValue& track : tracks) {
+    for (const auto& track : tracks) {
       const int number = track.toObject().value("trackNo").toInt(static_cast<int>(columns.size()));
       Column column{names.at(number).toString(QString::number(number + 1)), {}};
-      for (const QJsonValue& frame : track.toObject().value("frames").toArray()) AddCell(frame, column);
+      for (const auto& frame : track.toObject().value("frames").toArray()) AddCell(frame, column);
       columns.push_back(std::move(column));
     }
     return columns;
@@ -72,7 +72,7 @@ class TimeTable {
 
  private:
   static QJsonObject Member(const QJsonArray& list, int field_id) {
-    for (const QJsonValue& value : list) {
+    for (const auto& value : list) {
       if (value.toObject().value("fieldId").toInt(-1) == field_id) return value.toObject();
     }
     return {};
@@ -89,9 +89,9 @@ class TimeTable {
       return;
     }
     QString text;
-    for (const QJsonValue& data : frame.toObject().value("data").toArray()) {
+    for (const auto& data : frame.toObject().value("data").toArray()) {
       if (data.toObject().value("id").toInt(-1) != 0) continue;
-      for (const QJsonValue& value : data.toObject().value("values").toArray())
+      for (const auto& value : data.toObject().value("values").toArray())
         text += (text.isEmpty() ? "" : " ") + value.toString();
     }
     column.cells.push_back({static_cast<std::int64_t>(number), text.trimmed()});

@@ -80,7 +80,7 @@ void BusHost::TakeAllThatCame() {
 }
 
 std::string BusHost::Offer(FormObject& form) {
-  const std::string path = "/" + form.FormName();
+  std::string path = "/" + form.FormName();
   if (forms_.try_emplace(path, &form).second) connection_->AddObject(path, kFormInterface, kFormTable);
   unshown_.try_emplace(&form);
   return path;

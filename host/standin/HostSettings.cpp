@@ -79,7 +79,7 @@ bool StoreWallpaper(const QString& name_or_path) {
 
 QString WallpaperFile(const QString& name_or_path) {
   if (!WallpaperNames().contains(name_or_path)) return name_or_path;
-  const QString target = WallpaperFolder() + "/" + name_or_path + ".png";
+  QString target = WallpaperFolder() + "/" + name_or_path + ".png";
   QFile resource(kWallpaperResources + name_or_path + ".png");
   if (QFileInfo(target).size() == resource.size()) return target;
   QDir().mkpath(WallpaperFolder());

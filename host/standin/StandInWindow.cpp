@@ -45,7 +45,7 @@ StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
   play_timer_.setTimerType(Qt::PreciseTimer);
   connect(&play_timer_, &QTimer::timeout, this, [this] { platform::RunEvent([this] { PlayTick(); }); });
   stand_in_->SetView(this);
-  AnimationChanged();
+  StandInWindow::AnimationChanged();
   PutInCorner();
 }
 

@@ -169,7 +169,7 @@ void Run(const std::string& step, std::function<void()> then) {
   then();
 }
 
-void RunFrom(std::vector<std::string> steps, std::size_t next) {
+void RunFrom(const std::vector<std::string>& steps, std::size_t next) {
   if (next == steps.size()) return;
   platform::RunLater([steps, next] { Run(steps[next], [steps, next] { RunFrom(steps, next + 1); }); });
 }

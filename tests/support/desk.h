@@ -27,7 +27,7 @@ std::string WaveBytes(int bits_per_sample, int samples_per_second, const std::st
 template <typename Value>
 Value Next(std::vector<Value>& ready, Value otherwise) {
   if (ready.empty()) return otherwise;
-  const Value first = ready.front();
+  Value first = ready.front();
   ready.erase(ready.begin());
   return first;
 }

@@ -84,7 +84,7 @@ class RecordingHost : public host::HostObject {
   host::Variant Plane(int channel) {
     auto& plane = planes[{current_frame, channel}];
     if (plane.empty())
-      plane.assign(static_cast<std::size_t>((width + 1) * (height + 1)),
+      plane.assign(static_cast<std::size_t>(width + 1) * static_cast<std::size_t>(height + 1),
                    static_cast<std::uint8_t>(current_frame * 10 + channel));
     const auto owner = std::make_shared<const std::vector<std::uint8_t>>(plane);
     return host::ByteTable{*owner, owner};

@@ -16,7 +16,8 @@ TEST_PACKAGES="python3-dbus python3-gi"
 # Google Benchmark, and the noise that the wiggle is measured beside.
 BENCH_PACKAGES="libbenchmark-dev libstb-dev"
 
-CHECK_PACKAGES="clang-format clang-tidy"
+# Format, lint, and the compiler of the fuzzers with its run-time library.
+CHECK_PACKAGES="clang clang-format clang-tidy libclang-rt-dev"
 
 # What makes Debian packages, and what looks at them and at what the desktop is told.
 DEB_PACKAGES="debhelper dpkg-dev dh-python python3 lintian desktop-file-utils appstream shared-mime-info man-db libglib2.0-bin"

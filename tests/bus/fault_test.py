@@ -25,6 +25,9 @@ RESULTS = ["Vel_GetAppDir", "Vel_WallpaperFilename", "Vel_GetFrameRate", "vel_Bu
 GUARDED = {("Vel_WallpaperFilename", 1), ("Vel_WallpaperFilename", 2), ("Vel_GetAppDir", 2), ("vel_StatusOpen", 1),
            ("vel_Status", 1)}
 MOST_IN_MESSAGE = 1 << 26
+# Under the address sanitizer the bus library's buffer is copied whole with every piece of a message that arrives: there
+# a plane of 64 MiB that comes as bytes takes minutes.
+LARGE_MESSAGES = "ADDRESS_SANITIZER" not in os.environ
 
 
 class Faults(Session):
@@ -139,6 +142,8 @@ class Faults(Session):
                 (DESCRIPTORS, False, twice, None), (None, True, below, None), (None, True, most, None),
                 (DESCRIPTORS, True, above, "a plane of 67117056 bytes is more than a message"),
                 (DESCRIPTORS, True, twice, "a plane of 134217728 bytes is more than a message")]:
+            if interface is None and not LARGE_MESSAGES:
+                continue
             with self.subTest(interface=interface, setters_take_bytes=setters_take_bytes, size=size):
                 self.begin_anew(frames=2, width=size[0], height=size[1])
                 self.host.descriptors_in = interface

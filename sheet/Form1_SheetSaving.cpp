@@ -121,22 +121,20 @@ void Form1::MenuSave_Click() {
 }
 
 std::string Form1::RescueSheet() {
-  const std::string sound = std::filesystem::path(CommonDialog1.FileName).stem().string();
-  if (Grid1.Rows() == 1 && sound.empty() && sheet_file_.empty()) return {};
+  const std::string& named_by = sheet_file_.empty() ? CommonDialog1.FileName : sheet_file_;
+  if (Grid1.Rows() == 1 && named_by.empty()) return {};
   // All frames of the tracks: nobody can be asked now what may be left out.
   const std::int32_t frames =
       sheet::CalcTime().value_or(0) == 0 ? 0 : timeline::Tracks().VelocityValues.Frames();
   const std::string bytes = sheet::SheetFileText(ContentOf(*this, CellsAsTheyStand(Grid1), frames));
-  if (!sheet_file_.empty() && sheet::ReadWholeFile(sheet_file_).bytes == bytes)
-    return "The sheet is saved in " + sheet_file_ + " as it stands.";
-  const std::string own = std::filesystem::path(sheet_file_).stem().string();
   std::vector<std::string> folders = platform::UserFolders();
-  if (!sheet_file_.empty()) folders.insert(folders.begin(), sheet::FolderOf(sheet_file_));
-  const sheet::RescuedFile file = sheet::WriteRescuedFile(folders,
-                                                          !own.empty()     ? own
-                                                          : !sound.empty() ? sound
-                                                                           : "sheet",
-                                                          sheet_file_, bytes);
+  if (!sheet_file_.empty()) {
+    if (sheet::ReadWholeFile(sheet_file_).bytes == bytes)
+      return "The sheet is saved in " + sheet_file_ + " as it stands.";
+    folders.insert(folders.begin(), sheet::FolderOf(sheet_file_));
+  }
+  const std::string name = named_by.empty() ? "sheet" : std::filesystem::path(named_by).stem().string();
+  const sheet::RescuedFile file = sheet::WriteRescuedFile(folders, name, sheet_file_, bytes);
   if (file.path.empty()) return "The sheet as it stood could not be written.\n" + file.failures;
   return "The sheet as it stood is in " + file.path + "." +
          (file.failures.empty() ? "" : "\n" + file.failures);

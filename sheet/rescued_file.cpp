@@ -31,8 +31,12 @@ RescuedFile WriteRescuedFile(const std::vector<std::string>& folders, std::strin
   for (const std::string& folder : folders) {
     file.path = WriteInto(folder, stem, own_file, bytes);
     if (!file.path.empty()) break;
-    const std::string reason = std::strerror(errno);
-    file.failures += "It could not be written into " + folder + ": " + reason + ".\n";
+    const char* const reason = std::strerror(errno);
+    file.failures.append("It could not be written into ")
+        .append(folder)
+        .append(": ")
+        .append(reason)
+        .append(".\n");
   }
   if (!file.failures.empty()) file.failures.pop_back();
   return file;

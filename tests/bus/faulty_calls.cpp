@@ -20,7 +20,6 @@
 
 namespace {
 
-constexpr std::size_t kMostBytesAtOnce = 128;
 constexpr int kKillBefore = -1, kKillAfter = -2;
 
 bool armed = false;
@@ -28,6 +27,12 @@ int calls = 0, faulty_call = 0, fault = 0;
 pid_t victim = 0;
 
 bool Told(const char* name) { return std::getenv(name) != nullptr; }
+
+/// Of what is written, the most that one call takes.
+std::size_t MostBytesAtOnce() {
+  const char* const bytes = std::getenv("FAULTY_PIECE");
+  return bytes == nullptr ? 128 : static_cast<std::size_t>(std::atoi(bytes));
+}
 
 template <typename Routine>
 Routine* Real(const char* name) {
@@ -118,7 +123,7 @@ int open(const char* path, int flags, ...) {
 ssize_t write(int file, const void* bytes, size_t size) {
   static const auto real = Real<ssize_t(int, const void*, size_t)>("write");
   if (!IsOurs(file)) return real(file, bytes, size);
-  return Counted([&] { return real(file, bytes, std::min(size, kMostBytesAtOnce)); });
+  return Counted([&] { return real(file, bytes, std::min(size, MostBytesAtOnce())); });
 }
 
 ssize_t read(int file, void* bytes, size_t size) {

@@ -10,6 +10,7 @@ import subprocess
 import sys
 import time
 import unittest
+import unittest.mock
 
 EVERY_CALL = "--every-call" in sys.argv and not sys.argv.remove("--every-call")
 LIBRARY = sys.argv.pop()
@@ -43,7 +44,8 @@ class Save(Session):
     kinds = {
         "replaced": ("old", []), "new": (None, []), "behind a link": ("link", []),
         "replaced where files need names": ("old", [NO_NAMELESS]), "new where files need names": (None, [NO_NAMELESS]),
-        "in a folder that can't be written": ("old", [REFUSES]), "somebody else's in a folder for all": ("old", [RENAME]),
+        "in a folder that can't be written": ("old", [REFUSES]),
+        "somebody else's in a folder for all": ("old", [RENAME]),
     }
     killed = failed = told = 0
 
@@ -79,14 +81,11 @@ class Save(Session):
         return held, others, copies
 
     def run_save(self, conditions, *steps):
-        environment = {"LD_PRELOAD": LIBRARY, "FAULTY_FOLDER": self.folder.name}
+        environment = {"LD_PRELOAD": LIBRARY, "FAULTY_FOLDER": self.folder.name,
+                       "FAULTY_PIECE": "8" if EVERY_CALL else "128", "ASAN_OPTIONS": "verify_asan_link_order=0"}
         environment.update({name: self.sheets for name in conditions})
-        os.environ.update(environment)
-        try:
+        with unittest.mock.patch.dict(os.environ, environment):
             return self.run_tool("shown", f"wave={self.sound}", "cell=2,1,A ", "cell=3,2,hello, frog", "row=4", *steps)
-        finally:
-            for name in environment:
-                del os.environ[name]
 
     def calls_of(self, before, conditions):
         self.lay(before)
@@ -105,7 +104,8 @@ class Save(Session):
                 with self.subTest(kind=kind, call=call, of=calls, after=when == -2):
                     Save.killed += 1
                     self.lay(before)
-                    status, _, reported = self.run_save(conditions, f"arm={call},{when}", f"save={self.target}", "wait")
+                    status, _, reported = self.run_save(conditions, f"arm={call},{when}", f"save={self.target}",
+                                                        "wait")
                     self.assertEqual(status, -9, reported)
                     self.check_killed(before, conditions)
 
@@ -138,8 +138,8 @@ class Save(Session):
             for error in ERRORS:
                 at = range(1, calls + 1) if EVERY_CALL else range(1 + ERRORS.index(error), calls + 1, 4)
                 self.begin_anew()
-                steps = [[f"shell=sh {self.script} lay {before}", f"arm={call},{error}", f"save={self.target}", "disarm",
-                          f"shell=sh {self.script} keep {call} 2> /dev/null"] for call in at]
+                steps = [[f"shell=sh {self.script} lay {before}", f"arm={call},{error}", f"save={self.target}",
+                          "disarm", f"shell=sh {self.script} keep {call} 2> /dev/null"] for call in at]
                 status, seen, reported = self.run_save(conditions, *sum(steps, []), "held", "quit")
                 self.assertEqual(status, 0, reported)
                 self.new = sheet_file(seen)

@@ -63,8 +63,9 @@ class UntimelyEnd(tool_session.Session):
 
     def test_an_empty_or_saved_sheet_and_one_that_is_quit_leave_nothing(self):
         kept = os.path.join(self.folder.name, "kept.exp")
-        for made, ends, words in (([], "throw=the words", "the words\n"), (self.sheet(), "quit", ""),
-                                  ([*self.sheet(), f"save={kept}"], "throw=the words", f"saved in {kept} as it stands")):
+        for made, ends, words in (
+                ([], "throw=the words", "the words\n"), (self.sheet(), "quit", ""),
+                ([*self.sheet(), f"save={kept}"], "throw=the words", f"saved in {kept} as it stands")):
             with self.subTest(ends=ends, words=words):
                 _, _, reported = self.run_tool("shown", *made, ends)
                 self.assertIn(words, reported)

@@ -72,6 +72,14 @@ struct PictureBox::Surface {
   double pen_x = 0, pen_y = 0;
   bool drawing_pending = false;
   std::shared_ptr<const Picture> picture;
+  /// Around all that the screen doesn't show yet.
+  QRect unseen;
+
+  /// Puts a place on the screen soon, or at the next Refresh.
+  void Show(QWidget& widget, const QRect& place) {
+    unseen |= place;
+    widget.update(place);
+  }
 };
 
 class PictureWidget : public QWidget {
@@ -91,7 +99,8 @@ class PictureWidget : public QWidget {
     const QTransform to_screen = painter.deviceTransform();
     const QPoint corner = to_screen.map(QPointF(0, 0)).toPoint();
     painter.setWorldTransform(to_screen.inverted());
-    const PictureBox::Surface& surface = *box->surface_;
+    PictureBox::Surface& surface = *box->surface_;
+    surface.unseen = {};
     painter.drawImage(corner, surface.image);
     for (const int column : surface.rules)
       painter.fillRect(corner.x() + ScaledPixel(column, surface.scale), corner.y(), 1, surface.image.height(),
@@ -230,14 +239,14 @@ void PictureBox::Changed(const PixelBox& box) {
             top = static_cast<int>(std::floor(box.top / scale)) - around,
             right = static_cast<int>(std::ceil(box.right / scale)) + around,
             bottom = static_cast<int>(std::ceil(box.bottom / scale)) + around;
-  Widget()->update(QRect(left, top, right - left, bottom - top));
+  surface_->Show(*Widget(), QRect(left, top, right - left, bottom - top));
 }
 
 void PictureBox::Cls() {
   FitSurface();
   surface_->image.fill(ToolkitColor(surface_->back));
   MovePen(0, 0);
-  Widget()->update();
+  surface_->Show(*Widget(), Widget()->rect());
 }
 
 void PictureBox::MovePen(double x, double y) {
@@ -250,7 +259,7 @@ void PictureBox::Print(const std::string& text) {
   const TextMask mask = MaskOf(surface_->font, text, view.scale);
   BlendMask(view, view.At(surface_->pen_x), view.At(surface_->pen_y), mask, surface_->fore);
   surface_->pen_x += mask.advance / view.scale;
-  Widget()->update();
+  surface_->Show(*Widget(), Widget()->rect());
 }
 
 void PictureBox::SetPicture(std::shared_ptr<const Picture> picture) {
@@ -293,7 +302,7 @@ void PictureBox::ShowRules(std::vector<int> columns, Color color) {
   if (columns == surface_->rules && color == surface_->rule_color) return;
   surface_->rules = std::move(columns);
   surface_->rule_color = color;
-  Widget()->update();
+  surface_->Show(*Widget(), Widget()->rect());
 }
 
 void PictureBox::TakeKeyboard() { Widget()->setFocusPolicy(Qt::StrongFocus); }
@@ -302,14 +311,18 @@ void PictureBox::FrameColumns(int left, int right) {
   if (left == surface_->frame_left && right == surface_->frame_right) return;
   surface_->frame_left = left;
   surface_->frame_right = right;
-  Widget()->update();
+  surface_->Show(*Widget(), Widget()->rect());
 }
 
 void PictureBox::Refresh() {
   if (RefreshIsPaused()) return;
   DrawNow();
   if (!Widget()->isVisible()) return;
-  Widget()->repaint();
+  // A whole canvas would be much to copy for a box that has moved, on a dense screen above all. In one
+  // rectangle, as the toolkit is slow where it has to clip by several. Whatever else has changed in the
+  // window goes with it.
+  Widget()->repaint(surface_->unseen.isEmpty() ? QRect(0, 0, 1, 1) : surface_->unseen);
+  surface_->unseen = {};
 }
 
 }  // namespace platform

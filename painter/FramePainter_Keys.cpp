@@ -52,8 +52,9 @@ bool FramePainter::Form_KeyDown(const KeyPress& press) {
   const auto frame =
       KeyTarget(stamps ? KeyPress::Key::Right : press.key, strips.FrameForKeys, TheRoll().RollLength());
   if (!frame) return false;
-  if (stamps) SetRollFrame(strips.FrameForKeys, static_cast<std::int16_t>(strips.SelectedCell));
+  const std::int32_t stamped = strips.FrameForKeys;
   GoToFrame(*frame);
+  if (stamps) SetRollFrame(stamped, static_cast<std::int16_t>(strips.SelectedCell));
   return true;
 }
 

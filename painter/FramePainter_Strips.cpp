@@ -100,8 +100,8 @@ void FramePainter::Picture1_Paint() {
     const std::int32_t chosen = TheStrips().SelectedCell;
     DrawCellsStrip(*view, retrieval, chosen, planes.View());
     FrameThumbnail(Picture1, *view, chosen);
-    Picture1.SetAccessibleDescription("Cell " + std::to_string(chosen) + " of " +
-                                      std::to_string(retrieval.CellCount));
+    Picture1.SetAccessibleItem("Cell " + std::to_string(chosen) + " of " +
+                               std::to_string(retrieval.CellCount));
   }
   Blit(Picture1, planes);
 }
@@ -115,7 +115,7 @@ void FramePainter::Picture2_Paint() {
     DrawRoll(*view, strips);
     Picture2.ShowRules(EdgesBetweenBlanks(*view, Picture2.ScaleWidth()), kBlankEdge);
     FrameThumbnail(Picture2, *view, strips.FrameForKeys);
-    Picture2.SetAccessibleDescription(FrameInWords(strips.FrameForKeys));
+    Picture2.SetAccessibleItem(FrameInWords(strips.FrameForKeys));
   }
   Blit(Picture2, strips.RollPlanes);
 }

@@ -1,18 +1,74 @@
 #include "platform/Accessible.h"
 
 #include <QAccessibleWidget>
+#include <QPointer>
 #include <QVariant>
 #include <QWidget>
+#include <utility>
 
 namespace platform {
 namespace {
 
 constexpr const char* kRoleProperty = "accessible_role";
 
+constexpr const char* kItemProperty = "accessible_item";
+constexpr const char* kLastItemProperty = "accessible_last_item";
+
+/// A text in a widget. Another text is another item: who listens hears of it then.
+class Item : public QAccessibleInterface {
+ public:
+  Item(QWidget* widget, QString text) : widget_(widget), text_(std::move(text)) {}
+  bool isValid() const override { return !widget_.isNull(); }
+  QObject* object() const override { return nullptr; }
+  QAccessibleInterface* parent() const override {
+    return QAccessible::queryAccessibleInterface(widget_.data());
+  }
+  QAccessibleInterface* child(int) const override { return nullptr; }
+  QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+  int childCount() const override { return 0; }
+  int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+  QString text(QAccessible::Text kind) const override {
+    return kind == QAccessible::Name ? text_ : QString();
+  }
+  void setText(QAccessible::Text, const QString&) override {}
+  QRect rect() const override { return widget_ ? parent()->rect() : QRect(); }
+  QAccessible::Role role() const override { return QAccessible::ListItem; }
+  QAccessible::State state() const override {
+    QAccessible::State state;
+    state.focusable = state.selectable = state.selected = true;
+    state.focused = widget_ && widget_->hasFocus();
+    state.invisible = !widget_ || !widget_->isVisible();
+    return state;
+  }
+
+ private:
+  QPointer<QWidget> widget_;
+  QString text_;
+};
+
+/// The toolkit knows items by numbers, which the widget keeps.
+QAccessibleInterface* ItemOf(const QWidget& widget, const char* property = kItemProperty) {
+  const QVariant id = widget.property(property);
+  return id.isValid() ? QAccessible::accessibleInterface(id.value<QAccessible::Id>()) : nullptr;
+}
+
+class ItemHolder : public QAccessibleWidget {
+ public:
+  explicit ItemHolder(QWidget* widget) : QAccessibleWidget(widget, QAccessible::List) {}
+  int childCount() const override { return child(0) != nullptr ? 1 : 0; }
+  QAccessibleInterface* child(int index) const override { return index == 0 ? ItemOf(*widget()) : nullptr; }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    return child == this->child(0) ? 0 : -1;
+  }
+  QAccessibleInterface* focusChild() const override { return widget()->hasFocus() ? child(0) : nullptr; }
+};
+
 QAccessibleInterface* MakeInterface(const QString& /*class_name*/, QObject* object) {
   const QVariant role = object->property(kRoleProperty);
   if (!role.isValid() || !object->isWidgetType()) return nullptr;
-  return new QAccessibleWidget(static_cast<QWidget*>(object), static_cast<QAccessible::Role>(role.toInt()));
+  auto* widget = static_cast<QWidget*>(object);
+  if (role.toInt() == QAccessible::List) return new ItemHolder(widget);
+  return new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt()));
 }
 
 }  // namespace
@@ -22,6 +78,25 @@ void SetAccessibleRole(QWidget* widget, QAccessible::Role role) {
   // Whoever was asked already, as a widget is that was made with its parent, would go on being what it was.
   if (QAccessibleInterface* known = QAccessible::queryAccessibleInterface(widget))
     QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
+}
+
+void SetAccessibleItem(QWidget* widget, const QString& text) {
+  QAccessibleInterface* known = ItemOf(*widget);
+  if (known != nullptr && known->text(QAccessible::Name) == text) return;
+  // The last one stays: who hears of the new one looks back at it, to tell only what is new.
+  if (QAccessibleInterface* before = ItemOf(*widget, kLastItemProperty))
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(before));
+  widget->setProperty(kLastItemProperty, widget->property(kItemProperty));
+  widget->setProperty(kItemProperty,
+                      QVariant::fromValue(QAccessible::registerAccessibleInterface(new Item(widget, text))));
+  if (widget->hasFocus()) TellAccessibleItem(widget);
+}
+
+void TellAccessibleItem(QWidget* widget) {
+  QAccessibleInterface* item = ItemOf(*widget);
+  if (item == nullptr) return;
+  QAccessibleEvent event(item, QAccessible::Focus);
+  QAccessible::updateAccessibility(&event);
 }
 
 void InstallAccessibleRoles() { QAccessible::installFactory(&MakeInterface); }

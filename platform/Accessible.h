@@ -10,6 +10,12 @@ namespace platform {
 /// A widget that draws itself counts as a filler until it is said what it is.
 void SetAccessibleRole(QWidget* widget, QAccessible::Role role);
 
+/// Makes a widget a list that tells of one item: the one that its keys stand on. What changes is spoken while
+/// the widget has the keyboard, which a name or a description of the widget's own isn't.
+void SetAccessibleItem(QWidget* widget, const QString& text);
+/// The widget has got the keyboard, and the item is what is spoken.
+void TellAccessibleItem(QWidget* widget);
+
 /// Makes the roles above known to the toolkit; once, before the first window.
 void InstallAccessibleRoles();
 

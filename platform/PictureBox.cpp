@@ -108,7 +108,13 @@ class PictureWidget : public QWidget {
     if (hasFocus()) PaintFrame(painter, corner, surface);
   }
 
-  void focusInEvent(QFocusEvent*) override { update(); }
+  void focusInEvent(QFocusEvent*) override {
+    update();
+    // After the toolkit has told of the widget itself.
+    RunLater([widget = QPointer(this)] {
+      if (widget && widget->hasFocus()) TellAccessibleItem(widget);
+    });
+  }
   void focusOutEvent(QFocusEvent*) override { update(); }
 
   void resizeEvent(QResizeEvent*) override {
@@ -305,7 +311,14 @@ void PictureBox::ShowRules(std::vector<int> columns, Color color) {
   surface_->Show(*Widget(), Widget()->rect());
 }
 
-void PictureBox::TakeKeyboard() { Widget()->setFocusPolicy(Qt::StrongFocus); }
+void PictureBox::TakeKeyboard() {
+  Widget()->setFocusPolicy(Qt::StrongFocus);
+  SetAccessibleRole(Widget(), QAccessible::List);
+}
+
+void PictureBox::SetAccessibleItem(const std::string& text) {
+  platform::SetAccessibleItem(Widget(), QString::fromStdString(text));
+}
 
 void PictureBox::FrameColumns(int left, int right) {
   if (left == surface_->frame_left && right == surface_->frame_right) return;

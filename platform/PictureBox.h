@@ -75,8 +75,10 @@ class PictureBox : public Control, public Container {
   /// image.
   void ShowRules(std::vector<int> columns, Color color);
 
-  /// The Tab key and a press give it the keyboard.
+  /// The Tab key and a press give it the keyboard. For assistive technology it is a list then.
   void TakeKeyboard();
+  /// What the keys stand on, in words; spoken as it changes.
+  void SetAccessibleItem(const std::string& text);
   /// The columns from left to right, in design pixels, that are framed while it has the keyboard. The frame
   /// is seen over the picture and doesn't touch the image.
   void FrameColumns(int left, int right);

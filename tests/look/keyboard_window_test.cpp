@@ -70,8 +70,8 @@ TEST(Spoken, EveryThingIsWhatItIs) {
       {form.Picture3.Widget(), QAccessible::Pane, "Timeline"},
       {form.vl_button13.Widget(), QAccessible::CheckBox, "Channel visibility, yellow"},
       {form.vl_button16.Widget(), QAccessible::CheckBox, "Channel visibility, blue"},
-      {painter::frame_painter.Hold().Picture1.Widget(), QAccessible::Graphic, "Your cells"},
-      {painter::frame_painter.Hold().Picture2.Widget(), QAccessible::Graphic, "New roll of film"},
+      {painter::frame_painter.Hold().Picture1.Widget(), QAccessible::List, "Your cells"},
+      {painter::frame_painter.Hold().Picture2.Widget(), QAccessible::List, "New roll of film"},
       {form.Grid1.Widget(), QAccessible::Table, "Exposure sheet"},
   };
   for (const auto& thing : things) {

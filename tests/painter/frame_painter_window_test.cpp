@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QWidget>
 
 #include "painter/Retrieve.h"
@@ -152,7 +153,10 @@ TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
     strip.SetFocus();
     for (const int key : names) support::Key(strip.Widget(), key);
   };
-  const auto told = [](platform::PictureBox& strip) { return strip.Widget()->accessibleDescription(); };
+  const auto told = [](platform::PictureBox& strip) {
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(strip.Widget());
+    return list->childCount() == 1 ? list->child(0)->text(QAccessible::Name) : QString();
+  };
   FramePainter& window = Window();
   keys(window.Picture1, {Qt::Key_Left, Qt::Key_Right, Qt::Key_Right});
   EXPECT_EQ(CellsAt(228), Negative(2));

@@ -165,6 +165,17 @@ class Desk:
         """The id of the window that has the focus."""
         return output("xdotool", "getactivewindow").strip()
 
+    def confirm(self, window):
+        """Presses Return until the dialog has closed: a list of completions may take the first one for itself."""
+        for _ in range(2):
+            self.keys("Return")
+            try:
+                return self.gone(window, LIMIT_SECONDS / 4)
+            except TourError:
+                window.front()
+        self.keys("Return")
+        return self.gone(window)
+
     def gone(self, window, seconds=LIMIT_SECONDS):
         """Waits until that window isn't shown any more."""
         wait_for("a window to close", lambda: not shown(window.id), seconds)

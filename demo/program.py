@@ -130,8 +130,7 @@ class Sheet:
         picture = self.desk.settle(dialog.area())
         if look:
             look(dialog)
-        self.desk.keys("Return")
-        self.desk.gone(dialog)
+        self.desk.confirm(dialog)
         return picture
 
     def open_wave(self, path, look=None):

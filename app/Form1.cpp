@@ -62,7 +62,7 @@ Form1::~Form1() = default;
 
 void Form1::PlaceControls() {
   for (platform::Control* control : Controls())
-    if (const timeline::Place* place = timeline::FindPlace(control->Name()))
+    if (const timeline::ControlPlace* place = timeline::FindPlace(control->Name()))
       control->Move(place->left, place->top, place->width, place->height);
   // Buttons and labels are known to assistive technology by their tips and captions.
   Grid1.SetAccessibleName("Exposure sheet");
@@ -161,7 +161,7 @@ void Form1::BindTransport() {
 void Form1::BindTimeline() {
   vl_button3.Click = [this] { vl_button3_Click(); };
   vl_button4.Click = [this] { vl_button4_Click(); };
-  // A canvas that fills its viewport doesn't scroll.
+  // At first the canvas is as wide as its viewport, so there is nothing to scroll.
   HScroll1.SetMax(0);
   HScroll1.Change = [this] { HScroll1_Change(); };
   HScroll1.Scroll = [this] { HScroll1_Scroll(); };

@@ -234,7 +234,7 @@ class Form1 : public platform::Window {
   /// The file that the sheet was opened from or saved to last. A sound that was opened by itself begins a new
   /// sheet, which has none yet.
   std::string sheet_file_;
-  /// What is left of a turn that made no whole click of a zoom button.
+  /// The part of a turn of the wheel that hasn't yet added up to one zoom step.
   float zoom_turn_ = 0;
 
   // What the two canvases show and what they are to show next.

@@ -30,7 +30,7 @@ bool Form1::Form_KeyDown(const KeyPress& press) {
   if (press.control) return false;
   if (press.shift && (up || down)) return BendTrack(up ? -1 : 1, press.repeated), true;
   const bool running = Timer1.Enabled();
-  // A key that is held must neither start and stop by turns nor leave a row of slices behind.
+  // A held key must neither start and stop the playback in turn nor queue up slices to be played.
   if (press.key == KeyPress::Key::Space && !press.repeated) {
     running ? vl_button5_Click() : vl_button1_Click();
   } else if (press.key == KeyPress::Key::Escape && running) {

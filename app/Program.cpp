@@ -25,14 +25,14 @@ std::string AppTitle;
 
 void Main() {
   AppTitle = "Exposure Sheet 2.3";
-  host::HostSession.Hold(MakeHost());
+  host::HostSession.Set(MakeHost());
   timeline::Tracks();
   audio::LoadedSound();
   platform::BeforeUntimelyEnd([] {
     Form1* const form = form1.IfLoaded();
     return form == nullptr ? std::string() : form->RescueSheet();
   });
-  platform::BeforeEnd([] { host::HostSession.Hold(nullptr); });
+  platform::BeforeEnd([] { host::HostSession.Set(nullptr); });
   form1.Hold();
   static host::HandedWindow<Form1> handed("Form1", form1);
   host::HostSession.Call("Vel_SendFormObject", static_cast<host::FormObject*>(&handed), std::int16_t{0});

@@ -1,4 +1,4 @@
-// Hearing the sound against the sheet: the whole file beside a running clock, one frame's slice, scrubbing.
+// Playing the sound: the whole file while the rows follow the clock, the slice of one frame, scrubbing.
 #include <atomic>
 
 #include "app/Form1.h"
@@ -73,8 +73,8 @@ void Form1::EndRun() {
   Line1.SetVisible(false);
 }
 
-/// A failure while following costs the rest of the tick but not the run: its end is looked for each time. A
-/// run over another sound than it began with goes on over that one's length.
+/// If following fails, the rest of this tick is skipped, but the run goes on and its end is checked in each
+/// tick. If another sound was loaded since the start, the run ends with that one's length.
 void Form1::Timer1_Timer() {
   const double sound_seconds = sheet::CalcTime().value_or(0);
   platform::Guarded([&] { FollowSound(sound_seconds); });
@@ -91,7 +91,8 @@ void Form1::FollowSound(double sound_seconds) {
   if (row > 0 && row < frame_rows && Grid1.Row() < row) AdvanceToRow(row);
 }
 
-/// The row's repainting has already sent the host to the frame before; this call lands last.
+/// Repainting the row has already sent the host to the frame before this one; this call comes last and
+/// counts.
 void Form1::AdvanceToRow(std::int32_t row) {
   Grid1.SetFocus();
   Grid1.SetRow(row);

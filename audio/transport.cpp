@@ -41,7 +41,8 @@ std::span<const std::byte> BytesOfFrame(const SampleStore& sound, std::int32_t f
 }
 
 float ElapsedSeconds(float start_reading, double reading) {
-  // Both as floats: a finer reading can lie before the start that was taken at the same moment.
+  // Both are rounded to floats: an unrounded reading could lie before the rounded start that was taken at the
+  // same moment.
   const float elapsed = static_cast<float>(reading) - start_reading;
   return elapsed < -kSecondsPerDay / 2 ? elapsed + kSecondsPerDay : elapsed;
 }

@@ -302,9 +302,9 @@ std::string WriteSound() {
 void Walk(benchmark::State& state, const char* deed, const std::function<void()>& walk) {
   static const auto remote = host::ConnectToBusHost();
   const auto noting = std::make_shared<NotingHost>(remote);
-  HostSession.Hold(noting);
+  HostSession.Set(noting);
   walk();
-  HostSession.Hold(remote);
+  HostSession.Set(remote);
   bench::Beside(
       state, {deed, "plain sd-bus client, the same calls", AtMost(1.2), 3}, [&] { return Seconds(walk); },
       [&] {
@@ -351,7 +351,7 @@ int main(int argument_count, char** arguments) {
   return platform::RunApplication([] {
     AnswerDialogs();
     QProcess* remote = StartHost();
-    HostSession.Hold(host::ConnectToBusHost());
+    HostSession.Set(host::ConnectToBusHost());
     form1->Grid1.SetRow(0);
     form1.Hold().Show();
     benchmark::RunSpecifiedBenchmarks();

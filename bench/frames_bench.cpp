@@ -21,7 +21,7 @@ constexpr painter::PlaneShape kFrame{1920, 1080};
 constexpr std::int32_t kFrames = 40;
 
 void FillHost() {
-  HostSession.Hold(host::MakeEmbeddedHost());
+  HostSession.Set(host::MakeEmbeddedHost());
   std::vector<std::uint8_t> plane(kFrame.Samples());
   for (std::size_t i = 0; i < plane.size(); ++i) plane[i] = static_cast<std::uint8_t>(i * 7 + i / 1000);
   HostSession.Call("vel_CreateAnimAdv", kFrames, std::int16_t{2});

@@ -89,7 +89,7 @@ constexpr int kRetrievedFrames = 40;
 void FillHost() {
   static bool filled = false;
   if (std::exchange(filled, true)) return;
-  host::HostSession.Hold(host::MakeEmbeddedHost());
+  host::HostSession.Set(host::MakeEmbeddedHost());
   StripPlanes planes = Speckled(kFrame);
   host::HostSession.Call("vel_CreateAnimAdv", std::int32_t{kRetrievedFrames}, std::int16_t{2});
   for (std::int32_t f = 0; f < kRetrievedFrames; ++f) {

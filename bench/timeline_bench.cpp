@@ -73,7 +73,7 @@ void DrawTracks() {
 /// The main window with a sheet of `frames` at the design's size, its canvases at zoom 1 or at their widest.
 Form1& WindowWith(int frames, bool widest) {
   static const bool held = [] {
-    host::HostSession.Hold(std::make_shared<QuietHost>());
+    host::HostSession.Set(std::make_shared<QuietHost>());
     return true;
   }();
   benchmark::DoNotOptimize(held);

@@ -19,7 +19,7 @@ using Document = sheet::SheetFileContent;
 /// Frames that a sheet can have.
 inline constexpr std::int64_t kMostFrames = 9'999'999;
 /// Frames of a sheet whose length only a frame number in the file tells: eleven hours at 24 frames a second.
-/// A number beyond it is taken for a fault, since each frame of the sheet costs memory.
+/// A greater number is taken for a fault in the file, since each frame of the sheet takes memory.
 inline constexpr std::int64_t kMostFramesUnheard = 1'000'000;
 inline constexpr const char* kDefaultRate = "24";
 

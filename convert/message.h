@@ -5,7 +5,7 @@
 #include <vector>
 
 // Marks a text for the catalogue of translations and leaves it as it is, as the toolkit's macro of that name
-// does: the files here know no toolkit. It is spelled as there, since a file may get both.
+// does: the files here know no toolkit. It is spelled exactly as there, since a file may include both.
 #ifndef QT_TRANSLATE_NOOP
 #define QT_TRANSLATE_NOOP(scope, x) x
 #endif

@@ -25,8 +25,8 @@ class Descriptor {
   int number_;
 };
 
-/// An input's bytes, or the reason why they can't be had: the system's, or that there are more than
-/// most_bytes. Never holds more than that, however long a pipe goes on.
+/// An input's bytes, or the reason why they can't be read: the operating system's, or that there are more
+/// than most_bytes. Never holds more than that, however long a pipe goes on.
 struct InputBytes {
   std::optional<std::string> bytes;
   std::string reason;

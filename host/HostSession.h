@@ -9,10 +9,10 @@
 
 namespace host {
 
-/// Set once by `Main`, never cleared before the process ends.
+/// Set by `app::Main`, and cleared when all windows are gone.
 class HostReference {
  public:
-  void Hold(std::shared_ptr<HostObject> object) { object_ = std::move(object); }
+  void Set(std::shared_ptr<HostObject> object) { object_ = std::move(object); }
 
   /// Calls a member of the host by name: HostSession.Call("Vel_GotoFrame", frame).
   template <typename... Arguments>

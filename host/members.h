@@ -10,7 +10,7 @@
 namespace host {
 
 /// What an argument may be: Integer a long or short, Frame and Number any numeric type. Between processes a
-/// Frame keeps being whole or not, a Number always travels as a double.
+/// whole Frame goes as an integer and a fractional one as a double; a Number always goes as a double.
 enum class ArgumentKind { None, Window, Integer, Frame, Number, Text, Table };
 enum class ResultKind { None, Integer, Text, Table };
 

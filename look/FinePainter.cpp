@@ -89,7 +89,8 @@ void FinePainter::FocusRing(const QRect& box, Color ground) {
 void FinePainter::Caption(const QWidget& widget, const QString& text, Color color, int shift_pixels) {
   painter_.save();
   painter_.setWorldTransform(QTransform());
-  // Only the width counts: the smallest buttons are lower than any line of letters.
+  // Only the width is fitted: the smallest buttons are lower than any line of text, and fitting the height
+  // would leave nothing.
   painter_.setFont(platform::FontThatFits(widget.font(), text, widget.width() - 2 * kCaptionMargin,
                                           QFontMetricsF(widget.font()).height()));
   painter_.setPen(ToolkitColor(color));

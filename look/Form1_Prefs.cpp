@@ -9,8 +9,8 @@ void Form1::PrefsCallback(platform::Window& form_object) {
   const look::ThemeColors theme = look::ReadHostTheme();
   form_object.SetBackColor(look::kBackdrop);
   look::DressControls(form_object, theme, look::ButtonsAre::Dressed);
-  // This window's mouth preview, whichever window was passed: a change of the settings since the start shows
-  // there as soon as a dialog first loads.
+  // Always the main window's mouth preview, whichever window was passed: a change of the settings since the
+  // start shows there as soon as a dialog is first loaded.
   Picture1.SetBackColor(theme[look::ThemeKey::SpecialBackdrop]);
 }
 

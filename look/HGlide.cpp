@@ -38,7 +38,7 @@ class GlideWidget : public QAbstractSlider {
   EdgeColors edges;
   std::function<void()> raise_scroll;
 
-  /// A change that isn't the user's.
+  /// Makes a change by code, which raises no event.
   template <typename Change>
   void ByCode(Change change) {
     by_code_ = true;

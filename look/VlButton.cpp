@@ -79,7 +79,7 @@ class ButtonWidget : public QPushButton {
 
   void mousePressEvent(QMouseEvent* event) override {
     QPushButton::mousePressEvent(event);
-    // Other buttons' presses stay here too, or what lies below would take them as its own.
+    // Presses of other mouse buttons are accepted too: otherwise the control below would get them.
     event->accept();
   }
 
@@ -108,7 +108,7 @@ class ButtonWidget : public QPushButton {
 
   void WasClicked() {
     if (!isCheckable()) raise_click();
-    // The keyboard has no release to follow, yet whoever listens to it must learn of the new state.
+    // A press by keyboard has no mouse release after it, so the new state is told here.
     if (isCheckable() && !by_mouse_)
       raise_mouse_up(1, 0, static_cast<float>(width()) / 2, static_cast<float>(height()) / 2);
   }
@@ -218,7 +218,7 @@ std::string vl_button::caption() const { return state_->widget->text().toStdStri
 
 void vl_button::SetCaption(const std::string& caption) {
   state_->widget->setText(QString::fromStdString(caption));
-  // A tip set later, or earlier, only explains it.
+  // The caption stays the accessible name, whether a tip is set before or after it.
   SetAccessibleName(caption);
 }
 

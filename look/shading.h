@@ -5,7 +5,7 @@
 
 namespace look {
 
-/// A colour made brighter (factor above 1) or darker, each part held at 255.
+/// A colour made brighter (factor above 1) or darker, each part limited to 255.
 platform::Color Scaled(platform::Color color, double factor);
 
 /// The colour that lies `share` of the way from one to another, share from 0 to 1.

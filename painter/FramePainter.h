@@ -99,7 +99,7 @@ class FramePainter : public platform::Window {
 
   void ChooseCell(std::int32_t cell);
   void GoToFrame(std::int32_t frame);
-  /// How a strip is looked at; nothing if the frames give no thumbnails.
+  /// What part of a strip is shown; nothing if the frames give no thumbnails.
   std::optional<StripView> CellsView() const;
   std::optional<StripView> RollView() const;
 };

@@ -15,7 +15,7 @@ constexpr const char* kRetrieveTip =
     "Reload frames from the main program.  (Note, if you've rendered frames with \"shoot it\" then you will "
     "have to reload your original animaiton frames before using this feature)";
 
-/// What the strips leave free of the window's width, and their contents of the panel's.
+/// The margin between the window's width and a strip's panel, and between the panel's width and its contents.
 constexpr int kPanelMargin = 32;
 constexpr int kPanelInset = 4;
 
@@ -78,11 +78,11 @@ FramePainter::FramePainter()
 }
 
 void FramePainter::PlaceControls() {
-  struct Place {
+  struct ControlTwips {
     platform::Control& control;
     int left, top, width, height;  // twips
   };
-  const Place places[] = {
+  const ControlTwips places[] = {
       {Label1, 120, 150, 855, 255},         {vl_button1, 1410, 120, 1125, 255},
       {Picture3, 120, 510, 11355, 1845},    {Picture1, 0, 30, 10995, 1150},
       {Picture7, 0, 1230, 10935, 255},      {HGlide1, 0, 1500, 11295, 285},
@@ -95,7 +95,8 @@ void FramePainter::PlaceControls() {
       {vl_button3, 2130, 5640, 1575, 315},  {StatusBar1, 0, 6105, 13290, 255},
       {Image1, 10500, 0, 555, 435},
   };
-  for (const Place& place : places) place.control.MoveTwips(place.left, place.top, place.width, place.height);
+  for (const ControlTwips& place : places)
+    place.control.MoveTwips(place.left, place.top, place.width, place.height);
 }
 
 void FramePainter::ColorControls() {

@@ -41,11 +41,11 @@ PlaneShape CheckedShape(const Retrieval& retrieval) {
   return shape;
 }
 
-/// Makes the planes of one roll frame after the other, ready for the host.
-class Developer {
+/// Makes the planes of the roll's frames, one frame after the other, ready for the host.
+class RollFrameMaker {
  public:
   /// Throws std::bad_alloc if a frame of the host's size is more than the machine holds.
-  explicit Developer(const Retrieval& retrieval)
+  explicit RollFrameMaker(const Retrieval& retrieval)
       : retrieval_(retrieval), white_(CheckedShape(retrieval)), working_(white_) {
     for (auto* plane : {&white_.red, &white_.green, &white_.blue})
       std::fill(plane->begin(), plane->end(), 255);
@@ -81,15 +81,15 @@ void SendPlanes(const ConstPlanes& planes) {
   SendPlane("vel_SetBBuffer", planes.blue, samples);
 }
 
-void DevelopRoll(const FilmRoll& roll, Developer& developer, const platform::CheckBox& wiggle_on,
-                 const Wiggle& wiggle, platform::LongWork& work) {
+void ShootRoll(const FilmRoll& roll, RollFrameMaker& maker, const platform::CheckBox& wiggle_on,
+               const Wiggle& wiggle, platform::LongWork& work) {
   const platform::BusyPointer busy;
   const std::int32_t length = roll.RollLength();
   for (std::int32_t f = 0; f < length; ++f) {
     work.Report(f, length);
     const std::int16_t entry = roll.entries[static_cast<std::size_t>(f)];
     HostSession.Call("Vel_GotoFrameAdv", f, std::int16_t{3});
-    SendPlanes(wiggle_on.Value() == 1 ? developer.Wiggled(entry, wiggle) : developer.Unwiggled(entry));
+    SendPlanes(wiggle_on.Value() == 1 ? maker.Wiggled(entry, wiggle) : maker.Unwiggled(entry));
     HostSession.Call("vel_Status", 100 * (static_cast<double>(f) / length));
   }
 }
@@ -110,8 +110,8 @@ void FramePainter::vl_button2_Click() {
     platform::MsgBox(refusal);
     return;
   }
-  std::optional<Developer> developer;
-  if (!platform::Guarded([&] { developer.emplace(TheRetrieval()); })) {
+  std::optional<RollFrameMaker> maker;
+  if (!platform::Guarded([&] { maker.emplace(TheRetrieval()); })) {
     platform::MsgBox("There is not enough memory for a frame of the host's size.");
     return;
   }
@@ -119,7 +119,7 @@ void FramePainter::vl_button2_Click() {
   HostSession.Call("vel_StatusOpen", std::string("Saving..."));
   HostSession.Call("vel_CreateAnimAdv", TheRoll().RollLength(), std::int16_t{2});
   HostSession.Call("vel_StatusOpen", std::string("Developing..."));
-  DevelopRoll(TheRoll(), *developer, Check1, wiggle, work);
+  ShootRoll(TheRoll(), *maker, Check1, wiggle, work);
   HostSession.Call("Vel_GotoFrame", std::int16_t{0});
   HostSession.Call("vel_StatusClose");
 }

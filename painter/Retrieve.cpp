@@ -28,7 +28,7 @@ void CopyPlane(std::string_view getter, std::size_t samples, std::uint8_t* plane
   std::memcpy(plane, host::AsTable(value, samples, getter).data(), samples);
 }
 
-// Progress is a courtesy: a host that can't show it is no reason to stop.
+// A host that can't show the progress is no reason to stop.
 
 void OpenStatus() {
   platform::Guarded([] {
@@ -67,7 +67,7 @@ bool RenewStore(Retrieval& retrieval) {
     platform::MsgBox("There is not enough memory for the frames. " + platform::MemoryFigures(bytes));
     return false;
   }
-  // Cells count from the moment when they are filled.
+  // A cell counts as there once it is filled, so the count grows with each one.
   fresh->count = 0;
   retrieval.cells = std::move(*fresh);
   return true;
@@ -95,7 +95,7 @@ void CopyFrames(Retrieval& retrieval, platform::LongWork& work) {
 void ProposeLength() {
   const std::int32_t frames = sheet::WholeFrames(sheet::FrameRate(), sheet::CalcTime().value_or(0));
   if (frames > 0) fp_options->Text1.SetText(std::to_string(frames));
-  // Typed digits take the proposal's place.
+  // Selected, so that typed digits replace the proposal.
   fp_options->Text1.SelectAll();
 }
 
@@ -125,7 +125,7 @@ void LaunchFramePainter() {
   // The painter needs nothing from that folder, so it may well be missing.
   platform::Guarded(EnterHostFolder);
   RetrieveFrames();
-  // With nothing ever retrieved there is nothing to paint with.
+  // If nothing was ever retrieved, there is nothing to shoot.
   if (TheRetrieval().cells.count == 0) return;
   ProposeLength();
   HostSession.Call("Vel_SendFormObject", &FPOptionsForm(), std::int16_t{0});

@@ -24,7 +24,7 @@ struct CellStore {
 /// More than any desktop machine holds: such sizes are nonsense and are not even tried.
 inline constexpr double kMostStoreBytes = 1e12;
 
-/// Bytes of the three arrays together; as a double, since nonsense sizes must not wrap round.
+/// Bytes of the three arrays together; as a double, since absurd sizes must not overflow.
 double StoreBytes(const PlaneShape& shape, std::int32_t count);
 
 /// Why there are no frames of a size that the host has given; empty if there can be.
@@ -37,7 +37,7 @@ std::optional<CellStore> MakeCellStore(const PlaneShape& shape, std::int32_t cou
 Planes CellPlanes(CellStore& store, std::int32_t cell);
 ConstPlanes CellPlanes(const CellStore& store, std::int32_t cell);
 
-/// What stands behind the tool: the host's numbers as last read, and the store. Process-wide.
+/// What the last retrieval gave: the host's numbers as read then, and the store. Process-wide.
 struct Retrieval {
   std::int32_t FrameWidth = 0;
   std::int32_t FrameHeight = 0;

@@ -46,8 +46,8 @@ std::int32_t OffsetForPosition(const ThumbGeometry& thumb, std::int32_t position
 /// The left edge of a thumbnail in pixels; may lie far outside the strip.
 std::int64_t ThumbnailLeft(const ThumbGeometry& thumb, std::int32_t offset, std::int32_t index);
 
-/// How a strip is looked at. Thumbnails and offset are in the design's pixels; the planes that it is drawn on
-/// have `scale` of the screen's to each of them.
+/// What part of a strip is shown, and how large. Thumbnails and offset are in design pixels; the planes that
+/// it is drawn on have `scale` screen pixels for each of them.
 struct StripView {
   ThumbGeometry thumb;
   std::int32_t offset = 0;

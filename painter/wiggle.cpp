@@ -21,7 +21,7 @@ constexpr std::int32_t kLargestFastAmount = 4096;
 constexpr float kDoubtPerAmount = 4e-6f;
 constexpr float kDoubtAtLeast = 1e-6f;
 
-/// Beyond this many threads the memory is what they wait for.
+/// More threads than this are no quicker, since they wait for the memory.
 constexpr int kMostThreads = 8;
 
 /// One frame being displaced.
@@ -135,7 +135,7 @@ int ThreadsFor(const Frame& frame, const WiggleWork& work) {
   return static_cast<int>(std::clamp<std::int64_t>(worthwhile, 1, std::max(most, 1)));
 }
 
-/// Runs the work on so many threads, this one among them; on fewer if the system gives no more.
+/// Runs the work on `count` threads, this one included; on fewer if the operating system gives no more.
 template <typename Work>
 void OnThreads(int count, const Work& work) {
   std::vector<std::jthread> others;

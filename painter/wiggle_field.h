@@ -27,7 +27,7 @@ float NoiseCoordinate(std::int32_t pixel, std::int32_t size);
 /// work in whole blocks.
 ColumnTable MakeColumnTable(std::int32_t width, std::int32_t size, std::int32_t padding);
 
-/// One slice through the noise, z folded into the lattice once, y once per row.
+/// One slice through the noise. What depends on z alone is worked out once, what depends on y once per row.
 class NoiseSlice {
  public:
   /// For pixels 0 to width - 1 by 0 to height - 1, both at least 1.

@@ -17,8 +17,8 @@ constexpr float kRounder = 12582912.0f;
 /// Bytes that one step of a run copies, needed or not. A fixed size is a single load and store.
 constexpr std::int32_t kStep = 16;
 
-/// Runs jump from row to row, which no processor foresees. What a place of one row fetches lies near what the
-/// same place of the next rows will.
+/// Runs jump from row to row, which no processor predicts; but the next rows fetch from nearby places. So
+/// each run asks for the memory of these rows beforehand.
 constexpr std::int32_t kRowsFetchedAhead = 4;
 
 /// a * b + sum, in one rounding where the processor can.
@@ -47,7 +47,7 @@ struct WholeShift {
 };
 
 /// Written so that the compiler makes two instructions of it, which it doesn't of std::clamp.
-PAINTER_INLINE float Held(float place, float top) {
+PAINTER_INLINE float Clamped(float place, float top) {
   const float low = place > 0 ? place : 0;
   return low < top ? low : top;
 }
@@ -65,7 +65,7 @@ struct FloatShift {
         y(static_cast<float>(row.y)) {}
   PAINTER_INLINE std::int32_t operator()(float move_x, float move_y, std::int32_t x) const {
     const auto across = static_cast<float>(x);
-    const float from_x = Held(move_x + across, right), from_y = Held(move_y + y, bottom);
+    const float from_x = Clamped(move_x + across, right), from_y = Clamped(move_y + y, bottom);
     return static_cast<std::int32_t>(from_y * columns + (from_x - across));
   }
   float right, bottom, columns, y;
@@ -88,7 +88,7 @@ PAINTER_INLINE bool DisplaceBy(const Shift shift_of, const ColumnTable& table, c
       const float whole_y = (move_y + kRounder) - kRounder;
       const bool doubtful = std::max(std::fabs(move_x - whole_x), std::fabs(move_y - whole_y)) > trusted;
       const std::int32_t shift = shift_of(whole_x, whole_y, first + i);
-      // Not as a choice: the compiler would work the shift out in one branch of it, pixel by pixel.
+      // By masks instead of a conditional expression, for which the compiler would branch for each pixel.
       const std::int32_t mask = -static_cast<std::int32_t>(doubtful);
       out[i] = (shift & ~mask) | (kInDoubt & mask);
       any |= static_cast<std::uint32_t>(doubtful);

@@ -75,7 +75,8 @@ QAccessibleInterface* MakeInterface(const QString& /*class_name*/, QObject* obje
 
 void SetAccessibleRole(QWidget* widget, QAccessible::Role role) {
   widget->setProperty(kRoleProperty, role);
-  // Whoever was asked already, as a widget is that was made with its parent, would go on being what it was.
+  // A widget whose role was asked for already, as happens when it is made with its parent, would keep the
+  // role that it had then.
   if (QAccessibleInterface* known = QAccessible::queryAccessibleInterface(widget))
     QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
 }

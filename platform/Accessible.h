@@ -7,7 +7,7 @@ class QWidget;
 
 namespace platform {
 
-/// A widget that draws itself counts as a filler until it is said what it is.
+/// A widget that draws itself has no meaning to assistive technology until its role is set.
 void SetAccessibleRole(QWidget* widget, QAccessible::Role role);
 
 /// Makes a widget a list that tells of one item: the one that its keys stand on. What changes is spoken while

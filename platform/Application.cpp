@@ -177,7 +177,7 @@ KeepAlive::~KeepAlive() {
 
 void ShowUncovered() {
   constexpr int kMilliseconds = 40;
-  // The screen says what was uncovered only some time after the dialog has gone.
+  // The display server reports what was uncovered only some time after the dialog has gone.
   const HeldEvents held(nullptr, false);
   const QDeadlineTimer enough(kMilliseconds);
   while (!enough.hasExpired()) {

@@ -57,15 +57,15 @@ class KeepAlive {
   ~KeepAlive();
 };
 
-/// Puts what a closed dialog has uncovered on the screen, for a moment and without the user's input: what
-/// comes next may keep the event loop waiting.
+/// Repaints what a closed dialog has uncovered, handling no input of the user's meanwhile: what comes next
+/// may block the event loop.
 void ShowUncovered();
 
 /// Runs a routine once, from the event loop, after the routine that is running now. While a HeldEvents lives
 /// it waits.
 void RunLater(std::function<void()> routine);
 
-/// The busy pointer, as long as this object lives; what stood before comes back.
+/// Shows the busy pointer as long as this object lives; then the pointer is what it was before.
 class BusyPointer {
  public:
   BusyPointer();

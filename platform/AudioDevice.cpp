@@ -75,7 +75,8 @@ std::mutex& AudioLibraryMutex() {
 
 bool AudioLibraryReady() {
   if (SDL_WasInit(SDL_INIT_AUDIO)) return true;
-  // Otherwise the library takes over the signals that end the process, and nobody asks it for events.
+  // Otherwise the library handles the signals that end the process itself, by an event that nobody here asks
+  // it for.
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
   SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Exposure Sheet");
   return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;

@@ -16,8 +16,8 @@ struct SoundDevices {
   bool has_output = false;
 };
 
-/// Lists the devices that are there now; none of either kind on a machine without an audio driver. Safe from
-/// any thread. Takes as long as the sound server likes, for good if that hangs.
+/// Lists the devices that are there now; none on a machine without an audio driver. Safe from any thread.
+/// Blocks until the sound server answers, for ever if that hangs.
 SoundDevices FindSoundDevices();
 
 /// Takes samples of one channel. Runs on the device's own thread and must not wait for anything.
@@ -38,7 +38,7 @@ using CaptureOpener = std::function<std::unique_ptr<CaptureDevice>(const std::st
                                                                    int samples_per_second, TakeSamples take)>;
 
 /// Opens a device by name, for one channel of 16-bit samples at that rate; what the device itself delivers is
-/// converted. Safe from any thread; may take as long as the sound server likes.
+/// converted. Safe from any thread. Blocks until the sound server answers.
 std::unique_ptr<CaptureDevice> OpenCaptureDevice(const std::string& name, int samples_per_second,
                                                  TakeSamples take);
 

@@ -60,7 +60,8 @@ QMessageBox::Icon ToolkitIcon(Icon icon) {
   return QMessageBox::NoIcon;
 }
 
-/// A box within a long deed is to be answered, not waited for.
+/// Shows the normal pointer over a message box that comes up during long work: the box waits for the user,
+/// not the user for the box.
 class PlainPointer {
  public:
   PlainPointer() {
@@ -76,8 +77,8 @@ class PlainPointer {
   const bool shown_ = BusyPointerIsOn();
 };
 
-/// Desktops hand the focus to an application's main window when a box over one of its tool windows closes: it
-/// belongs back where it was.
+/// Gives the focus back to the window that had it. Desktops hand it to the application's main window when a
+/// box over one of its tool windows closes.
 class FocusReturn {
  public:
   explicit FocusReturn(QWidget* owner) : owner_(owner) {}

@@ -24,8 +24,8 @@ struct Message {
 /// Shows a message box with the application's title and waits for its answer. Closing it counts as Cancel,
 /// No, or OK where there is nothing else.
 Answer MsgBox(const std::string& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None);
-/// A question with two answers that stands beside a wait: asking it doesn't wait for the answer. It goes with
-/// this object.
+/// A question with two answers that is shown during a wait: asking it doesn't block. The box closes when this
+/// object is destroyed.
 class StandingQuestion {
  public:
   StandingQuestion(const std::string& text, const std::string& yes, const std::string& no);

@@ -25,11 +25,11 @@ class Grid : public Control {
   ~Grid() override;
 
   int Rows() const;
-  /// Makes room for this many rows without having them yet. Throws std::bad_alloc if the memory doesn't do;
-  /// nothing has changed then.
+  /// Reserves memory for this many rows without adding them. Throws std::bad_alloc if there isn't enough
+  /// memory; nothing has changed then.
   void ReserveRows(int rows);
   /// Keeps the texts of the rows that remain; new rows are empty. A current row that is cut off moves to the
-  /// last one. Throws ControlError below 1 (the header), or if the memory doesn't do.
+  /// last one. Throws ControlError below 1 (the header), or if there isn't enough memory.
   void SetRows(int rows);
   void SetCols(int cols);
   int Row() const;

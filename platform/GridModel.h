@@ -15,8 +15,8 @@ inline constexpr int kGridRowHeight = 19, kGridHeaderHeight = kGridRowHeight + 2
 
 class GridModel;
 
-/// Model and view follow the state from a distance: a move or a text by code only notes that the view is
-/// stale, and the view catches up once, when events are handled or something asks where a cell stands.
+/// Model and view are updated late: when code moves the current cell or writes a text, the view is only
+/// marked as stale. It catches up once, when events are handled or something asks where a cell stands.
 struct GridState {
   int rows = 1, cols = 0;
   int row = 0, col = 0;
@@ -25,7 +25,7 @@ struct GridState {
   QTableView* view = nullptr;
   bool stale = false;
   bool moved = false;
-  /// To another row, and not by a click: a row that was clicked stays under the pointer.
+  /// Whether the last move changed the row, and not by a click: a clicked row stays under the pointer.
   bool stepped = false;
   std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 
@@ -87,7 +87,7 @@ class GridModel : public QAbstractTableModel {
   }
 
  private:
-  /// What the cell has no room for, as a whole.
+  /// The whole text, if the cell is too narrow to show it.
   QVariant TipFor(const QString& text, int col) const {
     constexpr int kCellMargins = 8;
     const bool cut =

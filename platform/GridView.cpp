@@ -23,8 +23,8 @@ constexpr int kCurrentCellFrame = 2;
 constexpr std::chrono::milliseconds kMostWait{30};
 const QColor kLine(214, 218, 224);
 
-/// Lines that part the cells without outshouting what stands in them. The current cell is framed and stays
-/// as readable as the others; the frame greys while another control has the focus.
+/// Draws faint lines between the cells. The current cell gets a frame and stays as readable as the others;
+/// the frame is grey while another control has the focus.
 class CellPainter : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
@@ -146,14 +146,14 @@ class Grid::View : public QTableView {
     const bool to_end = event.key() == Qt::Key_Home || event.key() == Qt::Key_End;
     const auto action = ActionOf(event);
     if (!action && !to_end) return false;
-    // A held key repeats faster than a slow host follows. What came during a move must not be caught up with
-    // after the key is let go.
+    // A held key repeats faster than a slow host follows. Repeats that were queued during a move are dropped,
+    // so that the grid doesn't go on moving after the key is released.
     if (!HasWaited(event)) Move(action, event);
     return true;
   }
 
-  /// Whether this is a held key's repeat that has waited for its turn. How long it took to come here is known
-  /// only beside other events of the key, as the screen's clock is another one than ours.
+  /// Whether this is a held key's repeat that has been queued for a while. How long it was queued can only be
+  /// told by comparing it with the key's other events, because the display server's clock is not ours.
   bool HasWaited(const QKeyEvent& event) {
     using namespace std::chrono;
     const auto now = duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
@@ -166,7 +166,7 @@ class Grid::View : public QTableView {
     const bool to_end = !action;
     grid_.ShowCurrent();
     if (model()->rowCount() == 0) return;
-    // A sheet is read downward: its ends are the first and the last frame, not the outer columns.
+    // Home and End go to the first and the last frame, not to the first and the last column.
     if (to_end) {
       grid_.MoveTo(event.key() == Qt::Key_Home ? 1 : grid_.Rows() - 1, grid_.Col());
       return;

@@ -35,8 +35,8 @@ bool IsWithin(const QObject* object, const QObject* ancestor) {
   return object != nullptr;
 }
 
-/// What comes to a widget or a shortcut when the user works mouse or keys. The toolkit's own windows, which
-/// keep account of what is held down, still get it.
+/// Whether the event is the user's mouse or keyboard input to a widget or a shortcut. Input to the toolkit's
+/// window objects is not counted: they keep track of which keys and buttons are down.
 bool IsInput(const QObject* receiver, const QEvent* event) {
   switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -57,7 +57,7 @@ bool IsInput(const QObject* receiver, const QEvent* event) {
   }
 }
 
-/// Drops what belongs to input that was dropped and comes only later: releases of buttons and keys, and the
+/// Drops the later events of input whose first event was dropped: the releases of buttons and keys, and the
 /// second half of a double click. A release alone can do something, such as empty a cell.
 class LeftOvers : public QObject {
  public:
@@ -69,7 +69,7 @@ class LeftOvers : public QObject {
 
   void ExpectDoubleClick() { expects_double_click_ = true; }
 
-  /// Takes down what was pressed by an event that is dropped, or let go again.
+  /// Remembers which key or button a dropped event pressed, and forgets it at the release.
   void NoteDropped(const QEvent* event) {
     if (event->type() == QEvent::KeyPress) keys_.insert(static_cast<const QKeyEvent*>(event)->key());
     if (event->type() == QEvent::KeyRelease) keys_.remove(static_cast<const QKeyEvent*>(event)->key());
@@ -116,7 +116,7 @@ HeldEvents::HeldEvents(QWidget* free, bool drops_input) : free_(free), drops_inp
 }
 
 HeldEvents::~HeldEvents() {
-  // What was posted meanwhile has come and gone without running.
+  // Events that were posted for these routines meanwhile have been handled without running them.
   if (--held_count == 0)
     for (std::size_t i = 0; i < waiting_routines.size(); ++i) PostNextRoutine();
 }
@@ -129,11 +129,12 @@ bool HeldEvents::eventFilter(QObject* receiver, QEvent* event) {
 
 bool HeldEvents::HoldsBack(QObject* receiver, QEvent* event) const {
   if (free_ != nullptr && IsWithin(receiver, free_)) return false;
-  // Both come again by themselves. A window's own timer is what paints it.
+  // Timers and sockets report again later. A window object's timer is let through, since it is what paints
+  // the window.
   if (event->type() == QEvent::Timer || event->type() == QEvent::SockAct) return !receiver->isWindowType();
   if (!drops_input_) return false;
   if (event->type() == QEvent::Close && receiver->isWindowType()) {
-    // Not lost: it must only not run in the middle of what is under way.
+    // The request is not lost: it is repeated when the current work is over.
     event->ignore();
     RunLater([window = QPointer(static_cast<QWindow*>(receiver))] {
       if (window) window->close();
@@ -146,8 +147,8 @@ bool HeldEvents::HoldsBack(QObject* receiver, QEvent* event) const {
 }
 
 void HeldEvents::Handle(QEventLoop::ProcessEventsFlags which) {
-  // One look of the toolkit's takes in only a part of what has come. A timer that is due and held back stays
-  // due, and would be all that the next looks find.
+  // The toolkit handles only a part of the pending events in one call. A timer that is due and held back
+  // stays due, and would be all that the next looks find.
   const QDeadlineTimer end(20);
   do {
     let_through_ = false;

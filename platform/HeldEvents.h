@@ -1,4 +1,4 @@
-// Holding events back while the program's one thread is taken up. For the platform layer.
+// Holding events back while the program's one thread is busy. For the platform layer.
 #pragma once
 
 #include <QEventLoop>
@@ -8,16 +8,16 @@ class QWidget;
 
 namespace platform {
 
-/// While one of these lives, events may be handled that only show what is there. Timers and sockets aren't
-/// heard, and routines for later wait.
+/// While one of these lives, only painting and layout events are handled. Timers and sockets are ignored, and
+/// routines given to RunLater wait.
 class HeldEvents : public QObject {
  public:
-  /// `free`: a window that works as ever, or null. With `drops_input` the user's mouse and keys are dropped
-  /// as they come in; without it the caller leaves them to the event loop.
+  /// `free`: a window that goes on handling all its events, or null. With `drops_input` mouse and key events
+  /// are dropped as they arrive; without it the caller leaves them in the queue.
   HeldEvents(QWidget* free, bool drops_input);
   ~HeldEvents() override;
 
-  /// Handles what has come of these kinds, for 20 milliseconds or so at most.
+  /// Handles the pending events of the given kinds, for about 20 milliseconds at most.
   void Handle(QEventLoop::ProcessEventsFlags which);
 
   bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -31,8 +31,8 @@ class HeldEvents : public QObject {
   bool let_through_ = false;
 };
 
-/// Drops what the user has done with mouse and keys up to now, and what of it comes only later: the release
-/// of what was pressed, and the second half of a double click.
+/// Drops all mouse and key events up to now, and the later ones that belong to them: the release of what was
+/// pressed, and the second half of a double click.
 void DropAllInput();
 
 /// Whether a HeldEvents lives.

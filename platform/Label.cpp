@@ -58,7 +58,7 @@ class LabelWidget : public QWidget {
   /// end.
   int Margin() const { return align == Qt::AlignLeft ? 8 : 4; }
 
-  /// A line's height has room above and below the letters themselves.
+  /// A line's height has room above and below its letters, so it may exceed the label's height by this.
   static constexpr int kOverhang = 1;
 };
 

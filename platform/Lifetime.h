@@ -1,4 +1,4 @@
-// What the application and its windows know of each other. For the platform layer and for those who make the
+// What ties the application's life to its windows. For the platform layer and for those who make the
 // application.
 #pragma once
 
@@ -30,7 +30,7 @@ int LoadedWindowCount();
 /// The eldest window on the screen, for what needs one to stand over; null if there is none.
 QWidget* VisibleWindow();
 
-/// Ends the event loop, later, if that leaves nothing to live for.
+/// Ends the event loop later, if by then no window is loaded and nothing keeps the process alive.
 void WindowCountHasChanged();
 
 /// Deletes every window object, loaded or not, without asking; the toolkit must not outlive its widgets'

@@ -40,7 +40,7 @@ class ListWidget : public QListWidget {
   }
 
  private:
-  /// Signs, with which no item begins, and arrow keys with Ctrl.
+  /// Keys that are the window's: punctuation, with which no item begins, and arrow keys with Ctrl.
   static bool IsForTheWindow(const QKeyEvent& event) {
     const bool up_or_down = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down;
     if (up_or_down) return event.modifiers().testFlag(Qt::ControlModifier);

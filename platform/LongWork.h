@@ -1,4 +1,4 @@
-// What the user sees, and can do, while the program's one thread is taken up.
+// What the user sees, and can do, while the program's one thread is busy.
 #pragma once
 
 #include <chrono>
@@ -13,25 +13,25 @@ namespace platform {
 
 class Control;
 
-/// Paints what has to be painted, ten times a second at most, and does nothing else: timers, routines for
-/// later and the user's mouse and keys wait. For loops that keep the event loop waiting.
+/// Repaints the windows, at most ten times a second, and does nothing else: timers, routines given to
+/// RunLater, mouse and keys wait. For loops that block the event loop.
 void KeepPainted();
 
-/// A deed that takes the thread up while the user watches. The windows are painted as it goes on. What the
-/// user does with mouse and keys meanwhile is dropped at its end, the second half of a double click that
-/// began it too.
+/// Work that keeps the thread busy while the user watches. The windows are repainted as it goes on. Mouse and
+/// key events that arrive meanwhile are dropped at its end, and so is the second half of the double click
+/// that began it.
 class LongWork {
  public:
   LongWork() : LongWork(nullptr) {}
-  /// One that has the busy pointer, and a bar over the control once it has taken half a second. Before that
-  /// nothing is dropped. One that begins while another is under way is a part of it: the first fifth of what
-  /// is left.
+  /// Work with the busy pointer, and with a progress bar over the control once it has taken half a second.
+  /// Work that ends sooner drops no input. Work that begins within other work counts as a part of that: as a
+  /// fifth of what is left of it.
   explicit LongWork(const Control* covered);
   ~LongWork();
   LongWork(const LongWork&) = delete;
   LongWork& operator=(const LongWork&) = delete;
 
-  /// So many steps of all are done. Cheap: it may be told of each step. Ends the process if a signal asks.
+  /// To be called for each step, which is cheap. Ends the process if a signal asks for that.
   void Report(int done, int all);
 
  private:
@@ -60,7 +60,7 @@ class Patience {
   /// seconds after each "Keep waiting"), and ends the process if a signal asks for that. False once the user
   /// has had enough.
   bool Lasts();
-  /// There has been a sign of life: a question that stands goes, and the time runs anew.
+  /// To be called at a sign of life: closes the question if it is shown, and starts the ten seconds anew.
   void Restart();
 
  private:
@@ -69,7 +69,7 @@ class Patience {
   std::unique_ptr<class StandingQuestion> asked_;
 };
 
-/// In place of ten seconds.
+/// Sets another time than ten seconds, for tests.
 void AskAfter(std::chrono::milliseconds patience);
 
 }  // namespace platform

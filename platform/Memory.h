@@ -6,11 +6,11 @@
 
 namespace platform {
 
-/// Bytes that can be filled before the system begins to end processes: what is free or easily freed, and the
-/// swap space. Infinite where the system doesn't say.
+/// Bytes that can be written before the operating system begins to kill processes: free memory, what is
+/// easily freed, and swap space. Infinite where the operating system doesn't tell.
 ///
-/// Asking before a large array is made is needed because the making of it says little: the system promises
-/// memory that it doesn't have and ends the process, unsaved sheet and all, when it is written to.
+/// Ask this before allocating a large array. That an allocation succeeds proves little: the operating system
+/// promises memory that it lacks, and kills the process, unsaved sheet and all, when that is written to.
 double FreeMemoryBytes();
 
 /// In place of the machine's figure; null brings that back.

@@ -24,7 +24,8 @@ MenuItem::MenuItem(Menu& menu, const std::string& name, const std::string& text,
   action_->setObjectName(QString::fromStdString(name));
   if (!shortcut.empty()) action_->setShortcut(QKeySequence(QString::fromStdString(shortcut)));
   QObject::connect(action_, &QAction::triggered, [this](bool checked) {
-    // Only code ticks an item: the toolkit's own flip is taken back before the handler runs.
+    // Only code ticks an item: the change that the toolkit makes at a click is undone before the handler
+    // runs.
     if (action_->isCheckable()) action_->setChecked(!checked);
     if (Click) RunEvent(Click);
   });

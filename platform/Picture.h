@@ -21,7 +21,7 @@ class Picture {
   int Width() const;
   int Height() const;
   const QImage& Image() const { return *image_; }
-  /// The picture for a screen of so many pixels to its own; kept, so that showing it again costs nothing.
+  /// The picture for a screen that shows `scale` pixels for each of its own. It is kept for the next call.
   const QImage& ImageAt(double scale) const;
 
  private:

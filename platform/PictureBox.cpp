@@ -34,7 +34,7 @@ TextMask MaskOf(const Font& font, const std::string& text, double scale) {
   const QFont face = ToolkitFont(font, scale);
   const QString wide = QString::fromStdString(text);
   const QFontMetricsF metrics(face);
-  // Letters may reach past their advance and their line: a margin on all sides, cut off nowhere.
+  // Letters may reach beyond their advance and their line, so the mask has a margin on all sides.
   const int margin = static_cast<int>(std::ceil(metrics.height()));
   TextMask mask;
   mask.advance = metrics.horizontalAdvance(wide);
@@ -130,7 +130,7 @@ class PictureWidget : public QWidget {
     PassMove();
     Pass(box->MouseUp, *event, MouseButtonBits(event->button()));
   }
-  /// Moves that come in a row, as they do after a routine that has blocked, become one: the last.
+  /// Of moves that have queued up, as they do behind a routine that has blocked, only the last is raised.
   void mouseMoveEvent(QMouseEvent* event) override {
     if (!last_move_)
       RunLater([widget = QPointer(this)] {
@@ -192,8 +192,8 @@ void PictureBox::ActAsPanel() { SetAccessibleRole(Widget(), QAccessible::Pane); 
 
 PictureBox::~PictureBox() = default;
 
-/// The image takes the control's size. A control that isn't on the screen gets its resize event late, so that
-/// whoever needs the image calls this first.
+/// Gives the image the control's size. A control that isn't on the screen yet gets its resize event late, so
+/// every routine that needs the image calls this first.
 void PictureBox::FitSurface() {
   const double scale = std::max(1.0, Widget()->devicePixelRatioF());
   const QSize size(CoveredPixels(std::max(1, Width()), scale), CoveredPixels(std::max(1, Height()), scale));
@@ -217,7 +217,7 @@ void PictureBox::FitSurface() {
 double PictureBox::Scale() const { return surface_->scale; }
 
 Color PictureBox::BackColor() const { return surface_->back; }
-/// A change of ground starts the canvas afresh, as the system's own canvases do.
+/// Setting another background colour clears the canvas.
 void PictureBox::SetBackColor(Color color) {
   if (color == surface_->back && !surface_->image.isNull()) return;
   surface_->back = color;

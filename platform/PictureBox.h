@@ -33,7 +33,7 @@ class PictureBox : public Control, public Container {
  public:
   PictureBox(Container& container, std::string name);
   ~PictureBox() override;
-  /// For assistive technology: no picture, but what holds other controls.
+  /// Tells assistive technology that this is a container of controls and not a picture.
   void ActAsPanel();
 
   /// How many of the screen's pixels make up one of the design's, in each direction.

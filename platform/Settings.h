@@ -1,4 +1,4 @@
-// The desktop's per-user settings store, read only.
+// The per-user settings store, for reading only.
 #pragma once
 
 #include <functional>

@@ -55,7 +55,8 @@ class BarWidget : public QScrollBar {
  public:
   BarWidget() : QScrollBar(Qt::Horizontal) {
     setFocusPolicy(Qt::TabFocus);
-    // An arrow that is held repeats twenty times a second: pixel by pixel it would get nowhere.
+    // An arrow button that is held repeats twenty times a second: at one pixel each, scrolling would be too
+    // slow to use.
     setSingleStep(kArrowPixels);
   }
 
@@ -136,7 +137,7 @@ void ImageHolder::SetPicture(std::shared_ptr<const platform::Picture> picture) {
 StatusBar::StatusBar(Container& container, std::string name)
     : Control(container, ControlKind::StatusBar, std::move(name), new QStatusBar) {
   As<QStatusBar>(*this)->setSizeGripEnabled(true);
-  // A wallpaper ends above it.
+  // The wallpaper isn't painted under the status bar, which keeps a ground of its own.
   Widget()->setAutoFillBackground(true);
 }
 

@@ -142,7 +142,7 @@ class StatusBar : public Control {
   StatusBar(Container& container, std::string name);
 };
 
-/// The one kind of clockwork: raises Tick every `interval` milliseconds while enabled.
+/// Raises Tick every `interval` milliseconds while enabled.
 class Timer {
  public:
   Timer(Window& window, const std::string& name, int interval_milliseconds);

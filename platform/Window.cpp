@@ -40,7 +40,7 @@ std::vector<std::unique_ptr<Window>>& UnloadedWindows() {
 int loaded_count = 0;
 
 Qt::WindowFlags FlagsFor(Window::Border border) {
-  // Without the first of them desktops add the buttons that the others leave out.
+  // Without CustomizeWindowHint desktops add the very buttons that the other flags leave out.
   constexpr Qt::WindowFlags bare =
       Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint;
   switch (border) {
@@ -59,9 +59,9 @@ bool IsFixed(Window::Border border) {
   return border == Window::Border::FixedToolWindow || border == Window::Border::FixedDialog;
 }
 
-/// A tile in the screen's own pixels, kept for the next paint: stretching it anew for each paint would cost
-/// more than all the rest of the window. A tile that isn't a whole number of the screen's pixels stays as it
-/// is.
+/// A tile in the screen's own pixels, kept for the next paint: scaling it for each paint would cost more than
+/// the rest of the window together. A tile whose size isn't a whole number of the screen's pixels isn't
+/// scaled beforehand.
 const QImage& TileAtScale(const QImage& tile, double scale) {
   static QImage stretched;
   static qint64 stretched_from = 0;
@@ -74,12 +74,12 @@ const QImage& TileAtScale(const QImage& tile, double scale) {
   return stretched;
 }
 
-/// Black letters read on anything brighter.
+/// Black letters are readable on anything brighter than this.
 constexpr int kDarkestForBlack = 110;
 
 bool IsDark(QRgb color) { return qGray(color) < kDarkestForBlack; }
 
-/// Whether a tile is dark by and large. Worked out once for a tile, not for every paint.
+/// Whether a tile is dark on average. Worked out once for each tile, not for every paint.
 bool IsDark(const QImage& tile) {
   static qint64 judged = 0;
   static bool dark = false;
@@ -118,8 +118,8 @@ class ClientWidget : public QWidget {
  public:
   ClientWidget(Window& window, QWidget* parent) : QWidget(parent), window_(window) {
     setAttribute(Qt::WA_OpaquePaintEvent);
-    // Ground and tiles hang on the left top corner: a change of size shows more or less of them, no other
-    // ones.
+    // Background and tiles start at the left top corner: a change of size shows more or less of them, but
+    // moves none.
     setAttribute(Qt::WA_StaticContents);
   }
   QPainter* painter = nullptr;
@@ -236,7 +236,7 @@ class WindowWidget : public QWidget {
     // The program that the file comes from may be gone before it has told the file's name.
     const std::string path = DroppedFile(*event);
     if (path.empty()) return event->ignore();
-    // It waits until this returns: what may ask the user comes later.
+    // That program waits until this returns, so a routine that may ask the user something runs later.
     RunLater([take = take_file, path] { take(path); });
     event->acceptProposedAction();
   }
@@ -311,7 +311,7 @@ void Window::Show() {
     const QRect area = over != nullptr ? over->frameGeometry() : widget_->screen()->availableGeometry();
     widget_->move(area.center() - QPoint(widget_->width() / 2, widget_->height() / 2));
   }
-  // `show` alone leaves a minimised window out of sight.
+  // `show` alone would leave a minimised window minimised.
   widget_->setWindowState(widget_->windowState() & ~Qt::WindowMinimized);
   widget_->show();
   widget_->raise();
@@ -345,7 +345,7 @@ bool Window::Unload() {
   loaded_ = false;
   --loaded_count;
   Form_Terminate();
-  // A routine of this very window may be what is running.
+  // The routine that is running may be one of this window's own.
   if (release_) UnloadedWindows().push_back(release_());
   RunLater([] { UnloadedWindows().clear(); });
   WindowCountHasChanged();

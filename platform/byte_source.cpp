@@ -50,7 +50,7 @@ std::size_t MemorySource::Read(void* into, std::size_t bytes) {
 }
 
 OpenedFile OpenFileSource(const std::string& path) {
-  // Not blocking, so that a pipe nobody writes to comes back to be refused.
+  // Without O_NONBLOCK, opening a pipe that nobody writes to would block instead of being refused.
   const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (file < 0) return {nullptr, std::strerror(errno)};
   struct stat status {};

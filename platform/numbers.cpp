@@ -11,7 +11,8 @@ namespace {
 template <typename Integer>
 Integer Within(double value) {
   if (std::isnan(value)) return 0;
-  // The upper limit of 64 bits has no double of its own: the comparison must be against the next one up.
+  // The largest 64-bit integer has no double of its own: the comparison must be with the next double above
+  // it.
   if (value >= static_cast<double>(std::numeric_limits<Integer>::max()))
     return std::numeric_limits<Integer>::max();
   if (value <= static_cast<double>(std::numeric_limits<Integer>::min()))
@@ -61,7 +62,7 @@ double NumberAtStart(std::string_view text) {
   double value = 0;
   const auto read =
       std::from_chars(number.data(), number.data() + number.size(), value, std::chars_format::fixed);
-  // The library leaves a number that no double holds at 0, which would be the opposite of what it is.
+  // For a number too great for a double the library gives 0, which would be the opposite of what is meant.
   if (read.ec == std::errc::result_out_of_range && number.find_first_of("123456789") < number.find('.'))
     value = number[0] == '-' ? std::numeric_limits<double>::lowest() : std::numeric_limits<double>::max();
   return value == 0 ? 0 : value;

@@ -6,7 +6,7 @@
 namespace platform {
 namespace {
 
-/// Coordinates beyond this many pixels are held here, so that the products below stay within 64 bits.
+/// Coordinates are limited to this many pixels, so that the products below stay within 64 bits.
 constexpr int kFarthest = 1 << 28;
 
 std::int64_t WholePixel(double coordinate) {

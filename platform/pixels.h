@@ -67,7 +67,7 @@ void DrawPen(const PixelView& view, double x1, double y1, double x2, double y2, 
 
 void FillBox(const PixelView& view, const PixelBox& box, Color color);
 
-/// Turns every pixel of the box into its negative.
+/// Replaces every pixel of the box by its negative.
 void InvertBox(const PixelView& view, const PixelBox& box);
 
 /// How much of each pixel a text covers, 0 to 255, rows from the top, `width` bytes apart. The mask's left

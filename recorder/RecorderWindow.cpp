@@ -23,7 +23,7 @@ double SecondsSince(std::chrono::steady_clock::time_point then, const Session::C
 
 }  // namespace
 
-/// A look for devices on its way.
+/// A search for devices that is under way.
 struct RecorderWindow::Search {
   std::mutex mutex;
   std::optional<platform::SoundDevices> found;
@@ -145,7 +145,7 @@ void RecorderWindow::TakeDevices() {
   const auto found = std::exchange(search_->found, std::nullopt);
   lock.unlock();
   if (!found) {
-    // A search that has been taken is over; one that hasn't may be hanging.
+    // A search whose result has been taken is over; any other may be hanging in the sound system.
     const bool waiting = search_.use_count() > 1;
     if (!waiting && !session_.IsRunning()) return LookForDevices();
     if (waiting && !devices_known_ && surroundings_.clock() - search_began_ > kSearchPatience)

@@ -86,7 +86,7 @@ class RecorderWindow : public QMainWindow {
 
   Surroundings surroundings_;
   Session session_;
-  /// Only while listening. Its end can hang with the sound system, so that isn't waited for.
+  /// Only while listening. Destroying it can hang with the sound system, so nobody waits for that.
   std::unique_ptr<platform::SoundPlayer> player_;
   std::unique_ptr<Take> take_;
   bool saved_ = true;

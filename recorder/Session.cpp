@@ -10,7 +10,7 @@
 namespace recorder {
 namespace {
 
-// What may wait for a window that is held up, by a slow disk perhaps.
+// How many samples may queue up while the window's thread is blocked, by a slow disk perhaps.
 constexpr std::size_t kMostWaitingSamples = std::size_t{kForm.frames_per_second} * 60;
 
 }  // namespace

@@ -29,8 +29,8 @@ enum class Ending {
   Full,         // the take has the greatest length that a file can have
 };
 
-/// The device's side runs on a thread that nobody waits for: a sound server that hangs costs a thread, not
-/// the window's answer. All else is the window's thread.
+/// The device's side runs on a thread that nobody waits for: if the sound server hangs, that thread is lost,
+/// but the window goes on answering. Everything else runs on the window's thread.
 class Session {
  public:
   using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -44,8 +44,8 @@ class Session {
 
   /// Begins to open the device; recording begins when it is open. Not while one is running.
   void Start(const std::string& device, std::unique_ptr<Take> take);
-  /// Writes away what has come in so far and looks whether the device is well. To be called several times a
-  /// second while running. Result: how it ended, when that happens.
+  /// Writes the samples that have come in so far to the take and checks the device. To be called several
+  /// times a second while running. Result: how it ended, when that happens.
   std::optional<Ending> Poll();
   /// Ends the recording; what has come in is in the take.
   void Stop();

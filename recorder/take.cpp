@@ -118,7 +118,7 @@ bool Take::Failed() {
 }
 
 bool Take::Finish() {
-  // What a failed write left behind the last whole block isn't sound.
+  // A failed write may have left a part of its block at the end: it is cut off.
   if (ftruncate(file_, static_cast<off_t>(kWaveHeaderBytes + data_bytes_)) != 0) return Failed();
   return WriteAt(MakeWaveHeader(form_, data_bytes_), 0);
 }

@@ -10,7 +10,7 @@
 
 void Form1::SetupGrid() {
   const double rate = sheet::FrameRate(), seconds = sheet::CalcTime().value_or(0);
-  // Without a sound any rate of the host's gives the one row.
+  // Without a sound every rate gives a sheet of one row, so any rate of the host's will do.
   if (seconds != 0 && !AcceptsRate(rate)) return;
   const platform::RefreshPause whole_sheet_moves;
   InitTitleBar();

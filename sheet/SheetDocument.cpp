@@ -10,7 +10,7 @@ platform::Flag GridReady = platform::kFalse;
 CellTable SheetCells;
 
 std::optional<double> CalcTime() { return audio::SecondsOfSound(audio::LoadedSound()); }
-// Asked for while the main window loads or closes, it must not load the dialog.
+// Asking for the rate must not load the dialog, as it may happen while the main window loads or closes.
 double FrameRate() { return form3.Hold().Rate(); }
 std::int32_t TrackFramesNow() { return TrackFrames(FrameRate(), CalcTime().value_or(0)); }
 

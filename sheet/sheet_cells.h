@@ -17,7 +17,7 @@ class CellTable {
  public:
   /// Frames 0 to last_frame, both included, all texts empty; nothing is kept.
   void Resize(std::int32_t last_frame);
-  /// Makes room for a Resize. Throws std::bad_alloc if the memory doesn't do; nothing has changed then.
+  /// Reserves memory for a Resize. Throws std::bad_alloc if there isn't enough; nothing has changed then.
   void Reserve(std::int32_t last_frame) { rows_.reserve(static_cast<std::size_t>(last_frame) + 1); }
   /// -1 before the first Resize.
   std::int32_t LastFrame() const { return static_cast<std::int32_t>(rows_.size()) - 1; }

@@ -63,8 +63,8 @@ class SheetTarget {
   /// Loads the sound that the file names, or tells the user that it is missing. False only if that message
   /// has told that the tracks can't be restored.
   virtual bool OpenSound(std::string_view wave_file_name) = 0;
-  /// Rows that the sound just opened gives, header included; 1 if none was, for then what stands in the sheet
-  /// is the one before.
+  /// Rows that the sound just opened gives, header included; 1 if no sound was opened, since the sheet's
+  /// length is then still that of the sound before.
   virtual std::int32_t RowsOfSound() = 0;
   virtual void SetRowCount(std::int32_t rows) = 0;
   virtual void SetColumnCount(std::int32_t columns) = 0;

@@ -56,8 +56,9 @@ std::size_t Utf8Length(std::string_view bytes) {
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xc0) == 0x80; }
 
-/// Whether the bytes are UTF-8 that ends within a character, as a file cut short may. Whole characters beyond
-/// ASCII before the cut have to bear it out: a lone high byte at the end is an old machine's letter.
+/// Whether the bytes are UTF-8 that ends within a character, as a truncated file may. They are taken for
+/// UTF-8 only if a whole character beyond ASCII stands before the cut: a lone high byte at the end is rather
+/// a letter in Windows-1252.
 bool IsCutUtf8(std::string_view bytes, std::size_t utf8_length) {
   const std::string_view rest = bytes.substr(utf8_length);
   const int continuation_bytes = Lead(static_cast<unsigned char>(rest[0])).continuation_bytes;

@@ -7,7 +7,7 @@
 
 namespace sheet {
 
-/// A file's bytes, or the reason why it can't be read: the system's, or that it is larger than
+/// A file's bytes, or the reason why it can't be read: the operating system's, or that it is larger than
 /// kMostSheetBytes.
 struct WholeFile {
   std::optional<std::string> bytes;

@@ -68,7 +68,8 @@ void Form1::vl_button12_Click() {
   PaintVelocity();
 }
 
-/// A press changes no value: it only keeps them, for a stroke that may follow.
+/// A press changes no value. It only keeps a copy of all values, so that the stroke that may follow can be
+/// undone.
 void Form1::Picture4_MouseDown(std::int16_t button, std::int16_t /*shift*/, float /*x*/, float /*y*/) {
   if (button == 0 || !vl_button10.value()) return;
   if (sheet::FrameRate() * sheet::CalcTime().value_or(0) == 0) return;

@@ -11,7 +11,8 @@ using host::HostSession;
 
 namespace {
 
-/// Past the host's last frame it stays there; there is no lower limit, so that the header row sends it to -1.
+/// Beyond its last frame the host stays on that one. There is no lower limit: the header row sends it to
+/// frame -1.
 void FollowInHost(const Form1& form) {
   const std::int32_t frames = host::AsLong(HostSession.Call("vel_GetTotalFrames"), "vel_GetTotalFrames");
   // The lowest number of frames that a host can give has no predecessor.
@@ -41,5 +42,5 @@ void Form1::PaintWav() {
 void Form1::PaintGradient() {
   if (Picture2.BackColor() == List1.BackColor()) return;
   Picture2.SetBackColor(List1.BackColor());
-  wave_canvas_->Lose();
+  wave_canvas_->ForgetDrawn();
 }

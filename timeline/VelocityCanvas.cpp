@@ -10,7 +10,7 @@ VelocityCanvas::VelocityCanvas(platform::PictureBox& box)
     : box_(box), picture_([&box](const std::string& text) {
         return platform::MaskOf(box.TextFont(), text, box.Scale());
       }) {
-  box_.Resize = [this] { picture_.Lose(); };
+  box_.Resize = [this] { picture_.ForgetDrawn(); };
   box_.Draw = [this] {
     const VelocityScene& scene = picture_.Scene();
     box_.SetAccessibleDescription(FrameInWords(scene.marked_frame, scene.frames));

@@ -7,7 +7,7 @@
 
 namespace timeline {
 
-/// Puts the drawing of a scene off until the canvas is next shown, refreshed or read.
+/// Keeps the scene to be drawn until the canvas is next shown, refreshed or read, and draws it then.
 class VelocityCanvas {
  public:
   /// The box must outlive this.

@@ -6,14 +6,14 @@
 
 namespace timeline {
 
-/// Puts the drawing of a scene off until the canvas is next shown, refreshed or read.
+/// Keeps the scene to be drawn until the canvas is next shown, refreshed or read, and draws it then.
 class WaveCanvas {
  public:
   /// The box must outlive this.
   explicit WaveCanvas(platform::PictureBox& box);
   void Show(WaveScene scene);
   /// The box has been emptied behind the picture's back.
-  void Lose() { picture_.Lose(); }
+  void ForgetDrawn() { picture_.ForgetDrawn(); }
 
  private:
   platform::PictureBox& box_;

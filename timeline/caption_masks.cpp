@@ -15,7 +15,7 @@ using platform::TextMask;
 
 /// Longer texts are cut: the widest canvas shows no more of them.
 constexpr std::size_t kLongestText = 16384;
-/// Masks of a sheet full of hostile texts must not eat the memory.
+/// The most memory that masks may take, whatever texts a sheet holds.
 constexpr std::size_t kMostMaskBytes = std::size_t{32} << 20;
 /// Digits of the largest 32-bit frame.
 constexpr int kMostDigits = 10;

@@ -6,7 +6,7 @@
 namespace timeline {
 namespace {
 
-/// Radians of a degree, as short as the ground's formula has it: its colours depend on these digits.
+/// Radians per degree, to just these digits: the colours of the canvases' ground depend on them.
 constexpr double kRadians = 0.01745;
 
 int Shaded(int part, float brightness) {

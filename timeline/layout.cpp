@@ -7,10 +7,10 @@
 
 namespace timeline {
 
-const Place* FindPlace(std::string_view control) {
-  for (const Place& place : kWindowPlaces)
+const ControlPlace* FindPlace(std::string_view control) {
+  for (const ControlPlace& place : kWindowPlaces)
     if (place.control == control) return &place;
-  for (const Place& place : kViewportPlaces)
+  for (const ControlPlace& place : kViewportPlaces)
     if (place.control == control) return &place;
   return nullptr;
 }

@@ -12,13 +12,13 @@ inline constexpr int kDesignWidth = 654, kDesignHeight = 395;
 /// Below this client area the layout stays as it was; the window itself may become smaller.
 inline constexpr int kLeastWidth = 300, kLeastHeight = 188;
 
-struct Place {
+struct ControlPlace {
   std::string_view control;
   int left, top, width, height;
 };
 
 /// On the window. What follows the window stands here as for the design's client area.
-inline constexpr Place kWindowPlaces[] = {
+inline constexpr ControlPlace kWindowPlaces[] = {
     {"vl_button18", 4, 4, 22, 24},   {"Picture1", 4, 32, 129, 129},   {"List1", 4, 164, 129, 229},
     {"vl_button5", 136, 4, 23, 23},  {"vl_button1", 162, 4, 23, 23},  {"vl_button2", 194, 4, 23, 23},
     {"vl_button3", 226, 4, 23, 23},  {"vl_button4", 252, 4, 23, 23},  {"Label2", 278, 8, 23, 17},
@@ -29,7 +29,7 @@ inline constexpr Place kWindowPlaces[] = {
 };
 
 /// In the viewport Picture3, in its coordinates.
-inline constexpr Place kViewportPlaces[] = {
+inline constexpr ControlPlace kViewportPlaces[] = {
     {"Picture2", 0, 0, 514, 64},    {"Picture4", 0, 65, 514, 64},   {"vl_button13", 0, 120, 9, 9},
     {"vl_button14", 10, 120, 9, 9}, {"vl_button15", 20, 120, 9, 9}, {"vl_button16", 30, 120, 9, 9},
     {"HScroll1", 0, 130, 514, 17},
@@ -47,7 +47,7 @@ inline constexpr StripLine kStripLines[] = {{"Line2", 188, true}, {"Line3", 190,
                                             {"Line7", 302, true}, {"Line6", 304, false}};
 
 /// The place of a control by name; null for one that has none of its own.
-const Place* FindPlace(std::string_view control);
+const ControlPlace* FindPlace(std::string_view control);
 
 /// The rule of the tool strip by name, which must be one of kStripLines.
 const StripLine& StripLineOf(std::string_view control);

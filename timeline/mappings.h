@@ -23,7 +23,7 @@ float PixelsPerFrame(int canvas_pixels, std::int32_t rounded_frames);
 /// The left edge of a frame on the waveform; frame -1, the header row's, lies left of the canvas.
 double PixelOfFrame(std::int32_t frame, float pixels_per_frame);
 
-/// Where the play line stands.
+/// The place of the playback cursor.
 double PixelOfTime(float fraction, int canvas_pixels);
 
 /// Samples per pixel column. canvas_pixels above 0.

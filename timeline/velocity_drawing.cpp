@@ -19,7 +19,7 @@ constexpr Color kMarkColor = platform::Rgb(136, 68, 34);
 constexpr int kNumberTop = 2, kShapeTop = 12, kMarkTop = 2, kCommentTop = 52;
 constexpr int kTextIndent = 4;
 constexpr int kGroundDegrees = 63;
-/// Captions of rows far past the last frame are held here, where no sum overflows.
+/// Captions of rows far beyond the last frame are drawn no further right than this, so that no sum overflows.
 constexpr double kFarRight = 1 << 28;
 /// More captions changed than this: their common box costs less than one for each.
 constexpr std::size_t kMostBoxes = 32;
@@ -87,7 +87,7 @@ void VelocityPicture::ClearShapes(std::int32_t frames) {
   masks_.ForgetTexts();
   shapes_.assign(static_cast<std::size_t>(frames), 0);
   shapes_changed_ = true;
-  // The numbers drawn by mean other texts from here on.
+  // The numbers in what was drawn stand for other texts from here on.
   drawn_valid_ = false;
 }
 

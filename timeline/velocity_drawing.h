@@ -58,7 +58,7 @@ class VelocityPicture {
   void CaptureShape(std::int32_t frame, const std::string& shape);
 
   /// The canvas no longer holds what was drawn on it.
-  void Lose() { drawn_valid_ = false; }
+  void ForgetDrawn() { drawn_valid_ = false; }
   /// Brings the canvas up to date and tells what has changed.
   std::vector<platform::PixelBox> DrawOn(const platform::PixelView& canvas);
 

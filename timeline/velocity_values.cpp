@@ -8,7 +8,7 @@
 namespace timeline {
 namespace {
 
-/// Makes the object behind the pointer its holder's own before it is written to.
+/// Copies the object if others share it, so that it can be written to.
 template <typename Shared>
 Shared& Owned(std::shared_ptr<Shared>& pointer) {
   if (pointer.use_count() > 1) pointer = std::make_shared<Shared>(*pointer);

@@ -18,7 +18,7 @@ constexpr platform::Color kTicks = platform::Rgb(32, 64, 128);
 constexpr int kTickPixels = 6;
 /// Where the line starts: the zero line of a canvas of the design's height, whatever its real one.
 constexpr int kZeroLine = 32;
-/// Half a turn, nearly: the ground is darkest at the top and nearly so at the bottom.
+/// Almost 180 degrees: the ground is darkest at the top and almost as dark at the bottom.
 constexpr int kGroundDegrees = 179;
 
 std::optional<float> StrideOf(const audio::SampleStore& sound, int canvas_pixels) {

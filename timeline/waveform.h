@@ -43,7 +43,7 @@ class WavePicture {
   void Capture(WaveScene scene) { scene_ = std::move(scene); }
   const WaveScene& Scene() const { return scene_; }
   /// The canvas no longer holds what was drawn on it.
-  void Lose() { drawn_valid_ = false; }
+  void ForgetDrawn() { drawn_valid_ = false; }
   /// Brings the canvas up to date and tells what has changed.
   std::vector<platform::PixelBox> DrawOn(const platform::PixelView& canvas);
 

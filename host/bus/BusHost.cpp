@@ -23,7 +23,7 @@ constexpr const char* kQuestion =
     "The host doesn't answer. The exposure sheet waits for it and can do nothing else meanwhile.\n\n"
     "Without the host the exposure sheet ends. What isn't saved is then written to a file of its own.";
 
-/// Milliseconds between two looks at the user's side of a wait.
+/// Milliseconds between two checks, during a wait, for what the user does.
 constexpr int kOneLook = 50;
 
 int GiveName(sd_bus*, const char* path, const char*, const char*, sd_bus_message* reply, void*,
@@ -94,8 +94,8 @@ void BusHost::Take(Message message) {
     const auto waiting = awaited_.find(number);
     if (waiting != awaited_.end()) waiting->second = std::move(message);
   } else if (sd_bus_message_is_signal(message.get(), kBusService, "NameOwnerChanged")) {
-    // A call that is waited for fails by itself. But nothing else would ever bring up a window that the host
-    // was to show.
+    // If a call is being waited for, that call fails by itself. Otherwise a window that the host was still to
+    // show would never come up, so this is the tool's end.
     if (awaited_.empty() && !unshown_.empty()) throw HostError("Vel_SendFormObject", kGone);
   }
 }
@@ -125,7 +125,7 @@ void BusHost::TakeCall(const Message& call) {
 
 std::string FailureText(sd_bus_message* answer) {
   const sd_bus_error* error = sd_bus_message_get_error(answer);
-  // Of a host that has gone the bus has only a number to give.
+  // For a host that has gone the bus's error text holds only the number of its connection.
   if (sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) ||
       sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN))
     return kGone;
@@ -146,7 +146,7 @@ Message BusHost::CallHost(const Message& call, std::string_view member) {
     } else if (!connection_->Wait(kOneLook) && !patience.Lasts()) {
       given_up_ = true;
     }
-    // A call that the host has made meanwhile may have been where the user had enough.
+    // The user may have given the host up in a call nested in this one.
     if (given_up_) throw HostError(member, kGivenUp);
   }
   connection_->PassOnTheRest();

@@ -22,7 +22,7 @@ std::unique_ptr<Connection> Connection::Open() {
   sd_bus* bus = nullptr;
   if (sd_bus_open_user(&bus) < 0) return nullptr;
   std::unique_ptr<Connection> connection(new Connection(bus));
-  // The greeting is exchanged with the first call.
+  // The library exchanges the bus's greeting with the first call.
   return connection->OwnerOf(kBusService).empty() ? nullptr : std::move(connection);
 }
 
@@ -110,7 +110,7 @@ void Connection::OnArrival(std::function<void()> routine) {
 }
 
 void Connection::Arrived() {
-  // The socket of a bus that has gone is readable for good, and so is one that nobody reads any more.
+  // The socket of a bus that has gone always reports that it can be read, and so does one that nobody reads.
   if (!IsOpen() || platform::EndsWithReport()) readable_->setEnabled(false);
   platform::RunEvent(*arrived_);
 }

@@ -55,7 +55,7 @@ class Connection {
 
   /// What the event loop runs when something has come. It must take all that Next() gives.
   void OnArrival(std::function<void()> routine);
-  /// Has the routine run soon if there are messages left that were read along with others.
+  /// Runs the routine soon if messages are still queued that were read together with others.
   void PassOnTheRest();
 
  private:

@@ -92,7 +92,7 @@ void Wire::WriteArguments(sd_bus_message* call, const Member& member, std::span<
     if (kind == ArgumentKind::Window)
       sd_bus_message_append(call, "o", path_of(*std::get<FormObject*>(arguments[i])).c_str());
     else
-      // A frame keeps being whole or not.
+      // A frame number that is whole goes as an integer, a fractional one as a double.
       Write(call, kind == ArgumentKind::Frame && !IsWhole(arguments[i]) ? "d" : Signature(kind, planes),
             arguments[i], member);
   }

@@ -18,7 +18,7 @@ enum class Planes { AsBytes, AsDescriptors };
 /// Whether the member gives or takes a plane.
 bool PassesPlane(const Member& member);
 
-/// The types on the bus, in the bus's own letters. A Frame is here the whole number that it mostly is.
+/// The types on the bus, in the bus's own letters. For a Frame that of a whole number, which most frames are.
 std::string_view Signature(ArgumentKind kind, Planes planes);
 std::string_view Signature(ResultKind kind, Planes planes);
 

@@ -43,7 +43,7 @@ std::optional<QString> BusService::Start() {
   connection_ = Connection::Open();
   if (!connection_) return tr("There is no session bus, so no tool can reach these frames.");
   connection_->WatchForLeaving("");
-  // First whoever answers, then the name: who finds the name finds the members.
+  // The handler is set before the name is taken, so that whoever finds the name gets answers.
   connection_->OnArrival([this] {
     while (const Message message = connection_->Next()) Take(message);
   });
@@ -72,7 +72,7 @@ void BusService::PassOnShown(const Message& answer) {
   connection_->Refuse(call.mapped(), failure->message != nullptr ? failure->message : failure->name);
 }
 
-FormObject* BusService::HoldForm(const Message& call, const std::string& path) {
+FormObject* BusService::KeepForm(const Message& call, const std::string& path) {
   const std::string tool = sd_bus_message_get_sender(call.get());
   auto& form = forms_[{tool, path}];
   if (!form) form = std::make_unique<RemoteForm>(*this, tool, path);
@@ -86,7 +86,7 @@ void BusService::ForgetTool(const std::string& tool) {
     stand_in_->DropForm(*entry.second);
     return true;
   });
-  // A tool that died at work can't close its display any more.
+  // A tool that died during its work can't close its status display any more.
   if (status_owner_ == tool && stand_in_->Status()) stand_in_->StatusClose();
 }
 
@@ -104,7 +104,7 @@ void BusService::TakeCall(const Message& call) {
   try {
     RunMember(call, by_descriptor ? Planes::AsDescriptors : Planes::AsBytes);
   } catch (const HostError& failure) {
-    // The tool names the member itself.
+    // Only the reason: the tool adds the member's name itself.
     connection_->Refuse(call, failure.Reason());
   } catch (const std::exception& failure) {
     connection_->Refuse(call, failure.what());
@@ -114,7 +114,7 @@ void BusService::TakeCall(const Message& call) {
 void BusService::RunMember(const Message& call, Planes planes) {
   const std::string name = sd_bus_message_get_member(call.get());
   const std::vector<Variant> arguments =
-      wire_.ReadArguments(call.get(), [&](const std::string& path) { return HoldForm(call, path); });
+      wire_.ReadArguments(call.get(), [&](const std::string& path) { return KeepForm(call, path); });
   const Member& member = CheckedMember(name, arguments);
   if (planes == Planes::AsDescriptors && !PassesPlane(member))
     throw HostError(name, "there is no such member with descriptors");

@@ -18,17 +18,23 @@ class BusService {
   explicit BusService(std::shared_ptr<StandIn> stand_in);
   ~BusService();
 
-  /// Takes the name; otherwise the reason why it can't.
+  /// Takes the host's name on the bus. Result: the reason if that fails, or nothing.
   std::optional<QString> Start();
 
  private:
   class RemoteForm;
 
+  /// Handles any message that has come.
   void Take(const Message& message);
   void TakeCall(const Message& call);
+  /// Runs the stand-in's member and sends its result, or the failure.
   void RunMember(const Message& call, Planes planes);
+  /// A tool has answered the call to show its window: now its own call that handed the window over is
+  /// answered.
   void PassOnShown(const Message& answer);
-  FormObject* HoldForm(const Message& call, const std::string& path);
+  /// The window of the calling tool, made and kept for its later calls.
+  FormObject* KeepForm(const Message& call, const std::string& path);
+  /// Drops the windows of a tool that has left the bus.
   void ForgetTool(const std::string& tool);
 
   std::shared_ptr<StandIn> stand_in_;

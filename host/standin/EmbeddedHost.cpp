@@ -18,7 +18,7 @@ class EmbeddedHost final : public HostObject {
   EmbeddedHost() : stand_in_(std::make_shared<StandIn>(DrawDemoAnimation())) {
     stand_in_->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
     platform::Translate("standin");
-    window_ = new StandInWindow(stand_in_, Place::Embedded);
+    window_ = new StandInWindow(stand_in_, RunsAs::PartOfTool);
     // The tool holds its host until the process ends, which is later than a window can live.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, window_, [window = window_] { delete window; });
     platform::AskBeforeEnd([window = window_] { return !window || window->MayEndWithTool(); });

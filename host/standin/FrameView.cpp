@@ -10,7 +10,7 @@ namespace host {
 namespace {
 
 constexpr int kMargin = 14;
-/// Small frames are magnified no further: pixels as large as tiles help nobody.
+/// Small frames are magnified by no more than this.
 constexpr int kMostMagnified = 8;
 
 QImage ImageFrom(const PixelBlock& block) {

@@ -14,7 +14,7 @@ class FrameView : public QWidget {
   FrameView(const StandIn& stand_in, QWidget* parent);
 
   QSize sizeHint() const override;
-  /// Another frame, or other pixels in it: what was prepared for the screen is stale.
+  /// To be called when the frame or its pixels have changed: the picture prepared for the screen is outdated.
   void Renew();
   /// Shows the frame at once, roughly sampled: for a program that is busy and must not wait for its window.
   void ShowAtOnce();
@@ -23,7 +23,9 @@ class FrameView : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  /// Where the frame is shown within the view, with its proportions kept.
   QRect PictureBox() const;
+  /// Scales the frame to that many of the screen's pixels, unless that is done already.
   void Prepare(const QSize& device_size);
 
   const StandIn& stand_in_;

@@ -9,6 +9,7 @@
 
 namespace host {
 
+/// The theme whose colours the store holds; nothing if they are none of the themes'.
 std::optional<Theme> CurrentTheme();
 /// Writes the theme's settings; those of the default theme are removed. False if the store can't be written.
 bool StoreTheme(Theme theme);
@@ -17,6 +18,7 @@ bool StoreTheme(Theme theme);
 QStringList WallpaperNames();
 /// The chosen wallpaper: one of those names, the path of a picture of the user's own, or nothing.
 QString ChosenWallpaper();
+/// Stores the choice. False if the store can't be written.
 bool StoreWallpaper(const QString& name_or_path);
 
 /// The file that tools load as wallpaper, empty for none. A wallpaper that comes with the stand-in is written

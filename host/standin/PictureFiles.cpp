@@ -31,7 +31,7 @@ double WorkBytes(FrameSize size) { return 8.0 * size.width * size.height; }
 /// Opening a pipe would wait for its other end.
 bool IsPipeOrTheLike(const QString& file) { return QFileInfo::exists(file) && !QFileInfo(file).isFile(); }
 
-/// Frames as they come from files, until their number is known.
+/// Collects the frames of files until their number is known.
 struct Reading {
   FrameSize size;
   QString first_file;

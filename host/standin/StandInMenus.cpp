@@ -53,7 +53,7 @@ void StandInWindow::MakeMenus() {
   MakeAnimationMenu();
   MakePlayMenu();
   MakeLookMenu();
-  if (place_ == Place::Apart) MakeToolsMenu();
+  if (runs_as_ == RunsAs::Program) MakeToolsMenu();
   MakeHelpMenu();
 }
 
@@ -72,7 +72,7 @@ void StandInWindow::MakeAnimationMenu() {
       animation_menu_, "Save", tr("&Save as numbered pictures..."), [this] { AskSave(); },
       QKeySequence::Save);
   animation_menu_->addSeparator();
-  const bool apart = place_ == Place::Apart;
+  const bool apart = runs_as_ == RunsAs::Program;
   AddItem(
       animation_menu_, "Leave", apart ? tr("&Quit") : tr("&Minimise"), [this] { close(); },
       // Named by its keys: the toolkit's own sequence for leaving is empty on some desktops.

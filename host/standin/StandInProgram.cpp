@@ -34,7 +34,7 @@ int RunStandIn(int argument_count, char** arguments) {
 
   const auto stand_in = std::make_shared<StandIn>(DrawDemoAnimation());
   stand_in->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
-  StandInWindow window(stand_in, Place::Apart);
+  StandInWindow window(stand_in, RunsAs::Program);
   BusService service(stand_in);
   if (const auto reason = service.Start()) {
     std::fprintf(stderr, "vellumark-standin: %s\n", qPrintable(*reason));

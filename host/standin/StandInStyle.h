@@ -5,6 +5,7 @@ class QWidget;
 
 namespace host {
 
+/// Gives the window, and with it its dialogs, the stand-in's colours.
 void DressStandIn(QWidget& window);
 
 }  // namespace host

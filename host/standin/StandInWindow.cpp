@@ -22,14 +22,14 @@
 
 namespace host {
 
-StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, Place place)
-    : stand_in_(std::move(stand_in)), place_(place) {
+StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, RunsAs runs_as)
+    : stand_in_(std::move(stand_in)), runs_as_(runs_as) {
   setObjectName("StandIn");
   setWindowTitle(tr("Vellumark (stand-in)"));
   setWindowIcon(StandInIcon());
   // The tool's process lives as long as the tool's windows, however long the host's stays open.
-  setAttribute(Qt::WA_QuitOnClose, place == Place::Apart);
-  setAttribute(Qt::WA_ShowWithoutActivating, place == Place::Embedded);
+  setAttribute(Qt::WA_QuitOnClose, runs_as == RunsAs::Program);
+  setAttribute(Qt::WA_ShowWithoutActivating, runs_as == RunsAs::PartOfTool);
   DressStandIn(*this);
   MakeTransportActions();
   setCentralWidget(MakeBody());
@@ -87,7 +87,8 @@ QWidget* StandInWindow::MakeTransportRow() {
     auto* button = new QToolButton(row);
     button->setDefaultAction(action);
     button->setIconSize({18, 18});
-    // Space plays: a button with the focus would take it. The keyboard has the slider and the actions' keys.
+    // The buttons take no focus: the space bar is for playing, and a focused button would take it. By
+    // keyboard there are the slider and the actions' keys.
     button->setFocusPolicy(Qt::NoFocus);
     columns->addWidget(button);
   }
@@ -113,7 +114,7 @@ QWidget* StandInWindow::MakeStatusRow() {
   status_bar_->setObjectName("StatusBar");
   status_bar_->setAccessibleName(tr("Progress"));
   status_bar_->setTextVisible(false);
-  // However long the text is, it doesn't widen the window.
+  // A long text must not widen the window.
   status_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   columns->addWidget(status_label_, 1);
   columns->addWidget(status_bar_, 1);
@@ -161,7 +162,7 @@ void StandInWindow::AnimationChanged() {
   scrub_->setEnabled(frames > 1);
   for (QAction* action : {first_, back_, play_, forward_, last_}) action->setEnabled(frames > 1);
   RefreshCaptions();
-  // A note told of the frames that were there before.
+  // The note in the status row may speak of the frames that were there before.
   RefreshStatus();
   RefreshSoon();
 }
@@ -209,7 +210,8 @@ void StandInWindow::RefreshStatus() {
   LayOutStatus();
 }
 
-/// A sign of life: a shooting or a retrieval that is over leaves nothing else to be seen here.
+/// Tells how many frames were read or written: nothing else in this window shows that a shooting or a
+/// retrieval has taken place.
 QString StandInWindow::WhatToolsDid() const {
   const FrameCounts& counts = stand_in_->Counts();
   if (counts.written > 0)
@@ -220,7 +222,7 @@ QString StandInWindow::WhatToolsDid() const {
 }
 
 void StandInWindow::LayOutStatus() {
-  // At once: a tool may block the events, which would bring this later.
+  // Now rather than by the event loop, which a tool in this process may block next.
   status_label_->parentWidget()->layout()->activate();
   centralWidget()->layout()->activate();
 }
@@ -239,7 +241,7 @@ void StandInWindow::StatusChanged() {
   if (progress && paint_clock_.elapsed() < next_status_paint_ms_) return;
   RefreshStatus();
   if (isVisible()) ShowStatusAtOnce();
-  // What was shown in haste is shown well again.
+  // The frame that was sampled roughly in between is drawn in full quality again.
   if (!stand_in_->Status()) RefreshSoon();
 }
 
@@ -251,7 +253,7 @@ void StandInWindow::ShowStatusAtOnce() {
 }
 
 void StandInWindow::closeEvent(QCloseEvent* event) {
-  if (place_ == Place::Apart) return event->setAccepted(MayQuit());
+  if (runs_as_ == RunsAs::Program) return event->setAccepted(MayQuit());
   if (outlives_tool_) {
     event->ignore();
     if (MayDropFrames()) platform::Quit();

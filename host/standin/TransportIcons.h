@@ -7,7 +7,9 @@ namespace host {
 
 enum class Transport { First, Back, Play, Pause, Forward, Last };
 
+/// The sign for a transport button.
 QIcon TransportIcon(Transport which);
+/// The icon of the stand-in's window.
 QIcon StandInIcon();
 
 }  // namespace host

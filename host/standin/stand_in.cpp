@@ -18,14 +18,14 @@ void StandIn::TakeAnimation(Animation animation) {
   Tell(&StandInView::AnimationChanged);
 }
 
-void StandIn::HoldForm(FormObject& form) {
+void StandIn::KeepForm(FormObject& form) {
   if (std::ranges::find(forms_, &form) == forms_.end()) forms_.push_back(&form);
 }
 
 void StandIn::DropForm(const FormObject& form) { std::erase(forms_, &form); }
 
 void StandIn::SendFormObject(FormObject& form) {
-  HoldForm(form);
+  KeepForm(form);
   form.ShowForm();
   if (view_ != nullptr) view_->FormSent(form);
 }

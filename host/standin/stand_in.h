@@ -63,7 +63,7 @@ class StandIn final : public HostObject {
   /// Puts another animation in place of the current one; frame 0 becomes current.
   void TakeAnimation(Animation animation);
   /// Holds a window without showing it.
-  void HoldForm(FormObject& form);
+  void KeepForm(FormObject& form);
   /// Forgets a window that is no longer there.
   void DropForm(const FormObject& form);
 

@@ -116,7 +116,7 @@ class AimlessUser {
     modal_closer_.callOnTimeout([this] { LeaveModalDialog(); });
     modal_closer_.start(0);
     desk_.host->wallpaper = ":/assets/icons/play.png";
-    if (seed % 2 == 1) host::HostSession.Hold(host::MakeEmbeddedHost());
+    if (seed % 2 == 1) host::HostSession.Set(host::MakeEmbeddedHost());
   }
   ~AimlessUser() {
     platform::AnswerFileDialogsWith(nullptr);
@@ -124,7 +124,7 @@ class AimlessUser {
     platform::ReadClockFrom(nullptr);
     platform::ReadFreeMemoryFrom(nullptr);
     platform::SetWaveOut(nullptr);
-    host::HostSession.Hold(nullptr);
+    host::HostSession.Set(nullptr);
   }
 
   void DoSomething() {

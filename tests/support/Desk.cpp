@@ -61,7 +61,7 @@ void HandleEvents() {
 
 Desk::Desk() {
   host->app_dir = ScratchFolder();
-  host::HostSession.Hold(host);
+  host::HostSession.Set(host);
   app::AppTitle = "Exposure Sheet 2.3";
 }
 

@@ -184,7 +184,7 @@ TEST(Waveform, AKeptPictureIsTheWholePictureAfterEveryChange) {
     if (what == 1) scene.sound = sounds[numbers.Below(2)];
     if (what == 2) scene.ground = Rgb(numbers.Below(256), 10, 10);
     if (what == 3) scene.width = 60 + numbers.Below(60);
-    if (what == 4) canvas = Canvas(120, 64), picture.Lose();
+    if (what == 4) canvas = Canvas(120, 64), picture.ForgetDrawn();
     if (what > 4) scene.current_frame = numbers.Below(42) - 1;
     picture.Capture(scene);
     if (numbers.Below(3) == 0) continue;  // drawing put off

@@ -47,7 +47,7 @@ class StandInWindowTest : public testing::Test {
     qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8());
     qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
     stand_in_ = std::make_shared<StandIn>(Animation({8, 6}, 10));
-    window_ = std::make_unique<StandInWindow>(stand_in_, Place::Embedded);
+    window_ = std::make_unique<StandInWindow>(stand_in_, RunsAs::PartOfTool);
     window_->show();
     QApplication::processEvents();
   }
@@ -138,7 +138,7 @@ TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
 
 TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   CountingForm form;
-  stand_in_->HoldForm(form);
+  stand_in_->KeepForm(form);
   const QString file = QString::fromStdString(platform::SettingsFile("vellumark"));
   QSettings(file, QSettings::IniFormat).setValue("Startup/Of_Another", 7);
 
@@ -370,7 +370,7 @@ TEST_F(StandInWindowTest, TheDemoMovesFromFrameToFrame) {
 
 TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   ASSERT_TRUE(platform::Translate("standin", {"de-DE"}));
-  StandInWindow german(stand_in_, Place::Apart);
+  StandInWindow german(stand_in_, RunsAs::Program);
   QStringList menus;
   for (const QAction* menu : german.menuBar()->actions()) menus << menu->text();
   EXPECT_EQ(menus.join(' '), "&Animation &Bilder &Aussehen &Werkzeuge &Hilfe");

@@ -82,7 +82,8 @@ class Bridge(unittest.TestCase):
         self.layer = self.document.layers[0]
         self.layer.keys = {FIRST + f: bytes([10 * f + c for c in (2, 1, 0)] + [255]) * 6 for f in range(FRAMES)}
         self.status, self.gone = Status(), []
-        self.service = Service(Host(self.document, self.status), self.gone.append)
+        self.host = Host(self.document, self.status)
+        self.service = Service(self.host, self.gone.append)
         self.assertIsNone(self.service.start())
         self.client = QDBusConnection.connectToBus(QDBusConnection.SessionBus, "client")
 
@@ -156,6 +157,10 @@ class Bridge(unittest.TestCase):
             self.assertEqual(os.pread(descriptor, 100, 0), bytes([10 * frame + 1]) * 6)
             memories.append((os.fstat(descriptor).st_dev, os.fstat(descriptor).st_ino))
         self.assertEqual(memories[0], memories[1])
+        # The next document is a pixel wider.
+        self.host.take(self.krita.createDocument(WIDTH + 1, HEIGHT, "Toads"))
+        lent = self.call("vel_GetGbuffer", interface=NAME + ".Descriptors")
+        self.assertEqual(os.fstat(lent.fileDescriptor()).st_size, (WIDTH + 1) * HEIGHT)
 
     def test_lays_what_is_transparent_on_white(self):
         self.layer.keys[FIRST] = bytes([0, 50, 100, 128]) * 3 + bytes(12)

@@ -146,17 +146,19 @@ std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
 }  // namespace
 
 void GiveColumnsRoom(QFileDialog& dialog) {
-  constexpr int kColumns[] = {250, 80, 110, 150}, kPlaces = 120;
   auto* files = dialog.findChild<QTreeView*>("treeView");
   auto* places = dialog.findChild<QSplitter*>("splitter");
   if (files == nullptr || places == nullptr) return;  // the desktop's own dialog
+  const int letter = dialog.fontMetrics().averageCharWidth();
+  const int places_width = 22 * letter;
   int width = 0;
-  for (int column = 0; column < 4; ++column) {
-    files->header()->resizeSection(column, kColumns[column]);
-    width += kColumns[column];
+  for (const auto& [column, letters] : {std::pair(0, 40), {1, 14}, {2, 18}, {3, 27}}) {
+    files->header()->resizeSection(column, letters * letter);
+    width += letters * letter;
   }
-  places->setSizes({kPlaces, width});
-  dialog.resize(std::max(dialog.width(), kPlaces + width + 60), std::max(dialog.height(), 420));
+  places->setSizes({places_width, width});
+  dialog.resize(std::max(dialog.width(), places_width + width + 8 * letter),
+                std::max(dialog.height(), 68 * letter));
 }
 
 std::string DocumentsFolder() {

@@ -20,10 +20,14 @@ int DecimalsAt(double rate) {
   return decimals;
 }
 
-std::string SecondsText(double seconds, int decimals) {
+/// The frame's time, cut off behind these decimals and not rounded: readers show the last cue that has begun,
+/// and one that begins a trifle late would be seen a frame late.
+std::string TimeOf(std::size_t frame, double rate, int decimals) {
+  constexpr double kWholeEnough = 1e-6;
+  const double scale = std::pow(10, decimals);
+  const double cut = std::floor(static_cast<double>(frame) / rate * scale + kWholeEnough) / scale;
   char buffer[400];
-  const auto end =
-      std::to_chars(buffer, buffer + sizeof buffer, seconds, std::chars_format::fixed, decimals).ptr;
+  const auto end = std::to_chars(buffer, buffer + sizeof buffer, cut, std::chars_format::fixed, decimals).ptr;
   return std::string(buffer, end);
 }
 
@@ -99,7 +103,7 @@ Writing WriteCueTable(const Document& document, const ShapeTable& names) {
   const int decimals = DecimalsAt(rate);
   std::string text;
   const auto add = [&](std::size_t frame, const std::string& letter) {
-    text += SecondsText(static_cast<double>(frame) / rate, decimals) + "\t" + letter + "\n";
+    text += TimeOf(frame, rate, decimals) + "\t" + letter + "\n";
   };
   if (letters.empty() || letters[0].empty()) {
     add(0, kRestLetter);

@@ -87,7 +87,7 @@ TEST(Formats, AHeldMouthIsWrittenOnceAndARepeatedOneTwice) {
   EXPECT_EQ(*convert::WriteSwitchData(sheet, ShapeTable::Default()).bytes,
             "MohoSwitch1\n1 rest\n3 MBP\n5 MBP\n7 MBP\n8 rest\n");
   EXPECT_EQ(*convert::WriteCueTable(sheet, ShapeTable::Default()).bytes,
-            "0.00\tX\n0.08\tA\n0.17\tA\n0.25\tA\n0.29\tX\n0.38\tX\n");
+            "0.00\tX\n0.08\tA\n0.16\tA\n0.25\tA\n0.29\tX\n0.37\tX\n");
 }
 
 TEST(Formats, APapagayoWordHoldsItsMouthUntilTheNextWordShowsOne) {

@@ -22,8 +22,9 @@ DATA_BYTES = 131202
 ROWS_AT_24 = 72
 TRACK_FRAMES_AT_24 = 71
 
+# How the lines begin that the programs should write: the sheet ends with its document, and what it held is kept.
 EXPECTED_COMPLAINTS = {"krita": ["exposure-sheet: The host's member vel_GetTotalFrames failed: the document \"Roll\" "
-                                 "has been closed in Krita"]}
+                                 "has been closed in Krita", "The sheet as it stood is in "]}
 
 
 class Checks:
@@ -292,12 +293,18 @@ def check_krita_run(checks):
     checks.true(f"Krita followed too few frames: {frames}", len(frames) >= 8)
 
 
+def check_complaints(checks, chapter):
+    complaints, expected = checks.facts["complaints in " + chapter], EXPECTED_COMPLAINTS.get(chapter, [])
+    beginnings = [line[:len(beginning)] for line, beginning in zip(complaints, expected)]
+    checks.equal("complaints in " + chapter, beginnings + complaints[len(expected):], expected)
+
+
 def main(folder, chapters):
     checks = Checks(folder)
     for chapter in chapters:
         {"sheet": check_sheet, "sound": check_sound, "painter": check_painter, "apart": check_apart,
          "keys": check_keys, "hands": check_hands, "recorder": check_recorder, "look": check_look, "krita": check_krita}[chapter](checks)
-        checks.fact("complaints in " + chapter, EXPECTED_COMPLAINTS.get(chapter, []))
+        check_complaints(checks, chapter)
     for failure in checks.failures:
         print("NOT AS IT SHOULD BE:", failure)
     print(f"{checks.count - len(checks.failures)} of {checks.count} things are as they should be.")

@@ -81,4 +81,5 @@ class KritaDesk:
 
     def quit(self):
         self.process.terminate()
-        wait_for("Krita to end", lambda: self.process.poll() is not None)
+        # It has much to put away, and may be short of a processor.
+        wait_for("Krita to end", lambda: self.process.poll() is not None, START_SECONDS)

@@ -45,7 +45,7 @@ class GridModel : public QAbstractTableModel {
 
   QVariant data(const QModelIndex& index, int role) const override {
     const int row = index.row() + 1, col = index.column();
-    if (row >= state_.rows || col >= state_.cols) return {};
+    if (!index.isValid() || row >= state_.rows || col >= state_.cols) return {};
     if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
       return QString::fromStdString(state_.cells[state_.IndexOf(row, col)]);
     if (role == Qt::ToolTipRole)

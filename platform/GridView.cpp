@@ -112,7 +112,8 @@ class Grid::View : public QTableView {
   }
   void mousePressEvent(QMouseEvent* event) override {
     const QModelIndex at = indexAt(event->pos());
-    if (event->button() != Qt::LeftButton || !at.isValid()) return;
+    // The view may still show rows that the grid has lost.
+    if (event->button() != Qt::LeftButton || !at.isValid() || at.row() + 1 >= grid_.Rows()) return;
     RunEvent([&] { grid_.MoveTo(at.row() + 1, at.column()); });
     grid_.state_->stepped = false;
   }

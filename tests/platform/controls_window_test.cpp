@@ -108,6 +108,15 @@ TEST_F(ShownSample, RaisesTheGridsEventsInsideTheMoveAndOnlyWhenTheCellChanges) 
       << "below the last row nothing is left or reached";
 }
 
+TEST_F(ShownSample, APressOnARowThatHasJustGoneIsPassedOver) {
+  grid.SetRows(6);
+  support::HandleEvents();
+  const QPoint last = view->visualRect(view->model()->index(4, 0)).center();
+  grid.SetRows(3);
+  support::Press(view->viewport(), last);
+  EXPECT_EQ(grid.Row(), 0);
+}
+
 TEST_F(ShownSample, KeepsTheTextsOfTheRowsThatRemain) {
   grid.SetRow(1);
   grid.SetText("kept");

@@ -116,6 +116,10 @@ class AimlessUser {
     modal_closer_.callOnTimeout([this] { LeaveModalDialog(); });
     modal_closer_.start(0);
     desk_.host->wallpaper = ":/assets/icons/play.png";
+    // What was shot in another size can't be given any more.
+    desk_.host->before = [this](std::string_view member) {
+      if (member == "vel_BufferWidth") desk_.host->planes.clear();
+    };
     if (seed % 2 == 1) host::HostSession.Set(host::MakeEmbeddedHost());
   }
   ~AimlessUser() {
@@ -221,6 +225,8 @@ class AimlessUser {
   void UseKeys() {
     QWidget* widget = QApplication::focusWidget();
     if (widget == nullptr || dice_.OneIn(10)) widget = SomeWidget();
+    // Keys go to what can have the focus.
+    if (widget->focusPolicy() == Qt::NoFocus) widget = widget->window();
     const auto keys = dice_.Pick(std::array<Qt::KeyboardModifiers, 5>{
         Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier});
     if (dice_.OneIn(2)) {

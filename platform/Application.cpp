@@ -85,10 +85,7 @@ class GuardedApplication : public QApplication {
 
 void QuitWhenNothingIsLeft() {
   if (LoadedWindowCount() > 0 || keep_alive_count > 0) return;
-  // Taken away while it asks: it has an event loop of its own.
-  const auto asked = std::exchange(may_end, nullptr);
-  if (!asked || asked()) return Quit();
-  may_end = asked;
+  if (!may_end || may_end()) Quit();
 }
 
 }  // namespace
@@ -134,7 +131,14 @@ int RunApplication(const std::function<void()>& main_routine) {
 }
 
 void WindowCountHasChanged() {
-  if (QCoreApplication::instance() != nullptr) RunLater(QuitWhenNothingIsLeft);
+  // Windows go several at a time, and the question whether to end has an event loop of its own: it is asked
+  // once.
+  static bool looks_soon = false;
+  if (QCoreApplication::instance() == nullptr || std::exchange(looks_soon, true)) return;
+  RunLater([] {
+    QuitWhenNothingIsLeft();
+    looks_soon = false;
+  });
 }
 
 void RunEvent(const std::function<void()>& routine) {

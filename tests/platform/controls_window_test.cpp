@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTimer>
 #include <QWidget>
 
 #include "platform/Application.h"
@@ -55,6 +56,28 @@ TEST(Windows, LoadOnTheFirstTouchAndAnewAfterAnUnload) {
   EXPECT_EQ(LoadedWindowCount(), 0);
   EXPECT_EQ(sample->grid.Row(), 0) << "a window touched again starts afresh";
   EXPECT_EQ(Sample::loads, 2);
+}
+
+TEST(Windows, AskOnceBeforeTheProcessEndsWithTheLastOfThem) {
+  int questions = 0;
+  AskBeforeEnd([&questions] {
+    ++questions;
+    support::HandleEvents();
+    return false;
+  });
+  const auto end_with_the_window = [] {
+    sample->Show();
+    QTimer::singleShot(0, [] {
+      sample.Unload();
+      WindowCountHasChanged();
+      QTimer::singleShot(50, [] { QCoreApplication::exit(7); });
+    });
+    return QCoreApplication::exec();
+  };
+  EXPECT_EQ(end_with_the_window(), 7);
+  EXPECT_EQ(questions, 1);
+  AskBeforeEnd(nullptr);
+  EXPECT_EQ(end_with_the_window(), 0);
 }
 
 /// The sample window on the screen, and what its grid raised, with the cell that was current at that time.

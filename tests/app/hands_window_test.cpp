@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QTableView>
 #include <QUrl>
+#include <filesystem>
 
 #include "app/Form1.h"
 #include "audio/sample_store.h"
@@ -216,7 +217,8 @@ TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
   EXPECT_EQ(desk.messages.Texts().back(), "Stereo sample converted to mono.");
   form.MenuSave_Click();
   EXPECT_EQ(desk.files.asked.back().proposal, "stereo.exp") << "another sound begins another sheet";
-  drop(support::ScratchFolder() + "/kept.exp");
+  std::filesystem::rename(support::ScratchFolder() + "/kept.exp", support::ScratchFolder() + "/KEPT.EXP");
+  drop(support::ScratchFolder() + "/KEPT.EXP");
   EXPECT_EQ(grid.Rows(), 61);
   form.MenuSave_Click();
   EXPECT_EQ(desk.files.asked.back().proposal, "");

@@ -52,6 +52,8 @@ class BusSession(Session):
         before_rate = calls[:names.index("vel_SetFrameRate")]
         self.assertEqual(before_rate[-4:], [("vel_GetTotalFrames",), ("Vel_GotoFrame", 2),
                                             ("vel_GetTotalFrames",), ("Vel_GotoFrame", 1)])
+        # On the wire a whole frame is an integer.
+        self.assertEqual({type(frame) for frame in follow(before_rate)}, {int})
         self.assertEqual(calls[len(before_rate)], ("vel_SetFrameRate", 24.0))
 
         retrieval = names.index("vel_BufferWidth")

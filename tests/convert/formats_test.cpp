@@ -175,6 +175,11 @@ TEST(Formats, ReadsWhatOtherProgramsWrite) {
     ASSERT_TRUE(reading.sheet) << file.name << ": " << InEnglish(reading.failure);
     EXPECT_EQ(CellsOf(*reading.sheet), file.cells) << file.name;
   }
+  Context one_second = Plain();
+  one_second.rate_text = "2";
+  one_second.sound_seconds = 1;
+  const Reading longer = convert::ReadCsv("Frame,Shape,Comment,Yellow\n0,A,,5\n7,,,9\n", one_second);
+  EXPECT_EQ(longer.sheet->track_values.size(), 2U) << "no tracks behind the end of the sound";
 }
 
 struct Fault {

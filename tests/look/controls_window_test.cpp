@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QImage>
+#include <QScreen>
 #include <string>
 #include <vector>
 
@@ -209,6 +210,15 @@ TEST(DropDial, SliderDropsDownAndChooses) {
   Key(slider, Qt::Key_Escape);
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   EXPECT_EQ(bench.dial.value(), 2);
+
+  // At the screen's lower edge it drops up.
+  QWidget* window = bench.dial.Widget()->window();
+  window->move(100, window->screen()->availableGeometry().bottom() - window->height());
+  Press(bench.dial.Widget(), {46, 9});
+  panel = QApplication::activePopupWidget();
+  ASSERT_NE(panel, nullptr);
+  EXPECT_LT(panel->geometry().center().y(), bench.dial.Widget()->mapToGlobal(QPoint(0, 0)).y());
+  panel->close();
 }
 
 TEST(Controls, TellAssistiveTechnologyWhatTheyAre) {

@@ -91,6 +91,13 @@ TEST_F(Painter, OpensWithTheFirstCellChosenABlankRollAndNumberedFrames) {
   }
 }
 
+TEST_F(Painter, DrawsTheWholeRollWhateverWasDrawnLast) {
+  TheStrips().PaintOnlyFrame = 3;
+  Open(3, 5);
+  EXPECT_EQ(TheStrips().PaintOnlyFrame, kWholeStrip);
+  EXPECT_EQ(RollAt(5), kWhite);
+}
+
 TEST_F(Painter, ChoosesACellWithAnyButtonAndNothingBesideTheCells) {
   Open(3, 5);
   PressCell(230);
@@ -103,6 +110,14 @@ TEST_F(Painter, ChoosesACellWithAnyButtonAndNothingBesideTheCells) {
   EXPECT_EQ(TheStrips().SelectedCell, 1);
   Window().Picture1_MouseDown(0, 0, 5, 5);
   EXPECT_EQ(TheStrips().SelectedCell, 1);
+  // More cells than an entry of the roll can tell apart.
+  TheRetrieval().CellCount = kLastUsableCell + 3;
+  for (const auto& [cell, selected] :
+       {std::pair(kLastUsableCell + 1, 1), {kLastUsableCell, kLastUsableCell}}) {
+    TheStrips().CellScrollOffset = -114 * cell;
+    PressCell(50);
+    EXPECT_EQ(TheStrips().SelectedCell, selected);
+  }
 }
 
 TEST_F(Painter, StampsEveryFrameThatADragCrosses) {

@@ -63,6 +63,7 @@ TEST(Wiggle, EqualsTheRuleBitForBit) {
       {1, 1, 16, 4, {0.3f, 0.7f}},          {16, 2, 32, 1, {0.9f, 0.2f}},
       {17, 33, 32, 1, {0.9f, 0.2f}},        {65, 64, 400, 1, {0.6f, 0.4f}},
       {60, 60, INT32_MAX, 1, {0.6f, 0.4f}}, {90, 60, INT32_MIN, 1, {0.6f, 0.4f}},
+      {70, 50, 16, 0, {0.3f, 0.7f}},
   };
   const WiggleKernel* kernels[3];
   const std::size_t count = KernelsThatRun(kernels, 3);
@@ -70,7 +71,7 @@ TEST(Wiggle, EqualsTheRuleBitForBit) {
     SCOPED_TRACE(testing::Message() << c.width << "x" << c.height << " amount " << c.amount);
     const Picture source = Speckled({c.width, c.height});
     Picture expected(source.shape, 99);
-    Displace(c.amount, c.size, c.slices, source, expected);
+    Displace(c.amount, std::max(c.size, 1), c.slices, source, expected);
     for (std::size_t i = 0; i < count; ++i)
       for (const int threads : {1, 3}) {
         Picture target(source.shape, 99);

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QHeaderView>
+#include <QLineEdit>
+#include <QMessageBox>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
 #include <QWidget>
+#include <QWindow>
 
 #include "platform/Application.h"
 #include "platform/Grid.h"
@@ -169,6 +172,13 @@ TEST_F(ShownSample, LetsKeysWalkTheGrid) {
   }
   support::Key(view, Qt::Key_PageDown);
   EXPECT_GT(grid.Row(), 4);
+  int let_go = 0;
+  grid.KeyUp = [&](int, int) { ++let_go; };
+  for (const bool repeats : {true, false}) {
+    QKeyEvent up(QEvent::KeyRelease, Qt::Key_Delete, Qt::NoModifier, {}, repeats);
+    QApplication::sendEvent(view, &up);
+    EXPECT_EQ(let_go, repeats ? 0 : 1) << "a held key is let go once";
+  }
 }
 
 TEST_F(ShownSample, ShowsWhereTheCurrentCellIs) {
@@ -200,7 +210,41 @@ TEST_F(ShownSample, RaisesOnlyTheLastOfQueuedMovesAndThatBeforeARelease) {
   for (const int x : {20, 15}) support::DragTo(canvas.Widget(), QPointF(x, 5));
   support::Release(canvas.Widget(), {12, 5});
   support::HandleEvents();
-  EXPECT_THAT(seen, ElementsAre("move 1 at 15", "up 1 at 12"));
+  EXPECT_THAT(Take(), ElementsAre("move 1 at 15", "up 1 at 12"));
+  canvas.MouseDown = note("down ");
+  support::DragTo(canvas.Widget(), {25, 5}, Qt::RightButton);
+  support::Press(canvas.Widget(), {26, 5});
+  EXPECT_THAT(seen, ElementsAre("move 2 at 25", "down 1 at 26"));
+}
+
+TEST_F(ShownSample, RefusesSizesBelowNothingAndShowsAFieldFromItsStart) {
+  for (const auto& [width, height] : {std::pair(-1, 5), {5, -1}})
+    EXPECT_THROW(grid.Move(0, 0, width, height), ControlError) << width;
+  TextBox field(*sample, "field");
+  field.Move(0, 0, 30, 20);
+  field.SetReadOnly(true);
+  field.SetText("a text that is wider than its field");
+  EXPECT_EQ(static_cast<QLineEdit*>(field.Widget())->cursorPosition(), 0);
+}
+
+TEST_F(ShownSample, IsTheOwnerOfAWindowShownBesideIt) {
+  WindowInstance<Sample> other;
+  other->ShowOwnedBy(*sample);
+  const QWidget* owned = other->grid.Widget()->window();
+  EXPECT_EQ(owned->windowHandle()->transientParent(), view->window()->windowHandle());
+  EXPECT_GT(owned->x(), view->window()->x());
+}
+
+TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
+  const std::pair<Buttons, Answer> cases[] = {
+      {Buttons::YesNo, Answer::No}, {Buttons::OkCancel, Answer::Cancel}, {Buttons::Ok, Answer::Ok}};
+  for (const auto& [buttons, answer] : cases) {
+    RunLater([] {
+      for (QWidget* widget : QApplication::topLevelWidgets())
+        if (auto* box = qobject_cast<QMessageBox*>(widget)) box->done(QMessageBox::NoButton);
+    });
+    EXPECT_EQ(MsgBox("Go on?", buttons), answer);
+  }
 }
 
 TEST_F(ShownSample, DrawsWhatWasPutOffOnceAndBeforeItIsRead) {

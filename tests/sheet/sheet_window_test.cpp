@@ -10,10 +10,14 @@
 #include "app/Form1.h"
 
 #include "audio/sample_store.h"
+#include "host/HandedWindow.h"
 #include "platform/Application.h"
+#include "platform/Lifetime.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "support/desk.h"
+#include "timeline/MouthSets.h"
+#include "timeline/velocity_values.h"
 
 namespace {
 
@@ -55,6 +59,9 @@ struct SheetGrid : testing::Test {
 
 TEST(Start, GivesAnEmptySheetAtTheHostsRate) {
   support::Desk desk;
+  timeline::Tracks().UndoHistory.resize(2);
+  host::HandedWindow<Form1>("Form1", form1).RunPrefsCallback();
+  EXPECT_EQ(form1.IfLoaded(), nullptr) << "a change of colours loads nothing";
   desk.host->frame_rate = "29.97 fps";
   desk.host->before = [](std::string_view member) {
     if (member == "Vel_WallpaperFilename") throw host::HostError(member, "none");
@@ -66,6 +73,7 @@ TEST(Start, GivesAnEmptySheetAtTheHostsRate) {
   EXPECT_EQ(form.Grid1.Row(), 0);
   EXPECT_EQ(form.Grid1.Col(), 2);
   EXPECT_EQ(sheet::SheetCells.LastFrame(), 1);
+  EXPECT_TRUE(timeline::Tracks().UndoHistory.empty());
   EXPECT_EQ(sheet::GridReady, platform::kTrue);
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
   ASSERT_GE(desk.host->calls.size(), 3U);
@@ -227,8 +235,11 @@ TEST_F(SheetGrid, ClosesTheRateDialogAndThenEveryWindowWithoutAQuestion) {
   EXPECT_FALSE(form3->Visible());
   EXPECT_EQ(sheet::FrameRate(), 7) << "cancelled, but the rate's text stays";
   form3->Show();
+  form4->MouthPicture(1);
+  form5->MouthPicture(1);
   desk.host->Take();
   form.QuitMouth_Click();
+  EXPECT_EQ(platform::LoadedWindowCount(), 0);
   EXPECT_EQ(form1.IfLoaded(), nullptr);
   EXPECT_EQ(form3.IfLoaded(), nullptr);
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());

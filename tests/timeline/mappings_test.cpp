@@ -14,6 +14,8 @@ TEST(Mappings, PixelToFrameRoundsDownOverTheExactCount) {
   EXPECT_EQ(FrameAtPixel(511, 24.5, 512), 24);      // 24.45: the half frame at the end has pixels too
   EXPECT_EQ(FrameAtPress(499, 25.4, 500, 26), 24);  // 25.35
   EXPECT_DOUBLE_EQ(PixelOfTime(0.25f, 514), 128.5);
+  EXPECT_EQ(FrameInWords(0, 71), "Frame 0 of 71");
+  EXPECT_EQ(FrameInWords(-1, 71), "Before the first frame");
 }
 
 TEST(Mappings, SamplesAreTakenAtTheStride) {

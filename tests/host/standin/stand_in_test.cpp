@@ -112,6 +112,14 @@ TEST(StandIn, BuffersReachTheFrameOfTheLastAdvancedMove) {
   EXPECT_EQ(std::get<ByteTable>(Call(host, "vel_GetRbuffer")).bytes[0], 255);
 }
 
+TEST(StandIn, AnotherAnimationBeginsWithItsFirstFrame) {
+  StandIn host = MakeSmall(4);
+  Call(host, "Vel_GotoFrameAdv", {std::int32_t{2}, std::int16_t{3}});
+  host.TakeAnimation(Animation(host.CurrentAnimation().Size(), 3));
+  Call(host, "vel_SetGBuffer", {Filled(12, 77)});
+  EXPECT_EQ(host.CurrentAnimation().Plane(0, Channel::Green).bytes[0], 77);
+}
+
 TEST(StandIn, APlaneThatWasHandedOutKeepsItsBytes) {
   StandIn host = MakeSmall();
   std::vector<std::uint8_t> mine(12, 5);

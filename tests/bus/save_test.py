@@ -84,6 +84,7 @@ class Save(Session):
         environment = {"LD_PRELOAD": LIBRARY, "FAULTY_FOLDER": self.folder.name,
                        "FAULTY_PIECE": "8" if EVERY_CALL else "128", "ASAN_OPTIONS": "verify_asan_link_order=0"}
         environment.update({name: self.sheets for name in conditions})
+        self.host.calls.clear()  # it counts them at each call
         with unittest.mock.patch.dict(os.environ, environment):
             return self.run_tool("shown", f"wave={self.sound}", "cell=2,1,A ", "cell=3,2,hello, frog", "row=4", *steps)
 

@@ -2,6 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractScrollArea>
+#include <QEvent>
+#include <algorithm>
 #include <cstdlib>
 
 #include "app/Form1.h"
@@ -274,6 +277,26 @@ TEST_F(TransportWindow, APressSelectsShowsAndSoundsItsFrameOnce) {
   Load(20000);
   Press(171);
   EXPECT_THAT(TakeSounds(), IsEmpty()) << "nor after a load";
+}
+
+/// Notes each time that a widget is painted.
+struct PaintNote : QObject {
+  PaintNote(QWidget* widget, Log& told) : log(told) { widget->installEventFilter(this); }
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint && (log.empty() || log.back() != "painted")) log.push_back("painted");
+    return false;
+  }
+  Log& log;
+};
+
+TEST_F(TransportWindow, TheGridShowsAFrameBeforeItSounds) {
+  Load(20000);
+  PaintNote note(static_cast<QAbstractScrollArea*>(form.Grid1.Widget())->viewport(), log);
+  Press(171);
+  const Log told = Take();
+  const auto painted = std::ranges::find(told, "painted"), slice = std::ranges::find(told, "slice 6000+667");
+  ASSERT_NE(slice, told.end());
+  EXPECT_LT(painted, slice);
 }
 
 TEST_F(TransportWindow, ADragSoundsEachNewFrameAndStopsAtTheSheetsEnds) {

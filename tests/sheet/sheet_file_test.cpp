@@ -197,6 +197,8 @@ TEST(ApplySheet, BelievesCountsAsFarAsTheFileBearsThemOut) {
             "Line 23: expected tracks of at most 2 frames, which is the length of the sound at this rate, "
             "found \"2147483647\".\n1 more like it.");
   EXPECT_THAT(tracks.calls, IsSupersetOf({"value 0 3 4", "paint"}));
+  Recorder one_more;
+  EXPECT_THAT(ApplySheet(With(kGood, 23, "3"), one_more), HasSubstr("tracks of at most 2 frames"));
   EXPECT_EQ(ApplySheet(With({kGood.begin(), kGood.begin() + 10}, 6, " 1000000 "), rows),
             "Line 6: expected a row count of at most 2, which is what the file holds, found \"1000000\".\n"
             "1 more like it.");

@@ -144,6 +144,10 @@ class Faults(Session):
                     self.host.fail(member, 2, how)
                     self.case(expected=f"The host's member {member} failed")
 
+    def test_a_host_that_leaves_before_it_has_shown_the_window(self):
+        self.host.leaves_before_showing = True
+        self.case(steps=[], expected="The host's member Vel_SendFormObject failed: the host is no longer running")
+
     def test_sizes(self):
         below, most, above, twice = (7935, 8319), (8191, 8191), (8191, 8192), (8191, 16383)
         for interface, setters_take_bytes, size, words in [

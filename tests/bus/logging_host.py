@@ -71,6 +71,7 @@ class LoggingHost:
         self.when_silent = lambda: None
         self.forms = {}   # path: sender
         self.shows_late = False
+        self.leaves_before_showing = False
         bus.add_message_filter(self._filter)
         bus.request_name(NAME, dbus.bus.NAME_FLAG_DO_NOT_QUEUE)
 
@@ -123,6 +124,10 @@ class LoggingHost:
 
     def _send_form_object(self, message, path):
         self.forms[path] = message.get_sender()
+        if self.leaves_before_showing:
+            self._reply(message)
+            GLib.timeout_add(300, self.bus.close)
+            return
         if self.shows_late:
             self._reply(message)
             GLib.timeout_add(300, lambda: self.call_form(path, "Show", lambda error: None))

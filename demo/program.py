@@ -2,7 +2,7 @@
 
 import os
 
-from desk import TourError, wait_for
+from desk import TourError, Window, wait_for
 
 HOUSE = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 BUILD = os.path.join(HOUSE, "build")
@@ -201,6 +201,19 @@ class Sheet:
         """By the menu; returns the exit status."""
         self.main.front()
         self.choose("Quit")
+        return self.ended()
+
+    def quit_without_frames(self, look):
+        """The same where the host's frames aren't saved, so that it asks; `look` is given its question."""
+        self.main.front()
+        self.choose("Quit")
+        self.desk.gone(self.main)
+        other = lambda: [found for found in self.desk.find(HOST_TITLE) if found != self.host.window.id]
+        question = Window(self.desk, wait_for("the host's question", other)[0])
+        self.desk.settle(question.area())
+        look(question)
+        question.front()
+        self.desk.keys("alt+y")
         return self.ended()
 
     def ended(self):

@@ -61,7 +61,8 @@ def embedded(tour):
     sheet.main.move(20, 20)
     sheet.host.learn_slider()
     film(tour, sheet, "painter/")
-    tour.note(painter_exit_status=sheet.quit())
+    look = lambda box: tour.portrait("painter/8-question", "the host asks before the shot frames are gone", box)
+    tour.note(painter_exit_status=sheet.quit_without_frames(look))
 
 
 def film(tour, sheet, folder):

@@ -203,15 +203,14 @@ class Sheet:
         self.choose("Quit")
         return self.ended()
 
-    def quit_without_frames(self, look):
-        """The same where the host's frames aren't saved, so that it asks; `look` is given its question."""
-        self.main.front()
-        self.choose("Quit")
+    def leave_frames(self, look=None):
+        """Answers the host, which asks about unsaved frames once our windows have gone; returns the exit status."""
         self.desk.gone(self.main)
         other = lambda: [found for found in self.desk.find(HOST_TITLE) if found != self.host.window.id]
         question = Window(self.desk, wait_for("the host's question", other)[0])
         self.desk.settle(question.area())
-        look(question)
+        if look:
+            look(question)
         question.front()
         self.desk.keys("alt+y")
         return self.ended()

@@ -46,7 +46,7 @@ def by_keyboard(tour):
     film_by_keyboard(tour, sheet, cell)
     sheet.main.front()
     keys("alt+f", "q")
-    tour.note(keys_exit_status=sheet.ended())
+    tour.note(keys_exit_status=sheet.leave_frames())
 
 
 def type_shapes(tour, sheet):

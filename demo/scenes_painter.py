@@ -62,7 +62,9 @@ def embedded(tour):
     sheet.host.learn_slider()
     film(tour, sheet, "painter/")
     look = lambda box: tour.portrait("painter/8-question", "the host asks before the shot frames are gone", box)
-    tour.note(painter_exit_status=sheet.quit_without_frames(look))
+    sheet.main.front()
+    sheet.choose("Quit")
+    tour.note(painter_exit_status=sheet.leave_frames(look))
 
 
 def film(tour, sheet, folder):

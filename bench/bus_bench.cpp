@@ -289,7 +289,7 @@ std::string WriteSound() {
     for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> 8 * i & 255);
     return text;
   };
-  const std::string path = folder.filePath("long.wav").toStdString();
+  std::string path = folder.filePath("long.wav").toStdString();
   const std::uint32_t samples = kRows / 12 * 1000;
   std::ofstream(path, std::ios::binary)
       << "RIFF" << little(samples + 36, 4) << "WAVEfmt " << little(16, 4) << little(1, 2) << little(1, 2)

@@ -52,7 +52,7 @@ std::string Little(std::uint32_t value, int bytes) {
 }
 
 std::string WriteWave() {
-  const std::string path = folder + "/voice.wav";
+  std::string path = folder + "/voice.wav";
   const auto bytes = static_cast<std::uint32_t>(rows / kFramesPerSecond * kSamplesPerSecond);
   std::string samples(bytes, '\0');
   for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<char>(128 + (i * i / 700) % 90);

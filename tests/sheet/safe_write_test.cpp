@@ -238,7 +238,8 @@ TEST_F(SafeWrite, AKilledProcessLeavesTheOldFileOrTheNew) {
   for (int round = 0; round < 100; ++round) {
     Put(sheet_, versions[0]);
     const pid_t child = fork();
-    for (int i = 1; child == 0; ++i) Save(sheet_, versions[i % 2]);
+    if (child == 0)
+      for (int i = 1; true; ++i) Save(sheet_, versions[i % 2]);
     usleep(static_cast<useconds_t>(random() % longest_microseconds));
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);

@@ -148,7 +148,7 @@ TEST(ApplySheet, ACutFileGivesWhatItHasAndNamesTheLine) {
 
 TEST(ApplySheet, ACutWithinTheLastNumberIsTold) {
   const std::string whole = With(kGood, 27, " 255 ");
-  for (const std::size_t missing : {0, 1, 2, 3, 4, 5}) {
+  for (std::size_t missing = 0; missing <= 5; ++missing) {
     Recorder sheet;
     EXPECT_EQ(ApplySheet(std::string_view(whole).substr(0, whole.size() - missing), sheet),
               missing < 3 ? ""

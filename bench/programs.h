@@ -3,11 +3,10 @@
 
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <stdexcept>
 #include <string>
-
-extern char** environ;
 
 namespace bench {
 

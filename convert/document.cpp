@@ -240,7 +240,7 @@ std::vector<std::string> ForeignShapes(const Document& document, const ShapeTabl
     }
     foreign[Index(frame)] = *name;
     const std::string back = names.Shape(*name, naming).value_or("");
-    if (back != shape) changed.insert(shape + " (" + back + ")");
+    if (back != shape) changed.insert(std::string(shape).append(" (").append(back).append(")"));
   }
   if (unknown.count > 0) {
     notes.push_back(

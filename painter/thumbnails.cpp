@@ -81,7 +81,7 @@ ThumbRange ThumbnailsInStrip(const ThumbGeometry& thumb, std::int32_t offset, st
   const std::int64_t first = -std::int64_t{offset} / thumb.width;
   const std::int64_t last = (strip_width - 1 - std::int64_t{offset}) / thumb.width;
   return {static_cast<std::int32_t>(std::max<std::int64_t>(first, 0)),
-          static_cast<std::int32_t>(std::min<std::int64_t>(last, count - 1))};
+          static_cast<std::int32_t>(std::min<std::int64_t>(last, std::max(count, 0) - 1))};
 }
 
 ThumbRange RollFramesToVisit(const ThumbGeometry& thumb, std::int32_t offset, std::int32_t strip_width,

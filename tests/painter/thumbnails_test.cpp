@@ -114,7 +114,7 @@ TEST(Thumbnails, OnlyThoseThatTouchTheStripAreVisited) {
     int offset, width, count, first, last;
   };
   for (const Case& c : {Case{0, 100, 10000, 0, 9}, Case{-50001, 100, 10000, 5000, 5010},
-                        Case{0, 100, 3, 0, 2}, Case{-500, 100, 3, 50, 2}}) {
+                        Case{0, 100, 3, 0, 2}, Case{-500, 100, 3, 50, 2}, Case{0, 100, INT32_MIN, 0, -1}}) {
     const auto range = ThumbnailsInStrip(*thumb, c.offset, c.width, c.count);
     EXPECT_EQ(range.first, c.first) << c.offset;
     EXPECT_EQ(range.last, c.last) << c.offset;

@@ -5,19 +5,14 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/large_pages.h"
+
 namespace audio {
-
-namespace {
-
-/// A large page of the common processors. Where a machine's are larger, the advice is passed over.
-constexpr std::size_t kLargePage = std::size_t{2} << 20;
-
-}  // namespace
 
 std::shared_ptr<void> ZeroedMemory(std::size_t bytes, std::size_t soon_filled) {
   // Large pages begin at multiples of their size, which takes a little more room to find.
-  const std::size_t whole_pages = std::min(soon_filled, bytes) / kLargePage * kLargePage;
-  const std::size_t room = whole_pages > 0 ? bytes + kLargePage : bytes;
+  const std::size_t whole_pages = std::min(soon_filled, bytes) / platform::kLargePage * platform::kLargePage;
+  const std::size_t room = whole_pages > 0 ? bytes + platform::kLargePage : bytes;
   // No reserve: a small file may declare a sound of 2 GB, of which only what the file holds is ever touched.
   void* memory =
       mmap(nullptr, room, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
@@ -25,8 +20,8 @@ std::shared_ptr<void> ZeroedMemory(std::size_t bytes, std::size_t soon_filled) {
   void* start = memory;
   std::size_t left = room;
   if (whole_pages > 0) {
-    std::align(kLargePage, bytes, start, left);
-    madvise(start, whole_pages, MADV_HUGEPAGE);
+    std::align(platform::kLargePage, bytes, start, left);
+    platform::AskForLargePages(start, whole_pages);
   }
   return {start, [memory, room](void*) { munmap(memory, room); }};
 }

@@ -1,13 +1,13 @@
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <optional>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "host/HostSession.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
+#include "painter/cell_store.h"
 #include "painter/strip_state.h"
 #include "painter/wiggle.h"
 #include "platform/Application.h"
@@ -35,38 +35,47 @@ void CopySamples(const ConstPlanes& from, const Planes& to) {
   std::memcpy(to.blue, from.blue, samples);
 }
 
-PlaneShape CheckedShape(const Retrieval& retrieval) {
-  const PlaneShape shape = FrameShape(retrieval);
-  if (StoreBytes(shape, 1) > kMostStoreBytes) throw std::bad_alloc();
-  return shape;
-}
-
 /// Makes the planes of the roll's frames, one frame after the other, ready for the host.
 class RollFrameMaker {
  public:
-  /// Throws std::bad_alloc if a frame of the host's size is more than the machine holds.
-  explicit RollFrameMaker(const Retrieval& retrieval)
-      : retrieval_(retrieval), white_(CheckedShape(retrieval)), working_(white_) {
-    for (auto* plane : {&white_.red, &white_.green, &white_.blue})
-      std::fill(plane->begin(), plane->end(), 255);
+  /// None if a frame of the host's size is more than the machine holds.
+  static std::optional<RollFrameMaker> For(const Retrieval& retrieval) {
+    std::optional<CellStore> own = MakeCellStore(FrameShape(retrieval), 2);
+    if (!own) return std::nullopt;
+    return RollFrameMaker(retrieval, std::move(*own));
   }
 
   /// The cell as it was retrieved; white for a blank frame and where there is no such cell.
   ConstPlanes Unwiggled(std::int16_t entry) {
-    return FindCell(retrieval_, entry).value_or(ReadOnly(white_.View()));
+    const std::optional<ConstPlanes> cell = FindCell(retrieval_, entry);
+    return cell ? *cell : White();
   }
 
   /// The same with the pixels displaced. Valid until the next call.
   ConstPlanes Wiggled(std::int16_t entry, const Wiggle& wiggle) {
     const ConstPlanes source = Unwiggled(entry);
-    CopySamples(source, working_.View());
-    WiggleFrame(wiggle.amount, wiggle.size, source, working_.View());
-    return ReadOnly(working_.View());
+    const Planes working = CellPlanes(own_, 1);
+    CopySamples(source, working);
+    WiggleFrame(wiggle.amount, wiggle.size, source, working);
+    return ReadOnly(working);
   }
 
  private:
+  RollFrameMaker(const Retrieval& retrieval, CellStore own) : retrieval_(retrieval), own_(std::move(own)) {}
+
+  ConstPlanes White() {
+    const Planes white = CellPlanes(own_, 0);
+    if (!white_filled_)
+      for (std::uint8_t* plane : {white.red, white.green, white.blue})
+        std::fill_n(plane, white.shape.Samples(), std::uint8_t{255});
+    white_filled_ = true;
+    return ReadOnly(white);
+  }
+
   const Retrieval& retrieval_;
-  StripPlanes white_, working_;
+  /// A white frame and one to work in. Memory that no frame of the roll needs stays untouched.
+  CellStore own_;
+  bool white_filled_ = false;
 };
 
 /// Lends a plane to the host for the time of the call.
@@ -110,8 +119,8 @@ void FramePainter::vl_button2_Click() {
     platform::MsgBox(refusal);
     return;
   }
-  std::optional<RollFrameMaker> maker;
-  if (!platform::Guarded([&] { maker.emplace(TheRetrieval()); })) {
+  std::optional<RollFrameMaker> maker = RollFrameMaker::For(TheRetrieval());
+  if (!maker) {
     platform::MsgBox("There is not enough memory for a frame of the host's size.");
     return;
   }

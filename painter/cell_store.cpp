@@ -1,30 +1,19 @@
 #include "painter/cell_store.h"
 
-#include <sys/mman.h>
-
 #include <cmath>
 #include <memory>
 #include <new>
 
+#include "platform/large_pages.h"
 #include "platform/numbers.h"
 
 namespace painter {
 namespace {
 
-/// A large page of the common processors. Where a machine's are larger, the advice is passed over.
-constexpr std::size_t kLargePage = std::size_t{2} << 20;
-
-/// Large pages for what fills them whole: all of the store is about to be written, and they come with far
-/// fewer interruptions.
-void AskForLargePages(void* start, std::size_t bytes) {
-  std::size_t left = bytes;
-  if (std::align(kLargePage, kLargePage, start, left) != nullptr)
-    madvise(start, left / kLargePage * kLargePage, MADV_HUGEPAGE);
-}
-
+/// All of the store is about to be written.
 std::unique_ptr<std::uint8_t[]> Unset(std::size_t bytes) {
   std::unique_ptr<std::uint8_t[]> array(new (std::nothrow) std::uint8_t[bytes]);
-  if (array) AskForLargePages(array.get(), bytes);
+  if (array) platform::AskForLargePages(array.get(), bytes);
   return array;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <memory>
 #include <system_error>
 #include <thread>
 #include <vector>
@@ -135,16 +136,47 @@ int ThreadsFor(const Frame& frame, const WiggleWork& work) {
   return static_cast<int>(std::clamp<std::int64_t>(worthwhile, 1, std::max(most, 1)));
 }
 
-/// Runs the work on `count` threads, this one included; on fewer if the operating system gives no more.
+/// Who of several threads is at work on what one of them owns.
+class Attendance {
+ public:
+  /// False if the work is over: then nothing of the owner's may be touched.
+  bool Enter() {
+    if ((state_.fetch_add(1) & kOver) == 0) return true;
+    Leave();
+    return false;
+  }
+  void Leave() {
+    state_.fetch_sub(1);
+    state_.notify_all();
+  }
+  /// Lets nobody in any more, and returns when all have left.
+  void End() {
+    for (unsigned now = state_.fetch_or(kOver) | kOver; now != kOver; now = state_.load()) state_.wait(now);
+  }
+
+ private:
+  static constexpr unsigned kOver = 1u << 31;
+  std::atomic<unsigned> state_{0};
+};
+
+/// Runs the work on up to `count` threads, this one included; it must be such that any number of them does
+/// all of it. A thread that hasn't begun when the work is done isn't waited for: on a busy machine one may
+/// get its turn milliseconds late.
 template <typename Work>
 void OnThreads(int count, const Work& work) {
-  std::vector<std::jthread> others;
-  others.reserve(static_cast<std::size_t>(count - 1));
+  const auto attendance = std::make_shared<Attendance>();
   try {
-    while (std::ssize(others) < count - 1) others.emplace_back(work);
+    for (int i = 1; i < count; ++i)
+      std::thread([attendance, &work] {
+        if (!attendance->Enter()) return;
+        work();
+        attendance->Leave();
+      }).detach();
   } catch (const std::system_error&) {
+    // The operating system gives no more threads, so there are fewer.
   }
   work();
+  attendance->End();
 }
 
 void WiggleRows(const Frame& frame, const ConstPlanes& source, const Planes& target, const WiggleWork& work) {

@@ -47,8 +47,8 @@ struct WholeShift {
 };
 
 /// Written so that the compiler makes two instructions of it, which it doesn't of std::clamp.
-PAINTER_INLINE float Clamped(float place, float top) {
-  const float low = place > 0 ? place : 0;
+PAINTER_INLINE float Clamped(float place, float bottom, float top) {
+  const float low = place > bottom ? place : bottom;
   return low < top ? low : top;
 }
 
@@ -59,15 +59,19 @@ constexpr std::int64_t kExactInFloat = 1 << 24;
 /// nor a lesser of two for whole numbers.
 struct FloatShift {
   explicit FloatShift(const RowBounds& row)
-      : right(static_cast<float>(row.right)),
+      : zero(row.y < 0 ? -1.0f : 0.0f),
+        right(static_cast<float>(row.right)),
         bottom(static_cast<float>(row.bottom)),
         columns(static_cast<float>(row.columns)),
         y(static_cast<float>(row.y)) {}
   PAINTER_INLINE std::int32_t operator()(float move_x, float move_y, std::int32_t x) const {
     const auto across = static_cast<float>(x);
-    const float from_x = Clamped(move_x + across, right), from_y = Clamped(move_y + y, bottom);
+    const float from_x = Clamped(move_x + across, zero, right), from_y = Clamped(move_y + y, zero, bottom);
     return static_cast<std::int32_t>(from_y * columns + (from_x - across));
   }
+  /// Always zero, since no row is above 0. A bound that the compiler sees to be zero it takes by a comparison
+  /// and a mask, which is slower than the greater of two.
+  float zero;
   float right, bottom, columns, y;
 };
 
@@ -76,25 +80,29 @@ PAINTER_INLINE bool DisplaceBy(const Shift shift_of, const ColumnTable& table, c
                                float doubt, std::int32_t* shifts) {
   const CellLine line_x = span.x, line_y = span.y;
   const float trusted = 0.5f - doubt;
-  std::uint32_t any = 0;
+  bool any_in_doubt = false;
   for (std::int32_t first = span.first; first < span.end; first += kBlock) {
     const float* fraction = table.fraction.data() + first;
     const float* fade = table.fade.data() + first;
     std::int32_t* out = shifts + first;
+    std::int32_t doubtful[kBlock], any = 0;
     for (std::int32_t i = 0; i < kBlock; ++i) {
       const float move_x = Along<kFused>(line_x, fraction[i], fade[i]);
       const float move_y = Along<kFused>(line_y, fraction[i], fade[i]);
       const float whole_x = (move_x + kRounder) - kRounder;
       const float whole_y = (move_y + kRounder) - kRounder;
-      const bool doubtful = std::max(std::fabs(move_x - whole_x), std::fabs(move_y - whole_y)) > trusted;
-      const std::int32_t shift = shift_of(whole_x, whole_y, first + i);
-      // By masks instead of a conditional expression, for which the compiler would branch for each pixel.
-      const std::int32_t mask = -static_cast<std::int32_t>(doubtful);
-      out[i] = (shift & ~mask) | (kInDoubt & mask);
-      any |= static_cast<std::uint32_t>(doubtful);
+      out[i] = shift_of(whole_x, whole_y, first + i);
+      doubtful[i] = -static_cast<std::int32_t>(
+          std::max(std::fabs(move_x - whole_x), std::fabs(move_y - whole_y)) > trusted);
+      any |= doubtful[i];
     }
+    // Few blocks have a doubtful pixel, so marking them apart costs less than a choice for each pixel.
+    if (any == 0) continue;
+    any_in_doubt = true;
+    for (std::int32_t i = 0; i < kBlock; ++i)
+      if (doubtful[i] != 0) out[i] = kInDoubt;
   }
-  return any != 0;
+  return any_in_doubt;
 }
 
 template <bool kFused>

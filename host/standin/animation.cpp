@@ -4,14 +4,9 @@
 #include <cstring>
 #include <utility>
 
-namespace host {
+#include "platform/large_pages.h"
 
-ByteTable CopyTable(std::span<const std::uint8_t> bytes) {
-  // Not zeroed first: a plane of a large frame is written just once.
-  std::shared_ptr<std::uint8_t[]> copy(new std::uint8_t[bytes.size()]);
-  if (!bytes.empty()) std::memcpy(copy.get(), bytes.data(), bytes.size());
-  return {{copy.get(), bytes.size()}, copy};
-}
+namespace host {
 
 ByteTable OwnTable(std::vector<std::uint8_t> bytes) {
   auto owner = std::make_shared<const std::vector<std::uint8_t>>(std::move(bytes));
@@ -37,12 +32,27 @@ ByteTable Animation::Plane(int frame, Channel channel) const {
 void Animation::SetPlane(int frame, Channel channel, const ByteTable& table) {
   assert(table.bytes.size() == size_.PlaneBytes());
   frames_[static_cast<std::size_t>(frame)][static_cast<std::size_t>(channel)] =
-      table.owner ? table : CopyTable(table.bytes);
+      table.owner ? table : Copied(frame, channel, table.bytes);
+}
+
+ByteTable Animation::Copied(int frame, Channel channel, std::span<const std::uint8_t> plane) {
+  const auto part = static_cast<std::size_t>(channel);
+  if (room_.frame != frame || room_.filled[part]) {
+    const std::size_t size = plane.size() * room_.filled.size();
+    // Not zeroed first, and in large pages: the operating system's own work would take longer than the copy.
+    room_ = {frame, std::shared_ptr<std::uint8_t[]>(new std::uint8_t[size]), {}};
+    platform::AskForLargePages(room_.bytes.get(), size);
+  }
+  room_.filled[part] = true;
+  std::uint8_t* const start = room_.bytes.get() + part * plane.size();
+  if (!plane.empty()) std::memcpy(start, plane.data(), plane.size());
+  return {{start, plane.size()}, room_.bytes};
 }
 
 void Animation::TakeSize(FrameSize size) {
   size_ = size;
   white_ = {};
+  room_ = {};
   draw_ = {};
 }
 

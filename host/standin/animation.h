@@ -45,16 +45,23 @@ class Animation {
   void TakeSize(FrameSize size);
 
  private:
+  /// Where the copies of a frame's planes go, one piece for all three. Only what no table shows yet is
+  /// written.
+  struct Room {
+    int frame = -1;
+    std::shared_ptr<std::uint8_t[]> bytes;
+    std::array<bool, 3> filled{};
+  };
+  ByteTable Copied(int frame, Channel channel, std::span<const std::uint8_t> plane);
+
   FrameSize size_;
   DrawFrame draw_;
   /// A plane that stands has an owner.
   mutable std::vector<Frame> frames_;
+  Room room_;
   /// The one plane that all white channels share, made when the first of them is asked for.
   mutable ByteTable white_;
 };
-
-/// A table that owns a copy of the bytes.
-ByteTable CopyTable(std::span<const std::uint8_t> bytes);
 
 /// A table that owns the bytes of a vector.
 ByteTable OwnTable(std::vector<std::uint8_t> bytes);

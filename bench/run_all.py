@@ -17,10 +17,10 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build" / "bench"
 RESULTS = ROOT / "bench" / "RESULTS.md"
-SPEED_PAGE = ROOT / "docs" / "speed.md"
+README = ROOT / "README.md"
 
-# The rows that a user feels, by the beginning of the operation; docs/speed.md shows them between two marks.
-FELT = ["Start to", "Open a wave file, stereo", "Advance 500 rows", "Retrieve 40", "Wiggle, all"]
+# The rows that a user feels, by the beginning of the operation; README.md shows them between two marks.
+FELT = ["Start to", "Open a wave file, stereo", "Advance 500 rows", "Retrieve 40", "Wiggle, 12 frames"]
 FELT_BEGIN, FELT_END = "<!-- Written by ./run-bench -->\n", "<!-- End -->\n"
 
 # The name of the program, and which of its benchmarks: those that have a label of ours.
@@ -136,21 +136,21 @@ def machine():
 
 
 def commit():
-    changed = said_by("git", "status", "--porcelain", "--untracked-files=no", "--", ".", ":!bench/RESULTS.md", ":!docs/speed.md")
+    changed = said_by("git", "status", "--porcelain", "--untracked-files=no", "--", ".", ":!bench/RESULTS.md", ":!README.md")
     return said_by("git", "rev-parse", "--short=12", "HEAD") + (" with changes" if changed else "")
 
 
-def show_on_speed_page(entries):
+def show_in_readme(entries):
     lines = ["| What | Takes | Beside |", "|---|---|---|"]
     for start in FELT:
         for entry in entries:
             _, operation, peer = entry["label"].split("|")
             if operation.startswith(start):
                 lines.append(f"| {operation} | {time_text(entry['ours'])} | {time_text(entry['theirs'])}: {peer} |")
-    text = SPEED_PAGE.read_text(encoding="utf-8")
+    text = README.read_text(encoding="utf-8")
     before, rest = text.split(FELT_BEGIN)
     after = rest.split(FELT_END)[1]
-    SPEED_PAGE.write_text(before + FELT_BEGIN + "\n".join(lines) + "\n" + FELT_END + after, encoding="utf-8")
+    README.write_text(before + FELT_BEGIN + "\n".join(lines) + "\n" + FELT_END + after, encoding="utf-8")
 
 
 class Display:
@@ -218,7 +218,7 @@ def main():
         "",
     ]
     RESULTS.write_text("\n".join(text), encoding="utf-8")
-    show_on_speed_page(compared)
+    show_in_readme(compared)
     print("\n".join(text))
 
 

@@ -15,7 +15,7 @@
 #include "bench/beside.h"
 #include "host/HostSession.h"
 #include "host/bus/BusHost.h"
-#include "host/bus/bus_names.h"
+#include "host/bus/Connection.h"
 #include "host/standin/BusService.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
@@ -45,9 +45,9 @@ int RunHost(int argument_count, char** arguments) {
   QApplication application(argument_count, arguments);
   const auto stand_in = std::make_shared<host::StandIn>(host::Animation(kSize, kFrames));
   stand_in->SetAppDir("/");
-  host::BusService service(stand_in);
-  if (service.Start()) return 1;
-  return QApplication::exec();
+  std::optional<QString> problem;
+  const auto service = host::ServeOnBus(stand_in, problem);
+  return problem ? 1 : QApplication::exec();
 }
 
 QProcess* StartHost() {

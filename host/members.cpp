@@ -8,44 +8,42 @@ namespace host {
 namespace {
 
 constexpr auto kMembers = std::to_array<Member>({
-    {"Vel_SendFormObject", {ArgumentKind::Window, ArgumentKind::Integer}, ResultKind::None},
-    {"Vel_GetAppDir", {}, ResultKind::Text},
-    {"Vel_WallpaperFilename", {}, ResultKind::Text},
-    {"Vel_GetFrameRate", {}, ResultKind::Text},
-    {"vel_SetFrameRate", {ArgumentKind::Number}, ResultKind::None},
-    {"vel_BufferWidth", {}, ResultKind::Integer},
-    {"vel_BufferHeight", {}, ResultKind::Integer},
-    {"vel_GetTotalFrames", {}, ResultKind::Integer},
-    {"Vel_GotoFrame", {ArgumentKind::Frame}, ResultKind::None},
-    {"Vel_GotoFrameAdv", {ArgumentKind::Integer, ArgumentKind::Integer}, ResultKind::None},
-    {"vel_GetRbuffer", {}, ResultKind::Table},
-    {"vel_GetGbuffer", {}, ResultKind::Table},
-    {"Vel_GetBbuffer", {}, ResultKind::Table},
-    {"vel_SetRbuffer", {ArgumentKind::Table}, ResultKind::None},
-    {"vel_SetGBuffer", {ArgumentKind::Table}, ResultKind::None},
-    {"vel_SetBBuffer", {ArgumentKind::Table}, ResultKind::None},
-    {"vel_CreateAnimAdv", {ArgumentKind::Integer, ArgumentKind::Integer}, ResultKind::None},
-    {"vel_StatusOpen", {ArgumentKind::Text}, ResultKind::None},
-    {"vel_Status", {ArgumentKind::Number}, ResultKind::None},
-    {"vel_StatusClose", {}, ResultKind::None},
+    {"Vel_SendFormObject", {ValueKind::Window, ValueKind::Integer}, ValueKind::None},
+    {"Vel_GetAppDir", {}, ValueKind::Text},
+    {"Vel_WallpaperFilename", {}, ValueKind::Text},
+    {"Vel_GetFrameRate", {}, ValueKind::Text},
+    {"vel_SetFrameRate", {ValueKind::Number}, ValueKind::None},
+    {"vel_BufferWidth", {}, ValueKind::Integer},
+    {"vel_BufferHeight", {}, ValueKind::Integer},
+    {"vel_GetTotalFrames", {}, ValueKind::Integer},
+    {"Vel_GotoFrame", {ValueKind::Frame}, ValueKind::None},
+    {"Vel_GotoFrameAdv", {ValueKind::Integer, ValueKind::Integer}, ValueKind::None},
+    {"vel_GetRbuffer", {}, ValueKind::Table},
+    {"vel_GetGbuffer", {}, ValueKind::Table},
+    {"Vel_GetBbuffer", {}, ValueKind::Table},
+    {"vel_SetRbuffer", {ValueKind::Table}, ValueKind::None},
+    {"vel_SetGBuffer", {ValueKind::Table}, ValueKind::None},
+    {"vel_SetBBuffer", {ValueKind::Table}, ValueKind::None},
+    {"vel_CreateAnimAdv", {ValueKind::Integer, ValueKind::Integer}, ValueKind::None},
+    {"vel_StatusOpen", {ValueKind::Text}, ValueKind::None},
+    {"vel_Status", {ValueKind::Number}, ValueKind::None},
+    {"vel_StatusClose", {}, ValueKind::None},
 });
 
-bool Fits(const Variant& value, ArgumentKind kind) {
-  const bool whole =
-      std::holds_alternative<std::int32_t>(value) || std::holds_alternative<std::int16_t>(value);
+bool Fits(const Variant& value, ValueKind kind) {
   switch (kind) {
-    case ArgumentKind::None:
+    case ValueKind::None:
       return false;
-    case ArgumentKind::Window:
+    case ValueKind::Window:
       return std::holds_alternative<FormObject*>(value) && std::get<FormObject*>(value) != nullptr;
-    case ArgumentKind::Integer:
-      return whole;
-    case ArgumentKind::Frame:
-    case ArgumentKind::Number:
-      return whole || std::holds_alternative<float>(value) || std::holds_alternative<double>(value);
-    case ArgumentKind::Text:
+    case ValueKind::Integer:
+      return IsWhole(value);
+    case ValueKind::Frame:
+    case ValueKind::Number:
+      return IsWhole(value) || std::holds_alternative<float>(value) || std::holds_alternative<double>(value);
+    case ValueKind::Text:
       return std::holds_alternative<std::string>(value);
-    case ArgumentKind::Table:
+    case ValueKind::Table:
       return std::holds_alternative<ByteTable>(value);
   }
   return false;
@@ -67,7 +65,11 @@ bool EqualButForCase(std::string_view a, std::string_view b) {
 }  // namespace
 
 std::size_t Member::ArgumentCount() const {
-  return static_cast<std::size_t>(std::ranges::find(arguments, ArgumentKind::None) - arguments.begin());
+  return static_cast<std::size_t>(std::ranges::find(arguments, ValueKind::None) - arguments.begin());
+}
+
+bool IsWhole(const Variant& value) {
+  return std::holds_alternative<std::int32_t>(value) || std::holds_alternative<std::int16_t>(value);
 }
 
 std::span<const Member> Members() { return kMembers; }

@@ -9,18 +9,23 @@
 
 namespace host {
 
-/// What an argument may be: Integer a long or short, Frame and Number any numeric type. Between processes a
-/// whole Frame goes as an integer and a fractional one as a double; a Number always goes as a double.
-enum class ArgumentKind { None, Window, Integer, Frame, Number, Text, Table };
-enum class ResultKind { None, Integer, Text, Table };
+/// What an argument or a result may be: Integer a long or short, Frame and Number any numeric type. Between
+/// processes a whole Frame goes as an integer and a fractional one as a double; a Number always goes as a
+/// double.
+enum class ValueKind { None, Window, Integer, Frame, Number, Text, Table };
 
 struct Member {
   std::string_view name;
-  std::array<ArgumentKind, 2> arguments;
-  ResultKind result;
+  std::array<ValueKind, 2> arguments;
+  ValueKind result;
 
   std::size_t ArgumentCount() const;
+  /// Whether it gives or takes a plane.
+  bool PassesPlane() const { return result == ValueKind::Table || arguments[0] == ValueKind::Table; }
 };
+
+/// Whether the value is a long or a short.
+bool IsWhole(const Variant& value);
 
 std::span<const Member> Members();
 

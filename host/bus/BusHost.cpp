@@ -1,14 +1,11 @@
 #include "host/bus/BusHost.h"
 
 #include <QCoreApplication>
-#include <QScopeGuard>
-#include <map>
+#include <QXmlStreamReader>
 #include <optional>
 
 #include "host/bus/Connection.h"
-#include "host/bus/Introspection.h"
 #include "host/bus/Wire.h"
-#include "host/bus/bus_names.h"
 #include "host/members.h"
 #include "platform/Application.h"
 #include "platform/LongWork.h"
@@ -16,9 +13,6 @@
 namespace host {
 namespace {
 
-constexpr const char* kGone = "the host is no longer running";
-constexpr const char* kBusGone = "the session bus has gone";
-constexpr const char* kGivenUp = "the host was given up, as it didn't answer";
 constexpr const char* kQuestion =
     "The host doesn't answer. The exposure sheet waits for it and can do nothing else meanwhile.\n\n"
     "Without the host the exposure sheet ends. What isn't saved is then written to a file of its own.";
@@ -37,150 +31,135 @@ const sd_bus_vtable kFormTable[] = {SD_BUS_VTABLE_START(0),
                                     SD_BUS_METHOD(kPrefsCallback, "", "", Connection::TakeUp, 0),
                                     SD_BUS_PROPERTY("Name", "s", GiveName, 0, 0), SD_BUS_VTABLE_END};
 
+/// By member, the interface in which a host's description lists it with a descriptor (`h`). Empty for a host
+/// that passes bytes alone, and for what isn't such a description.
+using DescriptorInterfaces = std::map<std::string, std::string, std::less<>>;
+
+DescriptorInterfaces ReadDescription(const Message& description) {
+  DescriptorInterfaces found;
+  const char* text = "";
+  sd_bus_message_read(description.get(), "s", &text);
+  QXmlStreamReader xml(QString::fromUtf8(text));
+  std::string interface, method;
+  while (!xml.atEnd()) {
+    if (xml.readNext() != QXmlStreamReader::StartElement) continue;
+    const std::string name = xml.attributes().value("name").toString().toStdString();
+    if (xml.name() == u"interface") interface = name;
+    if (xml.name() == u"method") method = name;
+    if (xml.name() == u"arg" && xml.attributes().value("type") == u"h") found.emplace(method, interface);
+  }
+  return found;
+}
+
 class BusHost final : public HostObject {
  public:
-  BusHost(std::unique_ptr<Connection> connection, std::string service);
+  BusHost(std::unique_ptr<Connection> connection, std::string service)
+      : connection_(std::move(connection)), service_(std::move(service)) {
+    connection_->WatchForLeaving(",arg0='" + service_ + "'");
+    connection_->Listen([this](const Message& message) { Take(message); },
+                        [this] {
+                          // The window would never come up, so this is the tool's end.
+                          if (!unshown_.empty()) RequireHost("Vel_SendFormObject");
+                        });
+  }
 
-  Variant Invoke(std::string_view name, std::span<const Variant> arguments) override;
+  Variant Invoke(std::string_view name, std::span<const Variant> arguments) override {
+    const Member& member = CheckedMember(name, arguments);
+    RequireHost(name);
+    if (QCoreApplication::instance() == nullptr || QCoreApplication::closingDown())
+      throw HostError(name, "the program is ending");
+    const char* interface = DescriptorInterface(member);
+    const Planes planes = interface != nullptr ? Planes::AsDescriptors : Planes::AsBytes;
+    const Message call = connection_->MakeCall(
+        service_, kHostPath, interface != nullptr ? interface : kHostInterface, std::string(name));
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+      if (member.arguments[i] == ValueKind::Window) Offer(*std::get<FormObject*>(arguments[i]));
+      wire_.Write(call.get(), member, member.arguments[i], arguments[i], planes);
+    }
+    const Message answer = CallHost(call, name);
+    if (const sd_bus_error* error = sd_bus_message_get_error(answer.get()))
+      throw HostError(name,
+                      error->message != nullptr && *error->message != '\0' ? error->message : error->name);
+    return wire_.ReadResult(member, answer);
+  }
 
  private:
-  std::string Offer(FormObject& form);
-  Message CallHost(const Message& call, std::string_view member);
+  /// Fails the call if nobody can answer it any more.
+  void RequireHost(std::string_view member) {
+    if (!connection_->IsOpen()) gone_ = "the session bus has gone";
+    if (gone_ != nullptr) throw HostError(member, gone_);
+  }
+
+  Message CallHost(const Message& call, std::string_view member) {
+    const auto answer = std::make_shared<Message>();
+    connection_->Call(call, [answer](const Message& came) { *answer = came; });
+    platform::Patience patience(kQuestion, "Give up the host");
+    // What the host calls back meanwhile may call the host in turn: several answers can be waited for.
+    while (!*answer) {
+      if (connection_->HandleNext())
+        patience.Restart();
+      else if (connection_->Wait(kOneLook); !patience.Lasts())
+        gone_ = "the host was given up, as it didn't answer";
+      if (!*answer) RequireHost(member);
+    }
+    connection_->LeaveTheRest();
+    return *answer;
+  }
+
   /// The interface in which the host passes this member's planes by descriptor; none if it passes bytes.
-  const char* DescriptorInterface(const Member& member);
-  void Take(Message message);
-  void TakeCall(const Message& call);
-  void TakeAllThatCame();
+  const char* DescriptorInterface(const Member& member) {
+    if (!member.PassesPlane()) return nullptr;
+    if (!descriptor_interfaces_)
+      descriptor_interfaces_ = ReadDescription(CallHost(
+          connection_->MakeCall(service_, kHostPath, "org.freedesktop.DBus.Introspectable", "Introspect"),
+          member.name));
+    const auto found = descriptor_interfaces_->find(member.name);
+    return found == descriptor_interfaces_->end() ? nullptr : found->second.c_str();
+  }
+
+  void Offer(FormObject& form) {
+    const std::string path = "/" + form.FormName();
+    if (forms_.try_emplace(path, &form).second) connection_->AddObject(path, kFormInterface, kFormTable);
+    unshown_.try_emplace(&form);
+  }
+
+  /// The host has left the bus, or it calls a window's routine. That is run and answered, with an error if it
+  /// fails; the failure then goes on its way through the tool.
+  void Take(const Message& message) {
+    if (sd_bus_message_is_method_call(message.get(), nullptr, nullptr) <= 0) {
+      gone_ = "the host is no longer running";
+      return;
+    }
+    // Nothing but the host's own calls may run while the tool waits for the host.
+    if (sd_bus_message_get_sender(message.get()) != service_)
+      return connection_->Refuse(message, "Only the host may call this.", SD_BUS_ERROR_ACCESS_DENIED);
+    FormObject* const form = forms_.at(sd_bus_message_get_path(message.get()));
+    try {
+      if (sd_bus_message_is_method_call(message.get(), nullptr, kShow) > 0) {
+        form->ShowForm();
+        unshown_.erase(form);
+      } else {
+        form->RunPrefsCallback();
+      }
+    } catch (const std::exception& failure) {
+      connection_->Refuse(message, failure.what());
+      throw;
+    }
+    sd_bus_reply_method_return(message.get(), "");
+  }
 
   std::unique_ptr<Connection> connection_;
   std::string service_;
-  bool given_up_ = false;
+  /// Why the host can't be called any more; null while it can.
+  const char* gone_ = nullptr;
   Wire wire_;
-  /// What the host has described; absent until a plane is first asked for.
-  std::optional<std::map<std::string, std::string, std::less<>>> descriptor_members_;
-  /// The answers that are waited for, by number. While the tool waits for one it runs what the host calls
-  /// back, which may call the host in turn: so there can be several, and they come in any order.
-  std::map<std::uint64_t, Message> awaited_;
+  /// Absent until a plane is first asked for.
+  std::optional<DescriptorInterfaces> descriptor_interfaces_;
   /// By object path.
   std::map<std::string, FormObject*> forms_;
-  /// Windows that the host has and hasn't shown yet. The process waits for it, as no window of its own is
-  /// loaded.
+  /// What the host hasn't shown yet. The process waits for it, as no window of its own may be loaded.
   std::map<FormObject*, platform::KeepAlive> unshown_;
 };
-
-BusHost::BusHost(std::unique_ptr<Connection> connection, std::string service)
-    : connection_(std::move(connection)), service_(std::move(service)) {
-  connection_->WatchForLeaving(",arg0='" + service_ + "'");
-  connection_->OnArrival([this] { TakeAllThatCame(); });
-}
-
-void BusHost::TakeAllThatCame() {
-  while (Message message = connection_->Next()) Take(std::move(message));
-  if (!connection_->IsOpen() && !unshown_.empty()) throw HostError("Vel_SendFormObject", kBusGone);
-}
-
-std::string BusHost::Offer(FormObject& form) {
-  std::string path = "/" + form.FormName();
-  if (forms_.try_emplace(path, &form).second) connection_->AddObject(path, kFormInterface, kFormTable);
-  unshown_.try_emplace(&form);
-  return path;
-}
-
-void BusHost::Take(Message message) {
-  std::uint64_t number = 0;
-  if (sd_bus_message_is_method_call(message.get(), nullptr, nullptr)) {
-    TakeCall(message);
-  } else if (sd_bus_message_get_reply_cookie(message.get(), &number) >= 0) {
-    const auto waiting = awaited_.find(number);
-    if (waiting != awaited_.end()) waiting->second = std::move(message);
-  } else if (sd_bus_message_is_signal(message.get(), kBusService, "NameOwnerChanged")) {
-    // If a call is being waited for, that call fails by itself. Otherwise a window that the host was still to
-    // show would never come up, so this is the tool's end.
-    if (awaited_.empty() && !unshown_.empty()) throw HostError("Vel_SendFormObject", kGone);
-  }
-}
-
-/// Runs a window's routine and answers the host, with an error if the routine fails. The failure then goes on
-/// its way through the tool.
-void BusHost::TakeCall(const Message& call) {
-  const auto form = forms_.find(sd_bus_message_get_path(call.get()));
-  if (form == forms_.end())
-    return connection_->Refuse(call, "There is no such window.", SD_BUS_ERROR_UNKNOWN_OBJECT);
-  // Nothing but the host's own calls may run while the tool waits for the host.
-  if (sd_bus_message_get_sender(call.get()) != service_)
-    return connection_->Refuse(call, "Only the host may call this.", SD_BUS_ERROR_ACCESS_DENIED);
-  try {
-    if (sd_bus_message_is_method_call(call.get(), nullptr, kShow)) {
-      form->second->ShowForm();
-      unshown_.erase(form->second);
-    } else {
-      form->second->RunPrefsCallback();
-    }
-  } catch (const std::exception& failure) {
-    connection_->Refuse(call, failure.what());
-    throw;
-  }
-  connection_->Answer(call);
-}
-
-std::string FailureText(sd_bus_message* answer) {
-  const sd_bus_error* error = sd_bus_message_get_error(answer);
-  // For a host that has gone the bus's error text holds only the number of its connection.
-  if (sd_bus_error_has_name(error, SD_BUS_ERROR_NAME_HAS_NO_OWNER) ||
-      sd_bus_error_has_name(error, SD_BUS_ERROR_SERVICE_UNKNOWN))
-    return kGone;
-  return error->message != nullptr && *error->message != '\0' ? error->message : error->name;
-}
-
-Message BusHost::CallHost(const Message& call, std::string_view member) {
-  const std::uint64_t number = connection_->Send(call);
-  Message& answer = awaited_[number];
-  const auto forget = qScopeGuard([&] { awaited_.erase(number); });
-  platform::Patience patience(kQuestion, "Give up the host");
-  while (!answer) {
-    if (Message message = connection_->Next()) {
-      patience.Restart();
-      Take(std::move(message));
-    } else if (!connection_->IsOpen()) {
-      throw HostError(member, kBusGone);
-    } else if (!connection_->Wait(kOneLook) && !patience.Lasts()) {
-      given_up_ = true;
-    }
-    // The user may have given the host up in a call nested in this one.
-    if (given_up_) throw HostError(member, kGivenUp);
-  }
-  connection_->PassOnTheRest();
-  return std::move(answer);
-}
-
-const char* BusHost::DescriptorInterface(const Member& member) {
-  if (!PassesPlane(member)) return nullptr;
-  if (!descriptor_members_) {
-    const Message description =
-        CallHost(connection_->MakeCall(service_, kHostPath, kIntrospectable, "Introspect"), member.name);
-    const char* xml = "";
-    sd_bus_message_read(description.get(), "s", &xml);
-    descriptor_members_ = DescriptorMembers(xml);
-  }
-  const auto found = descriptor_members_->find(member.name);
-  return found == descriptor_members_->end() ? nullptr : found->second.c_str();
-}
-
-Variant BusHost::Invoke(std::string_view name, std::span<const Variant> arguments) {
-  const Member& member = CheckedMember(name, arguments);
-  if (given_up_) throw HostError(name, kGivenUp);
-  if (QCoreApplication::instance() == nullptr || QCoreApplication::closingDown())
-    throw HostError(name, "the program is ending");
-  const char* interface = DescriptorInterface(member);
-  const Message call = connection_->MakeCall(
-      service_, kHostPath, interface != nullptr ? interface : kHostInterface, std::string(name));
-  wire_.WriteArguments(call.get(), member, arguments,
-                       interface != nullptr ? Planes::AsDescriptors : Planes::AsBytes,
-                       [this](FormObject& form) { return Offer(form); });
-  const Message answer = CallHost(call, name);
-  if (sd_bus_message_is_method_error(answer.get(), nullptr)) throw HostError(name, FailureText(answer.get()));
-  return wire_.ReadResult(member, answer.get());
-}
 
 }  // namespace
 

@@ -1,4 +1,5 @@
-// One end of the session bus. Everything happens on the caller's own thread, when the caller asks for it.
+// One end of the session bus, and under which names host and tool meet there. Everything happens on the
+// caller's own thread, when the caller asks for it.
 #pragma once
 
 #include <systemd/sd-bus.h>
@@ -6,15 +7,32 @@
 #include <QSocketNotifier>
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
 namespace host {
 
-struct MessageRelease {
-  void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
-using Message = std::unique_ptr<sd_bus_message, MessageRelease>;
+inline constexpr const char* kHostService = "Vellumark.Vellumark_Class";
+inline constexpr const char* kHostPath = "/Vellumark/Vellumark_Class";
+inline constexpr const char* kHostInterface = "Vellumark.Vellumark_Class";
+/// The plane members once more, with a descriptor of shared memory in place of the bytes.
+inline constexpr const char* kDescriptorsInterface = "Vellumark.Vellumark_Class.Descriptors";
+
+/// A window stands on its tool's connection under "/" and its name.
+inline constexpr const char* kFormInterface = "Vellumark.Form";
+inline constexpr const char* kShow = "Show";
+inline constexpr const char* kPrefsCallback = "PrefsCallback";
+
+/// The name of every error that host and tool answer with; the message says the rest.
+inline constexpr const char* kErrorName = "Vellumark.Error.Failed";
+
+/// The longest array of bytes that a message of the bus may hold (D-Bus Specification, "Marshaling").
+inline constexpr std::size_t kMostBytesInMessage = std::size_t{64} << 20;
+
+using Message = std::shared_ptr<sd_bus_message>;
+/// Takes over the caller's reference.
+inline Message Owned(sd_bus_message* message) { return {message, sd_bus_message_unref}; }
 
 class Connection {
  public:
@@ -30,42 +48,44 @@ class Connection {
   std::string OwnerOf(const char* name);
   /// True if this connection has the name now, which no other had.
   bool TakeName(const char* name) { return sd_bus_request_name(bus_, name, 0) >= 0; }
-  /// Asks the bus to pass on its own message that a connection has gone. `rule` narrows it.
+  /// Asks for the bus's own message that a connection has gone. `rule` narrows it.
   void WatchForLeaving(const std::string& rule);
   /// An object of this process. The library describes it, gives its properties and refuses what the table
-  /// doesn't have; calls of its routines, which have TakeUp for their handler, come out of Next().
-  void AddObject(const std::string& path, const char* interface, const sd_bus_vtable* table);
-  static int TakeUp(sd_bus_message* call, void* connection, sd_bus_error*);
+  /// doesn't have; the other calls are taken up. `first` may take up calls before they are held against it.
+  void AddObject(const std::string& path, const char* interface, const sd_bus_vtable* table,
+                 sd_bus_message_handler_t first = nullptr);
+  /// The handler of what is taken up. It runs within the library, where no other message can be handled, so
+  /// the message waits until HandleNext comes to it.
+  static int TakeUp(sd_bus_message* message, void* connection, sd_bus_error*);
 
-  /// A call that starts no program. Throws std::runtime_error if one of the names isn't the bus's kind of
-  /// name.
+  /// A call that starts no program. Throws std::runtime_error if a name isn't the bus's kind of name.
   Message MakeCall(const std::string& service, const std::string& path, const char* interface,
                    const std::string& member);
-  /// Sends, or leaves what the socket doesn't take yet to be sent with the next look at the connection. Gives
-  /// the number that the answer will carry. Throws std::runtime_error if it can't be sent.
-  std::uint64_t Send(const Message& message);
-  void Answer(const Message& call) { sd_bus_reply_method_return(call.get(), ""); }
-  /// With one of the bus's own error names, or the one that host and tool use.
-  void Refuse(const Message& call, const std::string& reason, const char* error_name = nullptr);
+  /// Sends a call, or leaves what the socket doesn't take yet to be sent when there is room. The routine, if
+  /// any, is given the answer. Throws std::runtime_error if it can't be sent.
+  void Call(const Message& call, std::function<void(const Message&)> answered);
+  void Refuse(const Message& call, const std::string& reason, const char* error_name = kErrorName);
 
-  /// The next message that has come and nobody has taken, or null. It also writes what is still to be sent.
-  Message Next();
-  /// Sleeps until there is something to read or write, at most so many milliseconds. False if nothing came.
-  bool Wait(int milliseconds);
-
-  /// What the event loop runs when something has come. It must take all that Next() gives.
-  void OnArrival(std::function<void()> routine);
-  /// Runs the routine soon if messages are still queued that were read together with others.
-  void PassOnTheRest();
+  /// From now on the event loop handles what comes: `take` is given what is taken up, message by message, and
+  /// `settled` runs when all is handled that came.
+  void Listen(std::function<void(const Message&)> take, std::function<void()> settled);
+  /// Reads or writes a message, and handles it. False if there was nothing to do.
+  bool HandleNext();
+  /// Sleeps until there is something to do, at most so many milliseconds.
+  void Wait(unsigned milliseconds) { sd_bus_wait(bus_, milliseconds * std::uint64_t{1000}); }
+  /// Has the event loop do what is left to do: read what came together with other messages, write the rest.
+  void LeaveTheRest();
 
  private:
   explicit Connection(sd_bus* bus) : bus_(bus) {}
-  void Arrived();
-  void WatchForRoomToWrite();
+  void HandleAll();
 
   sd_bus* bus_;
-  std::deque<Message> calls_;
-  std::shared_ptr<std::function<void()>> arrived_;
+  std::function<void(const Message&)> take_;
+  std::function<void()> settled_;
+  std::deque<Message> taken_up_;
+  /// By the number of the call.
+  std::map<std::uint64_t, std::function<void(const Message&)>> awaited_;
   std::unique_ptr<QSocketNotifier> readable_, writable_;
 };
 

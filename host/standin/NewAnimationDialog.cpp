@@ -5,7 +5,7 @@
 #include <QFormLayout>
 #include <QSpinBox>
 
-#include "host/bus/bus_names.h"
+#include "host/bus/Connection.h"
 
 namespace host {
 namespace {

@@ -35,10 +35,11 @@ int RunStandIn(int argument_count, char** arguments) {
   const auto stand_in = std::make_shared<StandIn>(DrawDemoAnimation());
   stand_in->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
   StandInWindow window(stand_in, RunsAs::Program);
-  BusService service(stand_in);
-  if (const auto reason = service.Start()) {
-    std::fprintf(stderr, "vellumark-standin: %s\n", qPrintable(*reason));
-    window.ShowNote(*reason);
+  std::optional<QString> problem;
+  const auto service = ServeOnBus(stand_in, problem);
+  if (problem) {
+    std::fprintf(stderr, "vellumark-standin: %s\n", qPrintable(*problem));
+    window.ShowNote(*problem);
   }
   window.show();
   return QApplication::exec();

@@ -93,7 +93,7 @@ Spool::~Spool() {
 
 bool Spool::Append(std::string_view bytes) {
   size_ += bytes.size();
-  return WriteAll(file_.Number(), bytes);
+  return WriteWhole(file_.Number(), bytes);
 }
 
 std::optional<std::string_view> Spool::Bytes() {
@@ -109,23 +109,13 @@ Descriptor Spool::Take() {
   return std::move(file_);
 }
 
-bool WriteAll(int file, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return false;
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  return true;
-}
-
 bool OutputExists(const std::string& name) {
   struct stat status {};
   return name != kStandardStream && lstat(name.c_str(), &status) == 0;
 }
 
 std::string WriteOutput(const std::string& name, std::string_view bytes) {
-  if (name == kStandardStream) return WriteAll(STDOUT_FILENO, bytes) ? "" : std::strerror(errno);
+  if (name == kStandardStream) return WriteWhole(STDOUT_FILENO, bytes) ? "" : std::strerror(errno);
   sheet::SafeWriter writer(name);
   if (!writer.CreateFailure().empty()) return writer.CreateFailure();
   return writer.Finish(bytes);

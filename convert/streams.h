@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "sheet/new_file.h"
+
 namespace convert {
 
 inline constexpr std::string_view kStandardStream = "-";
@@ -62,7 +64,7 @@ class Spool {
 };
 
 /// All bytes to a descriptor; false, with errno set, if it doesn't take them.
-bool WriteAll(int file, std::string_view bytes);
+using sheet::WriteWhole;
 
 /// Puts bytes to the standard output, or whole in the place of a file, as safely as the tool saves a sheet.
 /// Result: the reason if that failed, or an empty text.

@@ -23,7 +23,7 @@ constexpr std::int64_t kMostSamples = 1 << 20;
 /// The bytes as a file without a place on the disk.
 convert::Descriptor MemoryFile(std::string_view bytes) {
   convert::Descriptor file(memfd_create("sound", MFD_CLOEXEC));
-  Check(file.Number() >= 0 && convert::WriteAll(file.Number(), bytes));
+  Check(file.Number() >= 0 && convert::WriteWhole(file.Number(), bytes));
   return file;
 }
 

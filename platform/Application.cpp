@@ -4,9 +4,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
-#include <QIcon>
 #include <QLocale>
-#include <QPixmap>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStyleFactory>
@@ -25,6 +23,7 @@
 #include "platform/Dialogs.h"
 #include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
+#include "platform/QuietLook.h"
 #include "platform/UntimelyEnd.h"
 
 namespace platform {
@@ -103,12 +102,7 @@ void PrepareApplication() {
   QApplication::setDesktopFileName("exposure-sheet");
   InstallAccessibleRoles();
   QApplication::setStyle(QStyleFactory::create("Fusion"));
-  QIcon icon;
-  // The format is said, so that the toolkit doesn't load all its readers of pictures to find out; and the
-  // largest drawing, which takes longer than all others together, comes by the name of the desktop's file.
-  for (const int size : {16, 24, 32, 48, 64, 128})
-    icon.addPixmap(QPixmap(QString(":/assets/icons/app-%1.png").arg(size), "PNG"));
-  QApplication::setWindowIcon(icon);
+  QApplication::setWindowIcon(ProgramIcon("app"));
 }
 
 int RunApplication(const std::function<void()>& main_routine) {

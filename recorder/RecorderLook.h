@@ -1,4 +1,5 @@
-// How the recorder's window looks: its colours, and the signs on its buttons, drawn by code.
+// How the recorder's window looks: what it adds to the quiet look, and the signs on its buttons, drawn by
+// code.
 #pragma once
 
 #include <QIcon>
@@ -8,7 +9,6 @@ namespace recorder {
 
 enum class Sign { Record, Stop, Listen, Save };
 
-QIcon RecorderIcon();
 QIcon SignIcon(Sign sign);
 
 /// The style sheet for the window and its dialogs.

@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "platform/Lifetime.h"
+#include "platform/QuietLook.h"
 #include "platform/Translation.h"
 #include "platform/version.h"
 #include "recorder/RecorderLook.h"
@@ -38,7 +39,7 @@ int RunRecorder(int argument_count, char** arguments) {
   QApplication::setApplicationName("exposure-sheet-recorder");
   QApplication::setApplicationVersion(platform::kVersion);
   QApplication::setDesktopFileName("exposure-sheet-recorder");
-  QApplication::setWindowIcon(RecorderIcon());
+  QApplication::setWindowIcon(platform::ProgramIcon("recorder"));
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   application->setStyleSheet(RecorderStyle());
   platform::TranslateToolkit();

@@ -43,7 +43,7 @@ class WaveSink {
     if (output != kStandardStream) spool_.emplace(output);
   }
   bool Take(std::string_view bytes) {
-    return spool_ ? spool_->Append(bytes) : WriteAll(STDOUT_FILENO, bytes);
+    return spool_ ? spool_->Append(bytes) : WriteWhole(STDOUT_FILENO, bytes);
   }
   /// The reason of a failure, or an empty text.
   std::string Finish() {

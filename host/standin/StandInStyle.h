@@ -1,4 +1,4 @@
-// The stand-in's own quiet dark look, so that nobody takes its window for the tool's.
+// How the stand-in's window looks.
 #pragma once
 
 class QWidget;

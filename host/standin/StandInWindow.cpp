@@ -16,9 +16,9 @@
 #include "host/standin/FrameView.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/StandInStyle.h"
-#include "host/standin/TransportIcons.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
+#include "platform/QuietLook.h"
 
 namespace host {
 
@@ -26,7 +26,7 @@ StandInWindow::StandInWindow(std::shared_ptr<StandIn> stand_in, RunsAs runs_as)
     : stand_in_(std::move(stand_in)), runs_as_(runs_as) {
   setObjectName("StandIn");
   setWindowTitle(tr("Vellumark (stand-in)"));
-  setWindowIcon(StandInIcon());
+  setWindowIcon(platform::ProgramIcon("host"));
   // The tool's process lives as long as the tool's windows, however long the host's stays open.
   setAttribute(Qt::WA_QuitOnClose, runs_as == RunsAs::Program);
   setAttribute(Qt::WA_ShowWithoutActivating, runs_as == RunsAs::PartOfTool);

@@ -1,7 +1,8 @@
 #include "host/standin/TransportIcons.h"
 
-#include <QPainter>
 #include <QPainterPath>
+
+#include "platform/QuietLook.h"
 
 namespace host {
 namespace {
@@ -43,32 +44,8 @@ QPainterPath Shape(Transport which) {
   return path;
 }
 
-QPixmap DrawTransport(Transport which, int side, const QColor& color) {
-  QPixmap pixmap(side, side);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.scale(side / 24.0, side / 24.0);
-  painter.fillPath(Shape(which), color);
-  return pixmap;
-}
-
 }  // namespace
 
-QIcon TransportIcon(Transport which) {
-  QIcon icon;
-  for (const int side : {24, 48}) {
-    icon.addPixmap(DrawTransport(which, side, QColor(222, 225, 230)));
-    icon.addPixmap(DrawTransport(which, side, QColor(96, 100, 108)), QIcon::Disabled);
-  }
-  return icon;
-}
-
-QIcon StandInIcon() {
-  QIcon icon;
-  for (const int side : {16, 24, 32, 48, 128})
-    icon.addPixmap(QPixmap(QString(":/assets/icons/host-%1.png").arg(side), "PNG"));
-  return icon;
-}
+QIcon TransportIcon(Transport which) { return platform::QuietSign(Shape(which)); }
 
 }  // namespace host

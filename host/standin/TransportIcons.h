@@ -1,4 +1,4 @@
-// The pictures on the stand-in's transport buttons, drawn by code, and its own icon.
+// The pictures on the stand-in's transport buttons, drawn by code.
 #pragma once
 
 #include <QIcon>
@@ -9,7 +9,5 @@ enum class Transport { First, Back, Play, Pause, Forward, Last };
 
 /// The sign for a transport button.
 QIcon TransportIcon(Transport which);
-/// The icon of the stand-in's window.
-QIcon StandInIcon();
 
 }  // namespace host

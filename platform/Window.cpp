@@ -316,7 +316,6 @@ void Window::Show() {
   widget_->show();
   widget_->raise();
   widget_->activateWindow();
-  if (!resized_) RaiseResize();
 }
 
 void Window::ShowOwnedBy(Window& owner) {
@@ -404,7 +403,6 @@ QMenuBar* Window::MenuBar() {
 
 void Window::RaiseResize() {
   if (!loaded_ || !Visible()) return;
-  resized_ = true;
   Form_Resize();
 }
 

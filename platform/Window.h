@@ -126,7 +126,6 @@ class Window : public Container {
   Color back_color_ = Rgb(143, 149, 158);
   bool loaded_ = false;
   bool unloading_ = false;
-  bool resized_ = false;
   bool ground_is_dark_ = false;
   /// The tile that the paint that is running has laid, if any.
   const Picture* laid_tile_ = nullptr;

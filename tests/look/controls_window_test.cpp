@@ -151,6 +151,10 @@ TEST(HGlide, ScrollComesFromTheUserAloneAndEachPositionOnce) {
   EXPECT_EQ(bench.Seen(), Texts{});
   support::Wheel(widget, 60);
   EXPECT_EQ(bench.Seen(), Texts{"at 2"});
+  // The bar is three times as wide as the trough is high, 45 of 396 pixels, which leaves it a way of 351.
+  glide.SetRange(3000);
+  Key(widget, Qt::Key_PageDown);
+  EXPECT_EQ(bench.Seen(), Texts{"at 387"});
 }
 
 TEST(HGlide, BarFollowsThePointerAndAPressBesideItPages) {

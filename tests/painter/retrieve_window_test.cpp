@@ -174,6 +174,19 @@ TEST(Retrieve, KeepsTheOldStoreWhereThereIsNoNewOne) {
     EXPECT_THAT(desk.messages.shown.at(refusal).text, HasSubstr("a size of -5 by 99999"));
 }
 
+TEST(Retrieve, CountsTheOldFramesMemoryAsFree) {
+  support::Desk desk;
+  desk.host->frames = 3;
+  RetrieveFrames();
+  platform::ReadFreeMemoryFrom([] { return 0.0; });
+  for (const int frames : {3, 4}) {
+    desk.host->frames = frames;
+    RetrieveFrames();
+    EXPECT_EQ(desk.messages.shown.size(), frames - 3u) << frames;
+  }
+  platform::ReadFreeMemoryFrom(nullptr);
+}
+
 /// The system would promise each of the three arrays, and end the process when they are filled.
 TEST(Retrieve, RefusesFramesThatTheMachineCouldNotHold) {
   support::Desk desk;

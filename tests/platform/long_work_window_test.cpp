@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QProgressBar>
 #include <QTableView>
 #include <QTimer>
@@ -106,10 +108,8 @@ TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
 }
 
 TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {
-  const auto value = [] {
-    const auto* bar = busy->grid.Widget()->findChild<QProgressBar*>("LongWorkBar");
-    return bar == nullptr ? -1 : bar->value();
-  };
+  const auto find = [] { return busy->grid.Widget()->findChild<QProgressBar*>("LongWorkBar"); };
+  const auto value = [&] { return find() == nullptr ? -1 : find()->value(); };
   {
     LongWork work(&busy->grid);
     EXPECT_TRUE(BusyPointerIsOn());
@@ -118,6 +118,7 @@ TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {
     Sleep(550);
     work.Report(0, 10);
     EXPECT_EQ(value(), 0);
+    const QPointer<QProgressBar> bar = find();
     {
       LongWork part(&busy->grid);
       Sleep(110);
@@ -127,9 +128,22 @@ TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {
     Sleep(110);
     work.Report(5, 10);
     EXPECT_EQ(value(), 600) << "half of what was left";
+    EXPECT_NE(bar, nullptr) << "it is one bar all the time";
   }
   EXPECT_EQ(value(), -1);
   EXPECT_FALSE(BusyPointerIsOn());
+}
+
+TEST_F(LongWorkTest, AWaitIsAskedAboutAgainAsLongAfterKeepWaiting) {
+  AskAfter(std::chrono::milliseconds(60));
+  desk.messages.answers = {Answer::Yes, Answer::No};
+  QElapsedTimer clock;
+  clock.start();
+  Patience patience("It doesn't answer.", "Give up");
+  while (patience.Lasts()) Sleep(1);
+  EXPECT_GE(clock.elapsed(), 120);
+  EXPECT_EQ(desk.messages.shown.size(), 2u);
+  AskAfter(std::chrono::seconds(10));
 }
 
 TEST_F(LongWorkTest, RepeatsOfAKeyThatASlowMoveHasOvertakenAreDropped) {

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
+#include <ctime>
 #include <mutex>
 #include <thread>
 
@@ -140,6 +141,9 @@ TEST(SliceOutput, KeepsTheDeviceForTheNextSliceOfTheFormat) {
   EXPECT_TRUE(machine.open) << "in use";
   EXPECT_EQ(output.Close(handle), kWaveOk);
   EXPECT_TRUE(WaitUntil([&] { return !machine.open; }));
+  const auto used = std::clock();
+  std::this_thread::sleep_for(milliseconds(200));
+  EXPECT_LT(std::clock() - used, CLOCKS_PER_SEC / 50) << "nothing is left to do";
 }
 
 TEST(SliceOutput, ADeviceThatStallsIsGivenUp) {

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "platform/Translation.h"
+#include "recorder/LevelMeter.h"
 #include "recorder/side_thread.h"
 #include "support/desk.h"
 
@@ -169,6 +170,16 @@ TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
   }
 }
 
+TEST_F(Recorder, SoundThatCouldntBeWrittenInTimeEndsTheTakeBeforeTheGap) {
+  BeginToRecord();
+  // A minute waits while the window is kept from writing; what comes on top is lost, and nothing may follow
+  // it.
+  for (const std::size_t count : {60 * 44100, 2, 0}) Deliver(std::vector<std::int16_t>(count));
+  window_->Tick();
+  EXPECT_EQ(Status(),
+            "The disk is too slow for the recording. What was recorded until then is kept: 1:00.0.");
+}
+
 TEST_F(Recorder, ADeviceThatCantBeOpenedIsTold) {
   machine_->refuses = true;
   Press("RecordButton");
@@ -216,6 +227,25 @@ TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
   paths_ = {support::ScratchFolder() + "/kept.wav"};
   EXPECT_TRUE(window_->close());
   EXPECT_EQ(support::ReadWhole(support::ScratchFolder() + "/kept.wav").size(), 44 + 8820U);
+}
+
+TEST(LevelMeter, ItsNumbersStandUnderTheirPlacesOnTheBar) {
+  LevelMeter meter(nullptr);
+  meter.resize(600, meter.sizeHint().height());
+  const QImage image = meter.grab().toImage();
+  // The bar of 60 decibels has 10 pixels at its left, and at its right 10 and a lamp of 14.
+  const double left = 10, right = 600 - 24;
+  for (const double decibels : {-60, -36, -6, 0}) {
+    const double middle = right + (right - left) * decibels / 60;
+    int before = 0, behind = 0;
+    for (int y = 28; y < image.height(); ++y)
+      for (int x = 1; x < 20; ++x) {
+        before += image.pixel(static_cast<int>(middle) - x, y) != image.pixel(0, 0);
+        behind += image.pixel(static_cast<int>(middle) + x, y) != image.pixel(0, 0);
+      }
+    EXPECT_GT(before, 0) << decibels;
+    EXPECT_GT(behind, 0) << decibels;
+  }
 }
 
 TEST(TimeText, CountsTenthsMinutesAndHours) {

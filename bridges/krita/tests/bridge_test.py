@@ -27,7 +27,7 @@ PACKAGE = importlib.util.module_from_spec(importlib.util.spec_from_loader("expos
 PACKAGE.__path__ = [os.path.join(os.path.dirname(HERE), "exposure_sheet")]
 sys.modules["exposure_sheet"] = PACKAGE
 
-from exposure_sheet import roll, theme  # noqa: E402
+from exposure_sheet import extension, roll, theme  # noqa: E402
 from exposure_sheet.host import Host  # noqa: E402
 from exposure_sheet.wire import Service  # noqa: E402
 
@@ -161,6 +161,14 @@ class Bridge(unittest.TestCase):
         self.host.take(self.krita.createDocument(WIDTH + 1, HEIGHT, "Toads"))
         lent = self.call("vel_GetGbuffer", interface=NAME + ".Descriptors")
         self.assertEqual(os.fstat(lent.fileDescriptor()).st_size, (WIDTH + 1) * HEIGHT)
+
+    def test_started_again_it_works_with_the_active_document(self):
+        session = extension.Session.__new__(extension.Session)
+        session._host, session._service, session._tell_document = self.host, self.service, lambda: None
+        session.come_forward(None)
+        self.assertEqual(self.call("vel_BufferWidth"), WIDTH - 1)
+        session.come_forward(self.krita.createDocument(WIDTH + 1, HEIGHT, "Toads"))
+        self.assertEqual(self.call("vel_BufferWidth"), WIDTH)
 
     def test_lays_what_is_transparent_on_white(self):
         self.layer.keys[FIRST] = bytes([0, 50, 100, 128]) * 3 + bytes(12)

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QProcess>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
@@ -21,6 +22,9 @@
 #include <chrono>
 #include <utility>
 
+#include "host/bus/Connection.h"
+#include "host/bus/bus_names.h"
+#include "host/standin/BusService.h"
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
@@ -381,6 +385,28 @@ TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   OnDialogs({AnswerQuestion(QMessageBox::Ok, &about)});
   german.findChild<QAction*>("About")->trigger();
   EXPECT_TRUE(about.contains(QString("Version %1.").arg(platform::kVersion))) << about.toStdString();
+}
+
+TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
+  QProcess bus;
+  bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+  if (!bus.waitForStarted()) GTEST_SKIP() << "there is no dbus-daemon";
+  ASSERT_TRUE(bus.waitForReadyRead());
+  qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readAllStandardOutput().trimmed());
+  BusService service(stand_in_);
+  ASSERT_EQ(service.Start(), std::nullopt);
+  auto working = Connection::Open(), other = Connection::Open();
+  const Message call = working->MakeCall(kHostService, kHostPath, kHostInterface, "vel_StatusOpen");
+  sd_bus_message_append(call.get(), "s", "Developing...");
+  working->Send(call);
+  EXPECT_TRUE(Becomes([&] { return stand_in_->Status().has_value(); }));
+  other.reset();
+  QApplication::processEvents(QEventLoop::WaitForMoreEvents, 2000);
+  EXPECT_TRUE(stand_in_->Status().has_value());
+  working.reset();
+  EXPECT_TRUE(Becomes([&] { return !stand_in_->Status().has_value(); }));
+  bus.kill();
+  bus.waitForFinished();
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 #include "app/Form1.h"
 
 #include "sheet/shape_names.h"
-#include "timeline/VelocityCanvas.h"
-#include "timeline/WaveCanvas.h"
+#include "timeline/Canvases.h"
 #include "timeline/layout.h"
 
 using platform::Rgb;

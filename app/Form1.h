@@ -14,7 +14,7 @@
 #include "platform/PictureBox.h"
 #include "platform/Widgets.h"
 #include "platform/Window.h"
-#include "sheet/shape_typing.h"
+#include "sheet/shape_names.h"
 
 namespace timeline {
 class WaveCanvas;

@@ -1,28 +1,21 @@
 #include "platform/Window.h"
 
 #include <QApplication>
-#include <QCloseEvent>
-#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMenu>
-#include <QMenuBar>
-#include <QMimeData>
 #include <QPainter>
-#include <QPointer>
 #include <QScreen>
 #include <QStyle>
-#include <QUrl>
 #include <QWindow>
-#include <algorithm>
 #include <utility>
 
 #include "platform/Accessible.h"
 #include "platform/Application.h"
 #include "platform/DarkGround.h"
-#include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
 #include "platform/Picture.h"
 #include "platform/ToolkitColor.h"
+#include "platform/WindowWidget.h"
 
 namespace platform {
 namespace {
@@ -90,67 +83,6 @@ bool IsDark(const QImage& tile) {
   return dark;
 }
 
-}  // namespace
-
-int LoadedWindowCount() { return loaded_count; }
-
-QWidget* VisibleWindow() {
-  for (Window* window : LiveWindows())
-    if (window->Visible()) return window->TopWidget();
-  return nullptr;
-}
-
-void DestroyAllWindows() {
-  UnloadedWindows().clear();
-  while (!LiveWindows().empty()) {
-    Window* window = LiveWindows().back();
-    LiveWindows().pop_back();
-    window->Forget();
-  }
-}
-
-void RepaintWindows() {
-  for (Window* window : LiveWindows()) window->Repaint();
-}
-
-/// The client area: the wallpaper's ground and the controls' parent.
-class ClientWidget : public QWidget {
- public:
-  ClientWidget(Window& window, QWidget* parent) : QWidget(parent), window_(window) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
-    // Background and tiles start at the left top corner: a change of size shows more or less of them, but
-    // moves none.
-    setAttribute(Qt::WA_StaticContents);
-  }
-  QPainter* painter = nullptr;
-  std::function<void()> paint, resized;
-
- protected:
-  void paintEvent(QPaintEvent* event) override {
-    QPainter own(this);
-    own.setClipRegion(event->region());
-    own.fillRect(event->rect(), ToolkitColor(window_.BackColor()));
-    painter = &own;
-    RunEvent(paint);
-    painter = nullptr;
-    if (window_.GroundIsDark()) PaintLabelPlates(window_, own);
-  }
-  void resizeEvent(QResizeEvent* event) override {
-    if (EventsAreHeld()) {
-      RunLater([widget = QPointer(this)] {
-        if (widget) widget->resized();
-      });
-    } else {
-      RunEvent(resized);
-    }
-    // Controls that are redrawn at once while the window shrinks leave their old right ends on the screen.
-    if (event->size().width() < event->oldSize().width()) update();
-  }
-
- private:
-  Window& window_;
-};
-
 KeyPress::Key KeyOf(const QKeyEvent& event) {
   using Key = KeyPress::Key;
   if (event.matches(QKeySequence::Undo)) return Key::Undo;
@@ -187,82 +119,46 @@ KeyPress PressOf(const QKeyEvent& event) {
   return press;
 }
 
-/// The path of the first of the files that are being dragged; empty if there is none, or while a dialog is
-/// open.
-std::string DroppedFile(const QDropEvent& event) {
-  if (QApplication::activeModalWidget() != nullptr) return {};
-  for (const QUrl& url : event.mimeData()->urls())
-    // The name's bytes, which needn't be UTF-8.
-    if (url.isLocalFile())
-      return QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString();
-  return {};
+}  // namespace
+
+int LoadedWindowCount() { return loaded_count; }
+
+QWidget* VisibleWindow() {
+  for (Window* window : LiveWindows())
+    if (window->Visible()) return window->TopWidget();
+  return nullptr;
 }
 
-class WindowWidget : public QWidget {
- public:
-  WindowWidget(Window& window, Qt::WindowFlags flags)
-      : QWidget(nullptr, flags), client(new ClientWidget(window, this)) {}
+void DestroyAllWindows() {
+  UnloadedWindows().clear();
+  while (!LiveWindows().empty()) {
+    Window* window = LiveWindows().back();
+    LiveWindows().pop_back();
+    window->Forget();
+  }
+}
 
-  ClientWidget* client;
-  QMenuBar* menu_bar = nullptr;
-  std::function<void()> close_box;
-  std::function<bool(const KeyPress&)> key_down;
-  std::function<void(const std::string&)> take_file;
-  bool escape_closes = false;
-
-  int MenuHeight() const {
-    return menu_bar == nullptr ? 0
-                               : std::max(menu_bar->heightForWidth(width()), menu_bar->sizeHint().height());
-  }
-  void PlaceClient() {
-    const int menu_height = MenuHeight();
-    if (menu_bar != nullptr) menu_bar->setGeometry(0, 0, width(), menu_height);
-    client->setGeometry(0, menu_height, width(), std::max(0, height() - menu_height));
-  }
-
- protected:
-  void resizeEvent(QResizeEvent*) override { PlaceClient(); }
-  /// Escape is a dialog's close box.
-  void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Escape && escape_closes) return RunEvent(close_box);
-    bool used = false;
-    RunEvent([&] { used = key_down(PressOf(*event)); });
-    if (!used) QWidget::keyPressEvent(event);
-  }
-  void dragEnterEvent(QDragEnterEvent* event) override {
-    if (!DroppedFile(*event).empty()) event->acceptProposedAction();
-  }
-  void dropEvent(QDropEvent* event) override {
-    // The program that the file comes from may be gone before it has told the file's name.
-    const std::string path = DroppedFile(*event);
-    if (path.empty()) return event->ignore();
-    // That program waits until this returns, so a routine that may ask the user something runs later.
-    RunLater([take = take_file, path] { take(path); });
-    event->acceptProposedAction();
-  }
-  void closeEvent(QCloseEvent* event) override {
-    // The window object decides: hiding and deleting are its own.
-    event->ignore();
-    RunEvent(close_box);
-  }
-};
+void RepaintWindows() {
+  for (Window* window : LiveWindows()) window->Repaint();
+}
 
 Window::Window(const Design& design)
-    : name_(design.name),
-      design_(design),
-      widget_(std::make_unique<WindowWidget>(*this, FlagsFor(design.border))) {
+    : name_(design.name), design_(design), widget_(std::make_unique<WindowWidget>(FlagsFor(design.border))) {
   LiveWindows().push_back(this);
   widget_->setObjectName(QString::fromStdString(name_));
   widget_->client->setObjectName(QString::fromStdString(name_ + "_client"));
   widget_->client->paint = [this] { RaisePaint(); };
   widget_->client->resized = [this] { RaiseResize(); };
   widget_->close_box = [this] { CloseBox(); };
-  widget_->key_down = [this](const KeyPress& press) { return Form_KeyDown(press); };
+  widget_->client->paint_plates = [this](QPainter& painter) {
+    if (ground_is_dark_) PaintLabelPlates(*this, painter);
+  };
+  widget_->key_down = [this](const QKeyEvent& event) { return Form_KeyDown(PressOf(event)); };
   widget_->escape_closes = IsFixed(design.border);
   SetAccessibleRole(widget_.get(),
                     design.border == Border::Sizable ? QAccessible::Window : QAccessible::Dialog);
   SetAccessibleRole(widget_->client, QAccessible::Pane);
-  SetPaletteColor(widget_->client, QPalette::Window, back_color_);
+  Window::SetBackColor(back_color_);
   SetCaption(design.caption);
   if (!design.icons.empty()) {
     QIcon icon;
@@ -362,6 +258,7 @@ int Window::ScaleHeight() const { return widget_->client->height(); }
 void Window::SetBackColor(Color color) {
   back_color_ = color;
   SetPaletteColor(widget_->client, QPalette::Window, color);
+  widget_->client->ground = ToolkitColor(color);
   Repaint();
 }
 

@@ -111,7 +111,6 @@ class Window : public Container {
   virtual void CloseBox() { Unload(); }
 
  private:
-  friend class WindowWidget;
   template <class T>
   friend class WindowInstance;
 

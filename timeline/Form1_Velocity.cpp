@@ -2,7 +2,7 @@
 #include "app/Form1.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
-#include "timeline/VelocityCanvas.h"
+#include "timeline/Canvases.h"
 #include "timeline/velocity_values.h"
 
 using timeline::Tracks;

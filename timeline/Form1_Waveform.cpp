@@ -5,7 +5,7 @@
 #include "audio/sample_store.h"
 #include "host/HostSession.h"
 #include "sheet/SheetDocument.h"
-#include "timeline/WaveCanvas.h"
+#include "timeline/Canvases.h"
 
 using host::HostSession;
 

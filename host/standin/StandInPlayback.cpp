@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "host/standin/StandInWindow.h"
-#include "host/standin/TransportIcons.h"
+#include "host/standin/StandInLook.h"
 #include "platform/Application.h"
 #include "platform/numbers.h"
 

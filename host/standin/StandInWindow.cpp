@@ -15,7 +15,7 @@
 
 #include "host/standin/FrameView.h"
 #include "host/standin/HostSettings.h"
-#include "host/standin/StandInStyle.h"
+#include "host/standin/StandInLook.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/QuietLook.h"

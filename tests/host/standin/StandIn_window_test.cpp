@@ -23,7 +23,6 @@
 #include <utility>
 
 #include "host/bus/Connection.h"
-#include "host/bus/bus_names.h"
 #include "host/standin/BusService.h"
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/HostSettings.h"
@@ -393,8 +392,9 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
   if (!bus.waitForStarted()) GTEST_SKIP() << "there is no dbus-daemon";
   ASSERT_TRUE(bus.waitForReadyRead());
   qputenv("DBUS_SESSION_BUS_ADDRESS", bus.readAllStandardOutput().trimmed());
-  BusService service(stand_in_);
-  ASSERT_EQ(service.Start(), std::nullopt);
+  std::optional<QString> problem;
+  const auto service = ServeOnBus(stand_in_, problem);
+  ASSERT_EQ(problem, std::nullopt);
   auto working = Connection::Open(), other = Connection::Open();
   const Message call = working->MakeCall(kHostService, kHostPath, kHostInterface, "vel_StatusOpen");
   sd_bus_message_append(call.get(), "s", "Developing...");

@@ -1,4 +1,4 @@
-#include "sheet/shape_typing.h"
+#include "sheet/shape_names.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,5 @@
 #include "app/Form1.h"
 
-#include "sheet/shape_names.h"
 #include "timeline/Canvases.h"
 #include "timeline/layout.h"
 

@@ -14,6 +14,7 @@
 #include "platform/PictureBox.h"
 #include "platform/Widgets.h"
 #include "platform/Window.h"
+#include "platform/numbers.h"
 #include "sheet/shape_names.h"
 
 namespace timeline {

@@ -1,6 +1,8 @@
 // What the main window does with keys that no control had a use for, and with files dropped on it.
 #include <algorithm>
 #include <cctype>
+#include <string>
+#include <string_view>
 
 #include "app/Form1.h"
 #include "platform/Clock.h"

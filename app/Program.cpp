@@ -1,5 +1,8 @@
 #include "app/Program.h"
 
+#include <cstdint>
+#include <memory>
+
 #include "app/Form1.h"
 #include "audio/sample_store.h"
 #include "host/HandedWindow.h"

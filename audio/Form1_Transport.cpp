@@ -1,12 +1,16 @@
 // Playing the sound: the whole file while the rows follow the clock, the slice of one frame, scrubbing.
 #include <atomic>
+#include <cstdint>
 
 #include "app/Form1.h"
+#include "audio/sample_store.h"
 #include "audio/transport.h"
 #include "host/HostSession.h"
 #include "platform/Application.h"
 #include "platform/Clock.h"
 #include "platform/WaveOut.h"
+#include "platform/numbers.h"
+#include "platform/wave_codes.h"
 #include "sheet/SheetDocument.h"
 #include "timeline/mappings.h"
 

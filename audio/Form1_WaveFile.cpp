@@ -1,11 +1,14 @@
 // The wave file's menu items: opening one, showing its format, starting the recorder.
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "app/Form1.h"
 #include "audio/Form2.h"
 #include "audio/sample_store.h"
 #include "audio/wave_reader.h"
 #include "platform/Application.h"
+#include "platform/Dialogs.h"
 #include "sheet/SheetDocument.h"
 
 namespace {

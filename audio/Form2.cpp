@@ -1,7 +1,11 @@
 #include "audio/Form2.h"
 
+#include <cstdint>
+#include <string>
+
 #include "app/Form1.h"
 #include "audio/sample_store.h"
+#include "platform/numbers.h"
 
 using platform::PixelsFromTwips;
 

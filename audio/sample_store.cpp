@@ -3,7 +3,6 @@
 #include <sys/mman.h>
 
 #include <algorithm>
-#include <memory>
 
 #include "platform/large_pages.h"
 

@@ -1,7 +1,5 @@
 #include "audio/transport.h"
 
-#include <algorithm>
-
 #include "platform/numbers.h"
 
 namespace audio {

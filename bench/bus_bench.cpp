@@ -19,7 +19,6 @@
 #include "host/standin/BusService.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
-#include "painter/strip_state.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/shared_memory.h"

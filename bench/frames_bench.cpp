@@ -9,7 +9,6 @@
 #include "host/standin/EmbeddedHost.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
-#include "painter/strip_state.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 

@@ -14,7 +14,6 @@
 #include "host/HostSession.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
-#include "painter/strip_state.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "sheet/sheet_file.h"

@@ -6,7 +6,6 @@
 #include "app/Program.h"
 #include "audio/sample_store.h"
 #include "platform/Application.h"
-#include "platform/Dialogs.h"
 #include "sheet/Form3.h"
 
 namespace {

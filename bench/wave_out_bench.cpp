@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <fstream>
 #include <numeric>
-#include <thread>
 #include <vector>
 
 #include "platform/Clock.h"

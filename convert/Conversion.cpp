@@ -3,15 +3,23 @@
 #include <QCoreApplication>
 #include <QStringDecoder>
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
+#include <string_view>
+#include <system_error>
+#include <utility>
 
+#include "convert/document.h"
 #include "convert/draft/Draft.h"
 #include "convert/formats/ToolkitFormats.h"
 #include "convert/formats/formats.h"
 #include "convert/paper/Paper.h"
+#include "convert/shape_table.h"
 #include "convert/sound/SoundFile.h"
 #include "convert/streams.h"
+#include "sheet/sheet_file.h"
 #include "sheet/text_encoding.h"
 #include "sheet/whole_file.h"
 

@@ -3,7 +3,7 @@
 #include <getopt.h>
 
 #include <algorithm>
-#include <array>
+#include <utility>
 
 #include "convert/lines.h"
 #include "convert/streams.h"

@@ -1,7 +1,9 @@
 #include "convert/document.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
+#include <utility>
 
 #include "convert/lines.h"
 #include "platform/numbers.h"

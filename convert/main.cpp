@@ -5,8 +5,12 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <string>
+#include <utility>
 
 #include "convert/Conversion.h"
+#include "convert/command_line.h"
+#include "convert/message.h"
 #include "convert/shape_table.h"
 #include "platform/Translation.h"
 #include "platform/version.h"

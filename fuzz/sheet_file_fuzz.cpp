@@ -1,6 +1,5 @@
 // Any bytes as a sheet file: every call on the target stays inside the grid and the tracks; and what was
 // read, written and read again is the same sheet.
-#include <algorithm>
 #include <cstdlib>
 
 #include "sheet/sheet_file.h"

@@ -1,7 +1,6 @@
 // Any bytes as a wave file: it loads or tells why not and keeps the store's bounds.
 #include <algorithm>
 #include <cstdlib>
-#include <string_view>
 
 #include "audio/wave_reader.h"
 #include "sheet/timing.h"

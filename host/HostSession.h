@@ -3,7 +3,9 @@
 
 #include <array>
 #include <memory>
+#include <span>
 #include <string_view>
+#include <utility>
 
 #include "host/variant.h"
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <string>
+#include <variant>
 
 namespace host {
 namespace {

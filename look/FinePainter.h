@@ -5,6 +5,7 @@
 #include <QRect>
 
 #include "look/shading.h"
+#include "platform/numbers.h"
 
 class QWidget;
 

@@ -2,6 +2,7 @@
 #include "app/Form1.h"
 #include "audio/Form2.h"
 #include "look/ThemeWalk.h"
+#include "look/theme.h"
 #include "platform/Application.h"
 #include "sheet/Form3.h"
 

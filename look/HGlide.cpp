@@ -7,10 +7,14 @@
 #include <QTimerEvent>
 #include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
+#include <utility>
 
 #include "look/FinePainter.h"
 #include "look/glide_layout.h"
+#include "look/shading.h"
 #include "platform/Application.h"
 
 namespace look {

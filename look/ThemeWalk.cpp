@@ -2,9 +2,12 @@
 
 #include <exception>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "host/HostSession.h"
+#include "host/variant.h"
 #include "look/HGlide.h"
 #include "look/VlButton.h"
 #include "platform/Application.h"

@@ -5,10 +5,11 @@
 #include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
+#include <utility>
 
 #include "look/FinePainter.h"
+#include "look/shading.h"
 #include "platform/Application.h"
-#include "platform/ToolkitColor.h"
 #include "platform/WidgetParts.h"
 
 namespace look {

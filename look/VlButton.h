@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/Control.h"
+#include "platform/numbers.h"
 
 namespace look {
 

@@ -9,9 +9,12 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "look/FinePainter.h"
+#include "look/shading.h"
 #include "platform/ToolkitColor.h"
+#include "platform/numbers.h"
 
 namespace look {
 namespace {

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 
-#include "painter/planes.h"
 #include "platform/PictureBox.h"
 
 namespace painter {

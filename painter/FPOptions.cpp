@@ -1,5 +1,7 @@
 #include "painter/FPOptions.h"
 
+#include <cstdint>
+
 #include "app/Form1.h"
 #include "host/HandedWindow.h"
 #include "host/HostSession.h"

@@ -1,6 +1,8 @@
 // The dialog that fixes the length of the new roll.
 #pragma once
 
+#include <string>
+
 #include "host/variant.h"
 #include "platform/Widgets.h"
 #include "platform/Window.h"

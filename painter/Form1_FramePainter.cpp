@@ -1,6 +1,7 @@
 // The main window's menu item "Frame painter...".
 #include "app/Form1.h"
 #include "host/HostSession.h"
+#include "host/variant.h"
 #include "painter/Retrieve.h"
 #include "platform/Dialogs.h"
 

@@ -8,10 +8,12 @@
 #include "look/HGlide.h"
 #include "look/VlButton.h"
 #include "look/VlDropDial.h"
+#include "painter/planes.h"
 #include "painter/thumbnails.h"
 #include "platform/PictureBox.h"
 #include "platform/Widgets.h"
 #include "platform/Window.h"
+#include "platform/numbers.h"
 
 namespace painter {
 

@@ -1,9 +1,14 @@
 // The strips by keyboard: arrows choose a cell in the upper one and go along the roll in the lower one, where
 // Space stamps the chosen cell.
 #include <algorithm>
+#include <cstdint>
+#include <optional>
 
 #include "painter/FramePainter.h"
+#include "painter/cell_store.h"
 #include "painter/strip_state.h"
+#include "painter/thumbnails.h"
+#include "platform/numbers.h"
 
 namespace painter {
 namespace {

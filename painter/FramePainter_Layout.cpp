@@ -1,8 +1,9 @@
 #include "host/HandedWindow.h"
 #include "look/ThemeWalk.h"
 #include "painter/FramePainter.h"
+#include "painter/cell_store.h"
 #include "painter/strip_state.h"
-#include "platform/Application.h"
+#include "platform/numbers.h"
 
 namespace painter {
 namespace {

@@ -1,5 +1,9 @@
+#include <cstdint>
+
 #include "painter/FramePainter.h"
+#include "painter/cell_store.h"
 #include "painter/strip_state.h"
+#include "painter/thumbnails.h"
 
 namespace painter {
 

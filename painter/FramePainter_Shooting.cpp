@@ -1,14 +1,15 @@
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "host/HostSession.h"
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
 #include "painter/cell_store.h"
-#include "painter/strip_state.h"
 #include "painter/wiggle.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"

@@ -1,10 +1,16 @@
 #include <algorithm>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "painter/DibRelated.h"
 #include "painter/FramePainter.h"
+#include "painter/cell_store.h"
+#include "painter/planes.h"
 #include "painter/strip_state.h"
+#include "painter/thumbnails.h"
+#include "platform/pixels.h"
 
 namespace painter {
 namespace {

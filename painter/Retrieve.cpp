@@ -1,11 +1,14 @@
 #include "painter/Retrieve.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "host/HostSession.h"
+#include "host/variant.h"
 #include "painter/FPOptions.h"
 #include "painter/cell_store.h"
 #include "painter/noise.h"

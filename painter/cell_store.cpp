@@ -1,7 +1,6 @@
 #include "painter/cell_store.h"
 
 #include <cmath>
-#include <memory>
 #include <new>
 
 #include "platform/large_pages.h"

@@ -1,7 +1,6 @@
 // The tool's copy of the host's frames, and the new roll of film.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>

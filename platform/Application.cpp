@@ -9,13 +9,12 @@
 #include <QStandardPaths>
 #include <QStyleFactory>
 #include <QThread>
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <exception>
 #include <filesystem>
+#include <memory>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 #include <vector>
 

@@ -3,7 +3,6 @@
 
 #include <exception>
 #include <functional>
-#include <memory>
 #include <string>
 
 namespace platform {

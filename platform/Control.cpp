@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <utility>
 
 namespace platform {
 

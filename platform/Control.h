@@ -1,7 +1,6 @@
 // What all controls have in common: a name, a place, colours, visibility, focus.
 #pragma once
 
-#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>

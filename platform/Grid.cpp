@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <new>
 #include <utility>
+#include <vector>
 
 #include "platform/Application.h"
 #include "platform/GridModel.h"
+#include "platform/numbers.h"
 
 namespace platform {
 

@@ -1,7 +1,6 @@
 // A grid of texts with a fixed header row.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>

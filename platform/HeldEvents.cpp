@@ -9,6 +9,7 @@
 #include <QWidget>
 #include <QWindow>
 #include <deque>
+#include <functional>
 #include <utility>
 
 #include "platform/Application.h"

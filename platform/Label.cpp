@@ -1,6 +1,9 @@
 #include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
+#include <functional>
+#include <string>
+#include <utility>
 
 #include "platform/Accessible.h"
 #include "platform/DarkGround.h"

@@ -1,6 +1,10 @@
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QMouseEvent>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/ToolkitColor.h"
 #include "platform/WidgetParts.h"

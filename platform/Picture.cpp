@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QImageReader>
 #include <stdexcept>
+#include <utility>
 
 namespace platform {
 namespace {

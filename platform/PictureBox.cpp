@@ -9,6 +9,8 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <utility>
 
 #include "platform/Accessible.h"
 #include "platform/Application.h"

@@ -1,12 +1,14 @@
 // A canvas: a control with a picture that persists.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "platform/Control.h"
+#include "platform/numbers.h"
 #include "platform/pixels.h"
 
 namespace platform {

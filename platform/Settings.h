@@ -1,7 +1,6 @@
 // The per-user settings store, for reading only.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 

@@ -3,7 +3,9 @@
 #include <sndfile.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 #include <vector>
 

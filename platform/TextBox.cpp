@@ -3,7 +3,10 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
+#include <functional>
 #include <limits>
+#include <string>
+#include <utility>
 
 #include "platform/ToolkitColor.h"
 #include "platform/WidgetParts.h"

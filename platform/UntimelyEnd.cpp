@@ -7,9 +7,9 @@
 #include <QSocketNotifier>
 #include <array>
 #include <atomic>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <memory>
 #include <utility>

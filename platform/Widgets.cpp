@@ -7,9 +7,11 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
 
 #include "platform/Accessible.h"
-#include "platform/Application.h"
 #include "platform/Picture.h"
 #include "platform/ToolkitColor.h"
 #include "platform/WidgetParts.h"

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Control.h"
+#include "platform/numbers.h"
 
 namespace platform {
 

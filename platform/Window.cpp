@@ -7,7 +7,6 @@
 #include <QScreen>
 #include <QStyle>
 #include <QWindow>
-#include <utility>
 
 #include "platform/Accessible.h"
 #include "platform/Application.h"

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 #include <exception>
+#include <functional>
 
 #include "platform/Dialogs.h"
 #include "platform/version.h"

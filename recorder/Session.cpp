@@ -2,6 +2,7 @@
 
 #include <condition_variable>
 #include <mutex>
+#include <span>
 #include <utility>
 
 #include "platform/AudioDevice.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,6 +12,7 @@
 #include "platform/Capture.h"
 #include "recorder/level.h"
 #include "recorder/take.h"
+#include "recorder/wave_header.h"
 
 namespace recorder {
 

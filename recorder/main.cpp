@@ -7,7 +7,9 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
+#include "platform/Capture.h"
 #include "platform/Lifetime.h"
 #include "platform/QuietLook.h"
 #include "platform/Translation.h"

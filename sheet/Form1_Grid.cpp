@@ -1,9 +1,13 @@
 // The sheet's grid: built from the project's length and rate, filled in by the user.
+#include <cstdint>
 #include <new>
+#include <string>
 
 #include "app/Form1.h"
 #include "platform/Application.h"
+#include "platform/Dialogs.h"
 #include "platform/LongWork.h"
+#include "platform/numbers.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
 #include "timeline/layout.h"

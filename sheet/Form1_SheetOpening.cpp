@@ -1,10 +1,14 @@
 // Opening a sheet from its file.
 #include <algorithm>
-#include <filesystem>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "app/Form1.h"
 #include "platform/Application.h"
+#include "platform/Dialogs.h"
 #include "platform/LongWork.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"

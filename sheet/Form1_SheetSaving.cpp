@@ -1,11 +1,17 @@
 // Saving the sheet to its file, and to a file of its own before an end that nobody asked for.
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <filesystem>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "app/Form1.h"
 #include "platform/Application.h"
+#include "platform/Dialogs.h"
 #include "platform/LongWork.h"
+#include "platform/numbers.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/rescued_file.h"

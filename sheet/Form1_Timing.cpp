@@ -1,8 +1,12 @@
 // The main window's title and the commands that change the frame rate.
+#include <string>
+
 #include "app/Form1.h"
 #include "app/Program.h"
 #include "host/HostSession.h"
 #include "platform/Application.h"
+#include "platform/Dialogs.h"
+#include "platform/numbers.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"

@@ -1,6 +1,7 @@
 #include "sheet/Form3.h"
 
 #include "app/Form1.h"
+#include "platform/numbers.h"
 
 using platform::PixelsFromTwips;
 using platform::Rgb;

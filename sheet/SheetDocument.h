@@ -1,6 +1,7 @@
 // The sheet beside the grid: its copy for the timeline, its rate, its length.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "platform/numbers.h"

@@ -4,9 +4,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdint>
 #include <optional>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace sheet {

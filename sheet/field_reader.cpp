@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <system_error>
+#include <utility>
 
 #include "platform/numbers.h"
 #include "platform/utf8.h"

@@ -10,8 +10,10 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "platform/utf8.h"

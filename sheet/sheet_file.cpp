@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "platform/numbers.h"
 #include "sheet/text_encoding.h"

@@ -1,6 +1,8 @@
 #include "sheet/whole_file.h"
 
 #include <filesystem>
+#include <system_error>
+#include <utility>
 
 #include "platform/byte_source.h"
 

@@ -1,5 +1,7 @@
 #include "timeline/Canvases.h"
 
+#include <cstdint>
+#include <string>
 #include <utility>
 
 #include "timeline/mappings.h"

@@ -1,4 +1,6 @@
 // The main window's layout, the canvases' zoom and their scrolling.
+#include <cstdint>
+
 #include "app/Form1.h"
 #include "platform/numbers.h"
 #include "timeline/layout.h"

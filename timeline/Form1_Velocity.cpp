@@ -1,8 +1,12 @@
 // The velocity tracks: drawing them by hand, hiding, undoing, clearing, and what their canvas shows.
+#include <cstdint>
+#include <utility>
+
 #include "app/Form1.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
 #include "timeline/Canvases.h"
+#include "timeline/velocity_drawing.h"
 #include "timeline/velocity_values.h"
 
 using timeline::Tracks;

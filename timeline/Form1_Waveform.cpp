@@ -1,11 +1,15 @@
 // The waveform, and with it the road to the host.
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
 #include "app/Form1.h"
 #include "audio/sample_store.h"
 #include "host/HostSession.h"
+#include "host/variant.h"
 #include "sheet/SheetDocument.h"
 #include "timeline/Canvases.h"
+#include "timeline/waveform.h"
 
 using host::HostSession;
 

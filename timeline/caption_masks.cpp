@@ -4,6 +4,7 @@
 #include <charconv>
 #include <utility>
 
+#include "platform/numbers.h"
 #include "platform/utf8.h"
 
 namespace timeline {

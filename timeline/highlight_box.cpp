@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/numbers.h"
+
 namespace timeline {
 namespace {
 

@@ -1,7 +1,6 @@
 // Where the main window's controls stand, in pixels, and what follows the window's size.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string_view>
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/numbers.h"
 #include "timeline/highlight_box.h"
 
 namespace timeline {

@@ -1,9 +1,11 @@
 #include "timeline/waveform.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <optional>
-#include <utility>
 
+#include "platform/numbers.h"
 #include "timeline/highlight_box.h"
 #include "timeline/mappings.h"
 

@@ -1,14 +1,20 @@
 #include "convert/draft/Draft.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
 #include <utility>
+#include <vector>
 
 #include "convert/draft/Synthesizer.h"
 #include "convert/draft/alignment.h"
 #include "convert/draft/frame_mouths.h"
 #include "convert/draft/phrases.h"
+#include "convert/draft/speech_sounds.h"
 #include "convert/draft/voice_features.h"
+#include "convert/message.h"
 
 namespace convert {
 namespace {

@@ -1,5 +1,6 @@
 #include "convert/draft/english_rules.h"
 
+#include <algorithm>
 #include <map>
 #include <sstream>
 

@@ -1,6 +1,7 @@
 #include "convert/draft/phrases.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "convert/lines.h"
 

@@ -1,7 +1,6 @@
 #include "convert/draft/speech_sounds.h"
 
 #include <algorithm>
-#include <cctype>
 #include <map>
 
 #include "convert/draft/english_rules.h"

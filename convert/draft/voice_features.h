@@ -1,7 +1,6 @@
 // What a sound shows of the speech in it, every hundredth of a second.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>

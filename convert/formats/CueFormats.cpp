@@ -1,11 +1,17 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QXmlStreamReader>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
+#include "convert/document.h"
 #include "convert/formats/JsonText.h"
 #include "convert/formats/ToolkitFormats.h"
 #include "convert/formats/cues.h"
 #include "convert/lines.h"
+#include "convert/message.h"
 
 namespace convert {
 namespace {

@@ -2,6 +2,7 @@
 
 #include <QJsonDocument>
 #include <algorithm>
+#include <string>
 
 namespace convert {
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QJsonObject>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 

@@ -2,10 +2,19 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
+#include "convert/document.h"
 #include "convert/formats/JsonText.h"
 #include "convert/formats/ToolkitFormats.h"
 #include "convert/lines.h"
+#include "convert/message.h"
+#include "convert/shape_table.h"
 #include "sheet/shape_names.h"
 #include "timeline/mouth_names.h"
 

@@ -1,9 +1,17 @@
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
+#include "convert/document.h"
 #include "convert/formats/formats.h"
 #include "convert/lines.h"
+#include "convert/message.h"
+#include "convert/shape_table.h"
 #include "timeline/velocity_values.h"
 
 namespace convert {

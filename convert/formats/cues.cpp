@@ -3,10 +3,15 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <string_view>
+#include <utility>
 
 #include "convert/formats/formats.h"
 #include "convert/lines.h"
+#include "convert/message.h"
+#include "convert/shape_table.h"
 
 namespace convert {
 namespace {

@@ -1,6 +1,13 @@
 // The tool's own format, by the reader and writer that the tool itself has.
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "convert/document.h"
 #include "convert/formats/formats.h"
-#include "convert/lines.h"
+#include "convert/shape_table.h"
+#include "sheet/sheet_file.h"
 #include "sheet/timing.h"
 
 namespace convert {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "convert/document.h"
+#include "convert/shape_table.h"
 
 namespace convert {
 

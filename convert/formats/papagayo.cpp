@@ -1,7 +1,16 @@
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
+#include "convert/document.h"
 #include "convert/formats/formats.h"
 #include "convert/lines.h"
+#include "convert/message.h"
+#include "convert/shape_table.h"
 #include "platform/numbers.h"
 
 namespace convert {

@@ -1,7 +1,14 @@
 #include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
 
+#include "convert/document.h"
 #include "convert/formats/formats.h"
 #include "convert/lines.h"
+#include "convert/message.h"
+#include "convert/shape_table.h"
 
 namespace convert {
 namespace {

@@ -5,7 +5,13 @@
 #include <QPdfWriter>
 #include <QSvgGenerator>
 #include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <utility>
+#include <vector>
 
+#include "convert/message.h"
 #include "convert/paper/SheetPainter.h"
 #include "platform/version.h"
 

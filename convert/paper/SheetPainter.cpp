@@ -4,9 +4,10 @@
 #include <QFontMetricsF>
 #include <QPainterPath>
 #include <algorithm>
-#include <array>
 #include <filesystem>
+#include <string_view>
 
+#include "convert/message.h"
 #include "platform/numbers.h"
 #include "timeline/mouth_names.h"
 #include "timeline/velocity_values.h"

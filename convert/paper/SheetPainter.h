@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QSizeF>
+#include <cstdint>
 #include <vector>
 
 #include "convert/document.h"

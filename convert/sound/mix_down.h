@@ -1,7 +1,6 @@
 // Samples of any depth as 16 bits, and the head of the wave file that holds them.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 

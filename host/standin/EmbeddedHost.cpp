@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 #include <QPointer>
+#include <span>
+#include <string_view>
 
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/StandInWindow.h"

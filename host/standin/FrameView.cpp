@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "host/standin/animation.h"
 #include "host/standin/frame_pixels.h"
 #include "platform/Accessible.h"
 #include "platform/Application.h"

@@ -5,6 +5,8 @@
 #include <QSettings>
 #include <QStandardPaths>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "platform/Settings.h"
 

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "host/standin/animation.h"
+#include "host/standin/frame_size.h"
 
 class QWidget;
 

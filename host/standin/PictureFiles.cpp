@@ -2,12 +2,15 @@
 
 #include <QCollator>
 #include <QDir>
-#include <QImage>
 #include <QImageReader>
 #include <QLocale>
 #include <QSaveFile>
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <new>
+#include <utility>
+#include <vector>
 
 #include "host/standin/frame_pixels.h"
 #include "platform/Memory.h"

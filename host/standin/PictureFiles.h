@@ -10,6 +10,7 @@
 #include <variant>
 
 #include "host/standin/animation.h"
+#include "host/standin/frame_size.h"
 
 namespace host {
 

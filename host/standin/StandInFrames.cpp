@@ -7,11 +7,15 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QUrl>
+#include <string>
+#include <utility>
+#include <variant>
 
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/NewAnimationDialog.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
+#include "host/standin/animation.h"
 #include "platform/Application.h"
 
 namespace host {

@@ -9,10 +9,14 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProcess>
+#include <functional>
+#include <utility>
+#include <vector>
 
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
+#include "host/standin/theme_presets.h"
 #include "platform/Application.h"
 #include "platform/version.h"
 

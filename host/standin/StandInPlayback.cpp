@@ -2,9 +2,11 @@
 #include <QAction>
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <utility>
 
-#include "host/standin/StandInWindow.h"
 #include "host/standin/StandInLook.h"
+#include "host/standin/StandInWindow.h"
 #include "platform/Application.h"
 #include "platform/numbers.h"
 

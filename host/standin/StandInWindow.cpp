@@ -12,10 +12,13 @@
 #include <QSlider>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
 
 #include "host/standin/FrameView.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/StandInLook.h"
+#include "host/standin/animation.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/QuietLook.h"

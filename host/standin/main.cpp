@@ -4,10 +4,13 @@
 #include <QCommandLineParser>
 #include <QStyleFactory>
 #include <cstdio>
+#include <memory>
+#include <optional>
 
 #include "host/standin/BusService.h"
 #include "host/standin/DemoAnimation.h"
 #include "host/standin/StandInWindow.h"
+#include "host/standin/stand_in.h"
 #include "platform/Accessible.h"
 #include "platform/Lifetime.h"
 #include "platform/Translation.h"

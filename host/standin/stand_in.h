@@ -1,11 +1,16 @@
 // The stand-in for a paint and animation host: what its members do, without its window.
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/standin/animation.h"
+#include "host/standin/frame_size.h"
 #include "host/variant.h"
 
 namespace host {

@@ -1,9 +1,15 @@
 // The stand-in's members by name: which routine each of them runs.
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
 
 #include "host/members.h"
+#include "host/standin/animation.h"
 #include "host/standin/stand_in.h"
+#include "host/variant.h"
 
 namespace host {
 namespace {

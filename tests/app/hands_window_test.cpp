@@ -11,7 +11,6 @@
 #include <filesystem>
 
 #include "app/Form1.h"
-#include "audio/sample_store.h"
 #include "painter/FramePainter.h"
 #include "platform/Clock.h"
 #include "sheet/SheetDocument.h"

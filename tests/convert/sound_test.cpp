@@ -10,7 +10,6 @@
 
 #include "audio/wave_reader.h"
 #include "convert/sound/SoundFile.h"
-#include "convert/sound/mix_down.h"
 
 namespace {
 

@@ -19,7 +19,6 @@
 #include "platform/UntimelyEnd.h"
 #include "platform/Widgets.h"
 #include "platform/Window.h"
-#include "support/UserInput.h"
 #include "support/desk.h"
 
 namespace platform {

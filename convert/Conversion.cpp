@@ -26,7 +26,9 @@
 namespace convert {
 
 std::string Translated(const Message& message) {
-  return Filled(QCoreApplication::translate("convert", message.text).toStdString(), message.arguments);
+  std::vector<std::string> arguments = message.arguments;
+  for (const Message& inner : message.inner) arguments.push_back(Translated(inner));
+  return Filled(QCoreApplication::translate("convert", message.text).toStdString(), arguments);
 }
 
 void Say(const std::string& text) { std::fprintf(stderr, "%s: %s\n", kProgram, text.c_str()); }

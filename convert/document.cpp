@@ -18,6 +18,8 @@ std::size_t Index(std::int64_t frame) { return static_cast<std::size_t>(frame); 
 /// Adds to a row's comment, which another entry may have begun. A comment is one line, whatever a table's
 /// cell holds.
 void AddComment(std::string& comment, std::string more) {
+  const auto one_end = [](char a, char b) { return a == '\r' && b == '\n'; };
+  more.erase(std::unique(more.begin(), more.end(), one_end), more.end());
   std::replace_if(
       more.begin(), more.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
   const std::string_view text = Trimmed(more);
@@ -49,15 +51,22 @@ void PlaceEntries(const std::vector<Entry>& entries, Document& document, Message
     AddComment(row[sheet::kCommentColumn], entry.comment);
   }
   if (crowded_out.count > 0) {
-    notes.push_back({QT_TRANSLATE_NOOP("convert",
-                                       "%1 mouths shorter than a frame are left out, the first "
-                                       "at frame %2"),
-                     {std::to_string(crowded_out.count), std::to_string(crowded_out.first_frame)}});
+    notes.push_back(
+        {crowded_out.count == 1
+             ? QT_TRANSLATE_NOOP("convert", "a mouth shorter than a frame is left out, at frame %2")
+             : QT_TRANSLATE_NOOP("convert",
+                                 "%1 mouths shorter than a frame are left out, the first "
+                                 "at frame %2"),
+         {std::to_string(crowded_out.count), std::to_string(crowded_out.first_frame)}});
   }
   if (behind_end.count > 0) {
-    notes.push_back({QT_TRANSLATE_NOOP("convert",
-                                       "%1 entries behind the sheet's end, which is at frame %2, "
-                                       "are left out"),
+    notes.push_back({behind_end.count == 1
+                         ? QT_TRANSLATE_NOOP("convert",
+                                             "an entry behind the sheet's end, which is at frame %2, "
+                                             "is left out")
+                         : QT_TRANSLATE_NOOP("convert",
+                                             "%1 entries behind the sheet's end, which is at frame %2, "
+                                             "are left out"),
                      {std::to_string(behind_end.count), std::to_string(frames)}});
   }
 }
@@ -110,8 +119,8 @@ bool TogglesAreDefault(const Document& document) {
 
 double Context::Rate() const { return platform::NumberAtStart(rate_text.value_or(kDefaultRate)); }
 
-Reading Refused(const char* text, std::vector<std::string> arguments) {
-  return {std::nullopt, {text, std::move(arguments)}, {}};
+Reading Refused(const char* text, std::vector<std::string> arguments, Messages inner) {
+  return {std::nullopt, {text, std::move(arguments), std::move(inner)}, {}};
 }
 
 double RateOf(const Document& document) { return platform::NumberAtStart(document.frame_rate_text); }
@@ -126,9 +135,14 @@ const std::string& CommentOf(const Document& document, std::int64_t frame) {
   return document.rows[Index(frame)][sheet::kCommentColumn];
 }
 
-Message UnknownMouth(const std::string& place, const std::string& name) {
-  return {QT_TRANSLATE_NOOP("convert", "%1: the table of names has no mouth %2; it goes into the comment"),
-          {place, Quoted(name)}};
+Message LineNumbered(std::int64_t line) {
+  return {QT_TRANSLATE_NOOP("convert", "line %1"), {std::to_string(line)}};
+}
+
+Message UnknownMouth(const Message& place, const std::string& name) {
+  return {QT_TRANSLATE_NOOP("convert", "%2: the table of names has no mouth %1; it goes into the comment"),
+          {Quoted(name)},
+          {place}};
 }
 
 Reading SheetOf(Entries found, const Context& context, Messages notes) {
@@ -246,9 +260,13 @@ std::vector<std::string> ForeignShapes(const Document& document, const ShapeTabl
   }
   if (unknown.count > 0) {
     notes.push_back(
-        {QT_TRANSLATE_NOOP("convert",
-                           "%1 mouths that the table of names doesn't know are left "
-                           "out, the first at frame %2: %3"),
+        {unknown.count == 1
+             ? QT_TRANSLATE_NOOP("convert",
+                                 "a mouth that the table of names doesn't know is left out, at "
+                                 "frame %2: %3")
+             : QT_TRANSLATE_NOOP("convert",
+                                 "%1 mouths that the table of names doesn't know are left "
+                                 "out, the first at frame %2: %3"),
          {std::to_string(unknown.count), std::to_string(unknown.first_frame), Quoted(first_unknown)}});
   }
   if (!changed.empty()) {

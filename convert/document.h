@@ -42,7 +42,7 @@ struct Reading {
   Message failure;
   Messages notes;
 };
-Reading Refused(const char* text, std::vector<std::string> arguments = {});
+Reading Refused(const char* text, std::vector<std::string> arguments = {}, Messages inner = {});
 
 /// A sheet as the bytes of a file, or why it can't be one. The notes tell what the file doesn't hold.
 struct Writing {
@@ -72,8 +72,11 @@ struct Entries {
 Reading SheetOf(Entries entries, const Context& context, Messages notes = {});
 
 /// A mouth that the table of names doesn't know: the row stays as before, the name goes into its comment.
+/// "line 7", to go into other messages.
+Message LineNumbered(std::int64_t line);
+
 /// place: "line 7".
-Message UnknownMouth(const std::string& place, const std::string& name);
+Message UnknownMouth(const Message& place, const std::string& name);
 
 /// Brings a whole sheet to the rate and the sound of the command line. Another rate moves every entry to the
 /// frame nearest its time.

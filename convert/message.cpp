@@ -24,6 +24,12 @@ std::string Filled(const std::string& text, const std::vector<std::string>& argu
   return filled;
 }
 
+std::string InEnglish(const Message& message) {
+  std::vector<std::string> arguments = message.arguments;
+  for (const Message& inner : message.inner) arguments.push_back(InEnglish(inner));
+  return Filled(message.text, arguments);
+}
+
 std::string Quoted(const std::string& text) {
   std::size_t end = text.size();
   if (end > kMostBytesQuoted) {

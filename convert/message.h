@@ -15,14 +15,16 @@ namespace convert {
 /// An English text, marked for the catalogue's context "convert", with %1, %2, ... where its arguments go.
 struct Message {
   const char* text = "";
-  std::vector<std::string> arguments;
+  std::vector<std::string> arguments = {};
+  /// Messages that go into this one, numbered on from the arguments: they are translated too.
+  std::vector<Message> inner = {};
 
   bool Empty() const { return *text == '\0'; }
 };
 
 /// The text with its arguments in place of %1 to %9. What stands in an argument is never replaced again.
 std::string Filled(const std::string& text, const std::vector<std::string>& arguments);
-inline std::string InEnglish(const Message& message) { return Filled(message.text, message.arguments); }
+std::string InEnglish(const Message& message);
 
 /// A piece of a file for a message: in quotes, short, without control characters, cut between characters.
 std::string Quoted(const std::string& text);

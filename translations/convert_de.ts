@@ -176,10 +176,6 @@ Der Rückgabewert ist 0, wenn alles gelang, 1, wenn eine Datei nicht gelesen ode
         <translation>eine Bildrate darf nicht negativ sein</translation>
     </message>
     <message>
-        <source>%1: the table of names has no mouth %2; it goes into the comment</source>
-        <translation>%1: die Tabelle der Namen hat keinen Mund %2; er kommt in den Kommentar</translation>
-    </message>
-    <message>
         <source>no frame rate is told; it is taken to be %1 (see --rate)</source>
         <translation>eine Bildrate ist nicht angegeben; angenommen wird %1 (siehe --rate)</translation>
     </message>
@@ -264,14 +260,6 @@ Der Rückgabewert ist 0, wenn alles gelang, 1, wenn eine Datei nicht gelesen ode
         <translation>Zeile %1: %2</translation>
     </message>
     <message>
-        <source>%1: a start of %2 seconds can&apos;t be used</source>
-        <translation>%1: ein Anfang bei %2 Sekunden ist nicht brauchbar</translation>
-    </message>
-    <message>
-        <source>%1: expected seconds, a tab and a letter, found %2</source>
-        <translation>%1: erwartet werden Sekunden, ein Tabulator und ein Buchstabe, da steht %2</translation>
-    </message>
-    <message>
         <source>the file has no cues</source>
         <translation>die Datei hat keine Marken</translation>
     </message>
@@ -290,10 +278,6 @@ Der Rückgabewert ist 0, wenn alles gelang, 1, wenn eine Datei nicht gelesen ode
     <message>
         <source>of %1 voices only the first, %2, is taken</source>
         <translation>von %1 Stimmen wird nur die erste, %2, genommen</translation>
-    </message>
-    <message>
-        <source>line %1: expected %2, found %3</source>
-        <translation>Zeile %1: erwartet wird %2, da steht %3</translation>
     </message>
     <message>
         <source>line %1: expected %2, but the file ends</source>
@@ -442,6 +426,86 @@ Der Rückgabewert ist 0, wenn alles gelang, 1, wenn eine Datei nicht gelesen ode
     <message>
         <source>the sound is made quieter by %1 dB, so that its peaks are kept whole</source>
         <translation>der Ton wird um %1 dB leiser gemacht, damit seine Spitzen ganz bleiben</translation>
+    </message>
+    <message>
+        <source>a mouth shorter than a frame is left out, at frame %2</source>
+        <translation>ein Mund, der kürzer als ein Bild ist, fehlt, bei Bild %2</translation>
+    </message>
+    <message>
+        <source>an entry behind the sheet&apos;s end, which is at frame %2, is left out</source>
+        <translation>ein Eintrag hinter dem Ende des Sheets bei Bild %2 fehlt</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>Zeile %1</translation>
+    </message>
+    <message>
+        <source>%2: the table of names has no mouth %1; it goes into the comment</source>
+        <translation>%2: die Tabelle der Namen hat keinen Mund %1; er kommt in den Kommentar</translation>
+    </message>
+    <message>
+        <source>a mouth that the table of names doesn&apos;t know is left out, at frame %2: %3</source>
+        <translation>ein Mund, den die Tabelle der Namen nicht kennt, fehlt, bei Bild %2: %3</translation>
+    </message>
+    <message>
+        <source>the table has no rows</source>
+        <translation>die Tabelle hat keine Zeilen</translation>
+    </message>
+    <message>
+        <source>cue %1</source>
+        <translation>Marke %1</translation>
+    </message>
+    <message>
+        <source>%2: a start of %1 seconds can&apos;t be used</source>
+        <translation>%2: ein Anfang bei %1 Sekunden ist nicht brauchbar</translation>
+    </message>
+    <message>
+        <source>line %1: expected seconds, a tab and a letter, found %2</source>
+        <translation>Zeile %1: erwartet werden Sekunden, ein Tabulator und ein Buchstabe, da steht %2</translation>
+    </message>
+    <message>
+        <source>a frame rate above 0</source>
+        <translation>eine Bildrate über 0</translation>
+    </message>
+    <message>
+        <source>the number of frames</source>
+        <translation>die Zahl der Bilder</translation>
+    </message>
+    <message>
+        <source>the number of voices</source>
+        <translation>die Zahl der Stimmen</translation>
+    </message>
+    <message>
+        <source>line %1: expected %3, found %2</source>
+        <translation>Zeile %1: erwartet wird %3, da steht %2</translation>
+    </message>
+    <message>
+        <source>the number of phrases</source>
+        <translation>die Zahl der Sätze</translation>
+    </message>
+    <message>
+        <source>the phrase&apos;s first frame</source>
+        <translation>das erste Bild des Satzes</translation>
+    </message>
+    <message>
+        <source>the phrase&apos;s last frame</source>
+        <translation>das letzte Bild des Satzes</translation>
+    </message>
+    <message>
+        <source>the number of words</source>
+        <translation>die Zahl der Wörter</translation>
+    </message>
+    <message>
+        <source>a word, its first and last frame and its number of mouths</source>
+        <translation>ein Wort, sein erstes und letztes Bild und die Zahl seiner Münder</translation>
+    </message>
+    <message>
+        <source>a frame and a mouth</source>
+        <translation>ein Bild und ein Mund</translation>
+    </message>
+    <message>
+        <source>column %1, frame %2</source>
+        <translation>Spalte %1, Bild %2</translation>
     </message>
 </context>
 </TS>

@@ -16,7 +16,9 @@
 namespace convert {
 namespace {
 
-std::string Latest(const std::vector<Cue>& cues) { return "cue " + std::to_string(cues.size() + 1); }
+Message Latest(const std::vector<Cue>& cues) {
+  return {QT_TRANSLATE_NOOP("convert", "cue %1"), {std::to_string(cues.size() + 1)}};
+}
 
 }  // namespace
 
@@ -34,7 +36,7 @@ Reading ReadCueJson(std::string_view bytes, const Context& context) {
       return Refused(QT_TRANSLATE_NOOP("convert",
                                        "%1: expected an object with the number \"start\" and the "
                                        "text \"value\""),
-                     {Latest(cues)});
+                     {}, {Latest(cues)});
     }
     cues.push_back({start.toDouble(), letter.toString().toStdString(), Latest(cues)});
     if (const auto fault = FaultOf(cues.back(), context)) return {std::nullopt, *fault, {}};
@@ -61,10 +63,10 @@ Reading ReadCueXml(std::string_view bytes, const Context& context) {
       duration =
           WholeNumber(xml.readElementText(QXmlStreamReader::SkipChildElements).trimmed().toStdString());
     } else if (xml.name() == u"mouthCue") {
-      const std::string place = "line " + std::to_string(xml.lineNumber());
+      const Message place = LineNumbered(xml.lineNumber());
       const auto start = WholeNumber(xml.attributes().value("start").toString().toStdString());
       if (!start)
-        return Refused(QT_TRANSLATE_NOOP("convert", "%1: the cue has no start in seconds"), {place});
+        return Refused(QT_TRANSLATE_NOOP("convert", "%1: the cue has no start in seconds"), {}, {place});
       end = WholeNumber(xml.attributes().value("end").toString().toStdString());
       const QString letter = xml.readElementText(QXmlStreamReader::SkipChildElements).trimmed();
       cues.push_back({*start, letter.toStdString(), place});

@@ -54,8 +54,9 @@ std::optional<std::string> ShapeOfCell(const std::string& value, const ShapeTabl
   return std::nullopt;
 }
 
-std::string PlaceOf(const Column& column, const Cell& cell) {
-  return "column " + column.name.toStdString() + ", frame " + std::to_string(cell.frame);
+Message PlaceOf(const Column& column, const Cell& cell) {
+  return {QT_TRANSLATE_NOOP("convert", "column %1, frame %2"),
+          {Quoted(column.name.toStdString()), std::to_string(cell.frame)}};
 }
 
 /// Reads one time table. After the first fault nothing more is taken.

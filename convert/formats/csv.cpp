@@ -161,6 +161,8 @@ Reading ReadCsv(std::string_view text, const Context& context) {
     const bool empty =
         std::all_of(row->begin(), row->end(), [](const auto& c) { return Trimmed(c).empty(); });
     if (empty) continue;
+    // For some spreadsheets a line before the table tells the separator.
+    if (first_row && row->front() == "sep=") continue;
     if (std::exchange(first_row, false)) {
       if (const auto headed = PlacesByHeadings(*row)) {
         places = *headed;
@@ -177,7 +179,7 @@ Reading ReadCsv(std::string_view text, const Context& context) {
     }
     Entry entry{*frame, std::string(Cell(*row, places, kShape)), std::string(Cell(*row, places, kComment))};
     if (!entry.shape.empty() && !IsShape(entry.shape)) {
-      notes.push_back(UnknownMouth("line " + std::to_string(table.Line()), entry.shape));
+      notes.push_back(UnknownMouth(LineNumbered(table.Line()), entry.shape));
       entry.comment += (entry.comment.empty() ? "" : " ") + entry.shape;
       entry.shape.clear();
     }
@@ -198,6 +200,7 @@ Reading ReadCsv(std::string_view text, const Context& context) {
     }
     if (has_values) tracks.emplace_back(*frame, values);
   }
+  if (first_row) return Refused(QT_TRANSLATE_NOOP("convert", "the table has no rows"));
   Reading reading = SheetOf(std::move(found), context, std::move(notes));
   if (!reading.sheet) return reading;
   auto& values = reading.sheet->track_values;

@@ -50,8 +50,9 @@ bool EndsSound(const Cue& cue) { return cue.letter == kRestLetter || cue.letter 
 std::optional<Message> FaultOf(const Cue& cue, const Context& context) {
   const double last = cue.start_seconds * context.Rate();
   if (cue.start_seconds >= 0 && last <= static_cast<double>(kMostFrames)) return std::nullopt;
-  return Message{QT_TRANSLATE_NOOP("convert", "%1: a start of %2 seconds can't be used"),
-                 {cue.place, ShortNumber(cue.start_seconds)}};
+  return Message{QT_TRANSLATE_NOOP("convert", "%2: a start of %1 seconds can't be used"),
+                 {ShortNumber(cue.start_seconds)},
+                 {cue.place}};
 }
 
 Reading SheetOfCues(const std::vector<Cue>& cues, std::optional<double> duration_seconds,
@@ -75,15 +76,14 @@ Reading ReadCueTable(std::string_view text, const Context& context) {
   Lines lines(text);
   while (const auto line = lines.Next()) {
     if (Trimmed(*line).empty()) continue;
-    const std::string place = "line " + std::to_string(lines.Number());
     const std::size_t tab = line->find('\t');
     const auto start = WholeNumber(Trimmed(line->substr(0, tab)));
     const std::string letter(tab == std::string_view::npos ? "" : Trimmed(line->substr(tab)));
     if (!start || letter.empty() || letter.find('\t') != std::string::npos) {
-      return Refused(QT_TRANSLATE_NOOP("convert", "%1: expected seconds, a tab and a letter, found %2"),
-                     {place, Quoted(std::string(*line))});
+      return Refused(QT_TRANSLATE_NOOP("convert", "line %1: expected seconds, a tab and a letter, found %2"),
+                     {std::to_string(lines.Number()), Quoted(std::string(*line))});
     }
-    cues.push_back({*start, letter, place});
+    cues.push_back({*start, letter, LineNumbered(lines.Number())});
     if (const auto fault = FaultOf(cues.back(), context)) return {std::nullopt, *fault, {}};
   }
   if (cues.empty()) return Refused(QT_TRANSLATE_NOOP("convert", "the file has no cues"));

@@ -13,7 +13,7 @@ struct Cue {
   double start_seconds = 0;
   std::string letter;
   /// Where it stands in the file, for messages: "line 7", "cue 7".
-  std::string place;
+  Message place;
 };
 
 /// No message, or why this start can't be used: below 0, or behind what a sheet can hold.

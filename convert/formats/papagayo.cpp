@@ -16,7 +16,7 @@
 namespace convert {
 namespace {
 
-constexpr std::string_view kFirstLine = "lipsync version 1";
+constexpr const char* kFirstLine = "lipsync version 1";
 /// A word for mouths that stand before the first comment.
 constexpr const char* kNoWord = "-";
 constexpr std::int64_t kMostItems = kMostFrames;
@@ -43,13 +43,13 @@ class Reader {
   Reader(std::string_view text, const Context& context) : lines_(text), context_(context) {}
 
   Reading Read() {
-    if (Text() != kFirstLine) Expect(std::string(kFirstLine));
+    if (Text() != kFirstLine) Expect(kFirstLine);
     found_.sound_name = Text();
     found_.rate_text = Text();
     const auto rate = WholeNumber(found_.rate_text);
-    if (!rate || *rate <= 0) Expect("a frame rate above 0");
-    found_.frames = Count("the number of frames");
-    const std::int64_t voices = Count("the number of voices");
+    if (!rate || *rate <= 0) Expect(QT_TRANSLATE_NOOP("convert", "a frame rate above 0"));
+    found_.frames = Count(QT_TRANSLATE_NOOP("convert", "the number of frames"));
+    const std::int64_t voices = Count(QT_TRANSLATE_NOOP("convert", "the number of voices"));
     if (voices > 0) ReadVoice();
     if (voices > 1) {
       notes_.push_back({QT_TRANSLATE_NOOP("convert", "of %1 voices only the first, %2, is taken"),
@@ -69,12 +69,14 @@ class Reader {
     return line_ ? std::string(Trimmed(*line_)) : std::string();
   }
 
-  void Expect(const std::string& what) {
+  void Expect(const char* what) {
     if (Failed()) return;
-    failure_ = line_ ? Message{QT_TRANSLATE_NOOP("convert", "line %1: expected %2, found %3"),
-                               {std::to_string(lines_.Number()), what, Quoted(std::string(*line_))}}
+    failure_ = line_ ? Message{QT_TRANSLATE_NOOP("convert", "line %1: expected %3, found %2"),
+                               {std::to_string(lines_.Number()), Quoted(std::string(*line_))},
+                               {{what}}}
                      : Message{QT_TRANSLATE_NOOP("convert", "line %1: expected %2, but the file ends"),
-                               {std::to_string(lines_.Number() + 1), what}};
+                               {std::to_string(lines_.Number() + 1)},
+                               {{what}}};
   }
 
   std::int64_t Count(const char* what) {
@@ -87,15 +89,15 @@ class Reader {
   void ReadVoice() {
     voice_ = Text();
     Text();  // the words as one text; the words themselves follow
-    const std::int64_t phrases = Count("the number of phrases");
+    const std::int64_t phrases = Count(QT_TRANSLATE_NOOP("convert", "the number of phrases"));
     for (std::int64_t i = 0; i < phrases && !Failed(); ++i) ReadPhrase();
   }
 
   void ReadPhrase() {
     Text();
-    Count("the phrase's first frame");
-    Count("the phrase's last frame");
-    const std::int64_t words = Count("the number of words");
+    Count(QT_TRANSLATE_NOOP("convert", "the phrase's first frame"));
+    Count(QT_TRANSLATE_NOOP("convert", "the phrase's last frame"));
+    const std::int64_t words = Count(QT_TRANSLATE_NOOP("convert", "the number of words"));
     for (std::int64_t i = 0; i < words && !Failed(); ++i) ReadWord();
   }
 
@@ -107,7 +109,8 @@ class Reader {
     };
     const auto start = number(3), end = number(2), count = number(1);
     if (!start || !end || !count || *start < 0 || *start > kMostFrames || *end > kMostFrames || *count < 0) {
-      return Expect("a word, its first and last frame and its number of mouths");
+      return Expect(
+          QT_TRANSLATE_NOOP("convert", "a word, its first and last frame and its number of mouths"));
     }
     std::string text;
     for (std::size_t i = 0; i + 3 < parts.size(); ++i) text += (i ? " " : "") + std::string(parts[i]);
@@ -121,10 +124,11 @@ class Reader {
     const std::string line = Text();
     const auto parts = Split(line);
     const auto frame = parts.size() == 2 ? WholeInteger(parts[0]) : std::nullopt;
-    if (!frame || *frame < 0 || *frame > kMostFrames) return Expect("a frame and a mouth");
+    if (!frame || *frame < 0 || *frame > kMostFrames)
+      return Expect(QT_TRANSLATE_NOOP("convert", "a frame and a mouth"));
     const std::string name(parts[1]);
     const auto shape = context_.names->Shape(name, Naming::kSwitchData);
-    if (!shape) notes_.push_back(UnknownMouth("line " + std::to_string(lines_.Number()), name));
+    if (!shape) notes_.push_back(UnknownMouth(LineNumbered(lines_.Number()), name));
     found_.entries.push_back({*frame, shape.value_or(""), shape ? "" : "(" + name + ")"});
   }
 

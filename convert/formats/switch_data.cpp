@@ -44,7 +44,7 @@ Reading ReadSwitchData(std::string_view text, const Context& context) {
                 context.names->Shape(name, Naming::kSwitchData).value_or(""),
                 {}};
     if (entry.shape.empty()) {
-      notes.push_back(UnknownMouth("line " + std::to_string(lines.Number()), name));
+      notes.push_back(UnknownMouth(LineNumbered(lines.Number()), name));
       entry.comment = name;
     }
     found.entries.push_back(std::move(entry));

@@ -110,7 +110,7 @@ TEST(Formats, SaysWhatAFormatCantCarry) {
   for (const auto& note : convert::WriteSwitchData(sheet, ShapeTable::Default()).notes)
     said += InEnglish(note) + "\n";
   EXPECT_EQ(said,
-            "1 mouths that the table of names doesn't know are left out, the first at frame 1: \"smile\"\n"
+            "a mouth that the table of names doesn't know is left out, at frame 1: \"smile\"\n"
             "the comments are left out: the format has none\n"
             "the velocity tracks are left out: the format has none\n"
             "the lock and the tracks' visibility are left out: the format has none\n"
@@ -163,7 +163,7 @@ constexpr Foreign kForeign[] = {
      "]}]}]}],\"version\":5}",
      "1:B 1\"hello\" 4:Th 6:Closed 8:A /10"},
     {"a table with semicolons, quotes, other columns and decimals", convert::ReadCsv,
-     "Take;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\nc\";0;A ;\"32,0\"\r\n2;;3;M;0\r\n;;;;\r\n",
+     "sep=;\r\nTake;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\r\nc\";0;A ;\"32,0\"\r\n2;;3;M;0\r\n;;;;\r\n",
      "0:A 0\"a;\"b\" c\" 3:M /4"},
     {"a table without headings", convert::ReadCsv, "0,A,\"x, y\"\n1,,\n2,grin,\n",
      "0:A 0\"x, y\" 2\"grin\" /3"},
@@ -222,6 +222,7 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
       {convert::ReadCsv, "Frame,Comment,Red\n0,\"a\nb\",32\n1,,256\n", "line 4, column Red: expected"},
       {convert::ReadCsv, "9999999,A\n", "line 1, column Frame"},
       {convert::ReadCsv, "0,A\n1,\"B\n2,C\n", "line 2: a quotation mark opens a cell"},
+      {convert::ReadCsv, "\n,,\n", "the table has no rows"},
       {sheet, "ExposureSheet02\r\n24\r\n", "Line 3: expected the wave file's name"},
   };
   for (const Fault& fault : faults) {

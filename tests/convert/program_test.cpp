@@ -78,6 +78,9 @@ TEST_F(ConvertProgram, SpeaksTheUsersLanguage) {
     ASSERT_EQ(Run(std::string("LC_ALL=C.UTF-8 LANGUAGE=") + languages + " $C a.exp"), 2);
     EXPECT_THAT(err_, HasSubstr(said)) << languages;
   }
+  ASSERT_EQ(Run("printf 'lipsync version 1\nv\n0\n' | LANGUAGE=de $C --from pgo --to csv - -"), 1);
+  EXPECT_THAT(err_, HasSubstr("Zeile 3: erwartet wird eine Bildrate über 0, da steht \"0\""))
+      << "messages within messages too";
 }
 
 TEST_F(ConvertProgram, TellsAWrongCommandLine) {

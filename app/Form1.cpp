@@ -2,6 +2,7 @@
 
 #include "timeline/Canvases.h"
 #include "timeline/layout.h"
+#include "timeline/velocity_values.h"
 
 using platform::Rgb;
 
@@ -125,6 +126,7 @@ void Form1::DressButtons() {
       button->SetBackColor(track.color);
     }
   }
+  ChooseChannel(timeline::Tracks().ActiveChannel);
 }
 
 void Form1::BindSheet() {

@@ -200,6 +200,8 @@ class Form1 : public platform::Window {
   void CloseCommentEditor();
   /// The current row takes the shape, or none; not on the header row.
   void PutShape(const std::string& shape);
+  /// Who can't see the cell hears what it holds now.
+  void TellShape();
   void TypeShape(char letter);
   /// While tracks are being drawn: the active one a little up (-1) or down (1) at the current frame. A held
   /// key is one stroke.

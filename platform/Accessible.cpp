@@ -13,11 +13,13 @@ constexpr const char* kRoleProperty = "accessible_role";
 
 constexpr const char* kItemProperty = "accessible_item";
 constexpr const char* kLastItemProperty = "accessible_last_item";
+constexpr const char* kNoticeProperty = "accessible_notice";
 
 /// A text in a widget. Another text is another item: who listens hears of it then.
 class Item : public QAccessibleInterface {
  public:
-  Item(QWidget* widget, QString text) : widget_(widget), text_(std::move(text)) {}
+  Item(QWidget* widget, QString text, QAccessible::Role role = QAccessible::ListItem)
+      : widget_(widget), text_(std::move(text)), role_(role) {}
   bool isValid() const override { return !widget_.isNull(); }
   QObject* object() const override { return nullptr; }
   QAccessibleInterface* parent() const override {
@@ -32,11 +34,12 @@ class Item : public QAccessibleInterface {
   }
   void setText(QAccessible::Text, const QString&) override {}
   QRect rect() const override { return widget_ ? parent()->rect() : QRect(); }
-  QAccessible::Role role() const override { return QAccessible::ListItem; }
+  QAccessible::Role role() const override { return role_; }
   QAccessible::State state() const override {
     QAccessible::State state;
-    state.focusable = state.selectable = state.selected = true;
-    state.focused = widget_ && widget_->hasFocus();
+    const bool takes_focus = role_ == QAccessible::ListItem;
+    state.focusable = state.selectable = state.selected = takes_focus;
+    state.focused = takes_focus && widget_ && widget_->hasFocus();
     state.invisible = !widget_ || !widget_->isVisible();
     return state;
   }
@@ -44,6 +47,7 @@ class Item : public QAccessibleInterface {
  private:
   QPointer<QWidget> widget_;
   QString text_;
+  QAccessible::Role role_;
 };
 
 /// The toolkit knows items by numbers, which the widget keeps.
@@ -97,6 +101,16 @@ void TellAccessibleItem(QWidget* widget) {
   QAccessibleInterface* item = ItemOf(*widget);
   if (item == nullptr) return;
   QAccessibleEvent event(item, QAccessible::Focus);
+  QAccessible::updateAccessibility(&event);
+}
+
+void Announce(QWidget* widget, const QString& text) {
+  if (QAccessibleInterface* before = ItemOf(*widget, kNoticeProperty))
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(before));
+  // In the window: the widget may be one that knows of no children but its own cells.
+  auto* notice = new Item(widget->window(), text, QAccessible::Notification);
+  widget->setProperty(kNoticeProperty, QVariant::fromValue(QAccessible::registerAccessibleInterface(notice)));
+  QAccessibleEvent event(notice, QAccessible::ObjectShow);
   QAccessible::updateAccessibility(&event);
 }
 

@@ -16,6 +16,10 @@ void SetAccessibleItem(QWidget* widget, const QString& text);
 /// The widget has got the keyboard, and the item is what is spoken.
 void TellAccessibleItem(QWidget* widget);
 
+/// Has a screen reader say what has changed where the keyboard stays: it takes a new name, text or
+/// description of what it has told already for no news.
+void Announce(QWidget* widget, const QString& text);
+
 /// Makes the roles above known to the toolkit; once, before the first window.
 void InstallAccessibleRoles();
 

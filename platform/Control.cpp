@@ -1,4 +1,5 @@
 #include "platform/Control.h"
+#include "platform/Accessible.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -56,6 +57,8 @@ void Control::SetToolTip(const std::string& text, const std::string& key) {
 void Control::SetAccessibleName(const std::string& text) {
   widget_->setAccessibleName(QString::fromStdString(text));
 }
+
+void Control::Announce(const std::string& text) { platform::Announce(widget_, QString::fromStdString(text)); }
 
 void Control::SetAccessibleDescription(const std::string& text) {
   widget_->setAccessibleDescription(QString::fromStdString(text));

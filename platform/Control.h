@@ -75,6 +75,8 @@ class Control {
   void SetAccessibleName(const std::string& text);
   /// More than the name says, and what changes.
   void SetAccessibleDescription(const std::string& text);
+  /// Has a screen reader say what has changed here, while the keyboard stays where it is.
+  void Announce(const std::string& text);
 
   /// A control that lacks a colour throws ControlError.
   virtual Color BackColor() const;

@@ -11,6 +11,7 @@
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
 #include "timeline/layout.h"
+#include "timeline/mouth_names.h"
 
 void Form1::SetupGrid() {
   const double rate = sheet::FrameRate(), seconds = sheet::CalcTime().value_or(0);
@@ -82,7 +83,10 @@ void Form1::Grid1_LeaveCell() {
 }
 
 void Form1::Grid1_KeyUp(int key_code, int /*shift*/) {
-  if (key_code == platform::Grid::kDeleteKey && Grid1.Col() == sheet::kShapeColumn) Grid1.SetText("");
+  if (key_code == platform::Grid::kDeleteKey && Grid1.Col() == sheet::kShapeColumn) {
+    Grid1.SetText("");
+    TellShape();
+  }
   RecordCell();
 }
 
@@ -106,6 +110,14 @@ void Form1::PutShape(const std::string& shape) {
   Grid1.SetText(shape);
   RecordCell();
   PaintMouth();
+  TellShape();
+}
+
+void Form1::TellShape() {
+  const auto mouth = timeline::MouthNumber(Grid1.Text());
+  std::string shape = Grid1.Text();
+  if (shape.ends_with(' ')) shape.pop_back();
+  Grid1.Announce(mouth ? shape + ": " + std::string(timeline::MouthInWords(*mouth)) : "None");
 }
 
 void Form1::Grid1_Click() {

@@ -59,6 +59,10 @@ void Form1::ChooseChannel(int channel) {
   const char* const names[timeline::kChannels] = {"(Yellow)", "(Red)", "(Green)", "(Blue)"};
   Tracks().ActiveChannel = channel;
   Label3.SetCaption(names[channel]);
+  look::vl_button* const choosers[timeline::kChannels] = {&vl_button6, &vl_button7, &vl_button8, &vl_button9};
+  for (int i = 0; i < timeline::kChannels; ++i)
+    choosers[i]->SetAccessibleDescription(i == channel ? "chosen" : "");
+  choosers[channel]->Announce(std::string("Velocity track ") + names[channel]);
 }
 
 void Form1::vl_button11_Click() {

@@ -91,6 +91,10 @@ TEST(Spoken, WhereTheSheetStandsAndWhatTheMouthDoes) {
   const auto told = [](const platform::Control& control, QAccessible::Text what) {
     return Spoken(control.Widget())->text(what).toStdString();
   };
+  const auto announced = [](const platform::Control& control) {
+    const auto notice = control.Widget()->property("accessible_notice").value<QAccessible::Id>();
+    return QAccessible::accessibleInterface(notice)->text(QAccessible::Name).toStdString();
+  };
   EXPECT_EQ(told(form.Picture1, QAccessible::Name), "Mouth: lips pressed together");
   EXPECT_EQ(told(form.Picture2, QAccessible::Description), "Frame 4 of 12");
   EXPECT_EQ(told(form.Picture4, QAccessible::Description), "Frame 4 of 12");
@@ -98,6 +102,12 @@ TEST(Spoken, WhereTheSheetStandsAndWhatTheMouthDoes) {
   EXPECT_EQ(table->rowCount(), 12);
   EXPECT_EQ(table->cellAt(4, 1)->text(QAccessible::Name), "M ");
   EXPECT_EQ(table->rowDescription(4), "Frame 4");
+  form.List1.SetListIndex(14);  // "O "
+  form.List1_Click();
+  EXPECT_EQ(announced(form.Grid1), "O: round, open");
+  form.ChooseChannel(2);
+  EXPECT_EQ(announced(form.vl_button8), "Velocity track (Green)");
+  EXPECT_EQ(told(form.vl_button8, QAccessible::Description), "chosen");
 }
 
 TEST(Dialogs, EscapeClosesThemAndNoOtherWindow) {

@@ -22,8 +22,10 @@ QPalette PaletteOn(bool dark_ground) {
   if (!dark_ground) return QApplication::palette();
   QPalette palette(QColor(52, 56, 63), QColor(40, 43, 49));
   palette.setColor(QPalette::Base, QColor(43, 47, 53));
-  for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
+  for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text}) {
     palette.setColor(role, QColor(222, 225, 230));
+    palette.setColor(QPalette::Disabled, role, QColor(126, 131, 140));
+  }
   palette.setColor(QPalette::Highlight, QColor(92, 110, 138));
   palette.setColor(QPalette::HighlightedText, Qt::white);
   return palette;

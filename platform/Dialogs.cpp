@@ -152,7 +152,7 @@ void GiveColumnsRoom(QFileDialog& dialog) {
   const int letter = dialog.fontMetrics().averageCharWidth();
   const int places_width = 22 * letter;
   int width = 0;
-  for (const auto& [column, letters] : {std::pair(0, 40), {1, 14}, {2, 18}, {3, 27}}) {
+  for (const auto& [column, letters] : {std::pair(0, 40), {1, 14}, {2, 22}, {3, 27}}) {
     files->header()->resizeSection(column, letters * letter);
     width += letters * letter;
   }

@@ -17,6 +17,8 @@ namespace {
 
 constexpr double kSmallLetters = 0.92;
 const QColor kPlate(166, 171, 180);
+/// As far as a plate goes beyond its text; controls may stand close by.
+constexpr double kPlateEnds = 2.5;
 
 QFont WithSmallLetters(QFont font) {
   font.setPointSizeF(font.pointSizeF() * kSmallLetters);
@@ -96,7 +98,7 @@ void PaintLabelPlates(const Window& window, QPainter& painter) {
   for (const Control* control : window.Controls()) {
     if (control->Kind() != ControlKind::Label || !control->Visible()) continue;
     const QRectF text = As<LabelWidget>(*control)->TextBox();
-    if (!text.isEmpty()) painter.drawRoundedRect(text.adjusted(-4, 0, 4, 0), 3, 3);
+    if (!text.isEmpty()) painter.drawRoundedRect(text.adjusted(-kPlateEnds, 0, kPlateEnds, 0), 3, 3);
   }
 }
 

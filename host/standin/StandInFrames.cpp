@@ -2,7 +2,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QDropEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QMimeData>
@@ -17,10 +16,25 @@
 #include "host/standin/StandInWindow.h"
 #include "host/standin/animation.h"
 #include "platform/Application.h"
+#include "platform/Dialogs.h"
 
 namespace host {
 
 // The questions come after the dialogs: a tool may write frames, or begin to, while a dialog stands open.
+
+QStringList StandInWindow::AskFiles(const QString& title, const QString& filter, QFileDialog::FileMode mode) {
+  QFileDialog dialog(this, title, picture_folder_, filter);
+  platform::GiveColumnsRoom(dialog);
+  dialog.setFileMode(mode);
+  if (mode == QFileDialog::Directory) dialog.setOption(QFileDialog::ShowDirsOnly);
+  if (mode == QFileDialog::AnyFile) {
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // Whether the numbered pictures are there already is asked later, by their own names.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.selectFile("frame");
+  }
+  return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+}
 
 void StandInWindow::AskNewAnimation() {
   auto animation = AskForNewAnimation(this, stand_in_->CurrentAnimation().Size());
@@ -32,9 +46,8 @@ void StandInWindow::OpenDemonstration() {
 }
 
 void StandInWindow::AskPictures() {
-  const QStringList files =
-      QFileDialog::getOpenFileNames(this, tr("Open numbered pictures or an animation"), picture_folder_,
-                                    tr("Pictures (%1)").arg(PicturePatterns()));
+  const QStringList files = AskFiles(tr("Open numbered pictures or an animation"),
+                                     tr("Pictures (%1)").arg(PicturePatterns()), QFileDialog::ExistingFiles);
   if (!files.isEmpty()) OpenDropped(files);
 }
 
@@ -70,9 +83,8 @@ void StandInWindow::dropEvent(QDropEvent* event) {
 }
 
 void StandInWindow::AskFolder() {
-  const QString folder =
-      QFileDialog::getExistingDirectory(this, tr("Open a folder of pictures"), picture_folder_);
-  if (!folder.isEmpty()) OpenFolder(folder);
+  const QStringList folder = AskFiles(tr("Open a folder of pictures"), {}, QFileDialog::Directory);
+  if (!folder.isEmpty()) OpenFolder(folder.first());
 }
 
 void StandInWindow::OpenFolder(const QString& folder) {
@@ -95,10 +107,10 @@ void StandInWindow::OpenPictures(const QStringList& files) {
 
 void StandInWindow::AskSave() {
   if (stand_in_->CurrentAnimation().FrameCount() == 0) return;
-  const QString chosen =
-      QFileDialog::getSaveFileName(this, tr("Save as numbered pictures"), picture_folder_ + "/frame",
-                                   tr("PNG pictures (*.png)"), nullptr, QFileDialog::DontConfirmOverwrite);
-  if (chosen.isEmpty()) return;
+  const QStringList answer =
+      AskFiles(tr("Save as numbered pictures"), tr("PNG pictures (*.png)"), QFileDialog::AnyFile);
+  if (answer.isEmpty()) return;
+  const QString& chosen = answer.first();
   picture_folder_ = QFileInfo(chosen).absolutePath();
   const QString base = chosen.endsWith(".png", Qt::CaseInsensitive) ? chosen.chopped(4) : chosen;
   if (MayReplacePictures(base) && FramesAreFree()) SaveFrames(base);

@@ -2,7 +2,6 @@
 #include <QActionGroup>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMenu>
@@ -176,9 +175,9 @@ void StandInWindow::FormSent(FormObject& form) {
 }
 
 void StandInWindow::AskWallpaper() {
-  const QString file = QFileDialog::getOpenFileName(this, tr("Choose a wallpaper"), picture_folder_,
-                                                    tr("Pictures (%1)").arg(PicturePatterns()));
-  if (!file.isEmpty()) ChooseWallpaper(file);
+  const QStringList file = AskFiles(tr("Choose a wallpaper"), tr("Pictures (%1)").arg(PicturePatterns()),
+                                    QFileDialog::ExistingFile);
+  if (!file.isEmpty()) ChooseWallpaper(file.first());
 }
 
 void StandInWindow::AskRate() {

@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
@@ -96,6 +97,9 @@ class StandInWindow : public QMainWindow, public StandInView {
   void About();
 
   // The animation: StandInFrames.cpp. What is named Ask begins with a dialog.
+  /// Files or a folder by the toolkit's dialog, from the folder used last; none if the user cancels. The mode
+  /// for any file is that for saving.
+  QStringList AskFiles(const QString& title, const QString& filter, QFileDialog::FileMode mode);
   void AskNewAnimation();
   void OpenDemonstration();
   void AskPictures();

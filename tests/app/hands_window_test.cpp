@@ -170,6 +170,9 @@ TEST_F(Hands, TheWheelScrollsAndWithCtrlZoomsAboutThePointer) {
   turn(wave, 514, 60, Qt::ControlModifier);
   EXPECT_EQ(form.Picture2.Width(), 1156);
   EXPECT_EQ(form.HScroll1.Value(), scrolled + 64);
+  turn(wave, 578, -120, Qt::ControlModifier);
+  EXPECT_EQ(form.Picture2.Width(), 1028);
+  EXPECT_EQ(form.HScroll1.Value(), scrolled);
 }
 
 TEST_F(Hands, RowsAheadStayInView) {

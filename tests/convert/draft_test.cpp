@@ -116,7 +116,13 @@ TEST(Draft, SpellsEnglish) {
     EXPECT_EQ(Spoken(word), sounds) << word;
   }
   // Seven hundred and, as spoken, twenty one: by its sounds the same as in letters.
-  EXPECT_EQ(convert::EnglishSounds("721").size(), convert::EnglishSounds("seven-hundred-twenty-one").size());
+  for (const auto& [digits, letters] : std::map<std::string, std::string>{
+           {"721", "seven-hundred-twenty-one"}, {"1000", "one-thousand"}, {"1001", "one-thousand-one"}}) {
+    std::string by_digits, by_letters;
+    for (const auto& sound : convert::EnglishSounds(digits)) by_digits += sound.mouths + ",";
+    for (const auto& sound : convert::EnglishSounds(letters)) by_letters += sound.mouths + ",";
+    EXPECT_EQ(by_digits, by_letters) << digits;
+  }
   EXPECT_TRUE(convert::EnglishSounds("\xe6\xbc\xa2").empty());
 }
 
@@ -149,6 +155,9 @@ TEST(Draft, AFrameShowsTheMouthThatTheEyeWouldMiss) {
   EXPECT_THAT(shown, testing::ElementsAre("A", "", "E", "", "", "T"));
   const auto lips = convert::MouthsOfFrames({{0, 0.14, "A"}, {0.14, 0.175, "M"}, {0.175, 0.3, "E"}}, 3, 0.3);
   EXPECT_THAT(lips, testing::ElementsAre("A", "M", "E"));
+  // A vowel that is crowded out takes a frame of a mouth that has another one.
+  const auto crowded = convert::MouthsOfFrames({{0, 0.03, "A"}, {0.03, 0.3, "M"}}, 3, 0.3);
+  EXPECT_THAT(crowded, testing::ElementsAre("A", "M", ""));
 }
 
 }  // namespace

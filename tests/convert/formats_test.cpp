@@ -98,10 +98,15 @@ TEST(Formats, APapagayoWordHoldsItsMouthUntilTheNextWordShowsOne) {
   EXPECT_THAT(*written.bytes,
               HasSubstr("\t\t\tone 0 5 1\n\t\t\t\t0 AI\n\t\t\ttwo_words 4 11 1\n\t\t\t\t6 MBP\n"));
   EXPECT_EQ(CellsOf(*convert::ReadPapagayo(*written.bytes, Plain()).sheet), CellsOf(sheet));
+  for (const char* rate : {"23.976", "24.4"}) {
+    sheet.frame_rate_text = rate;
+    EXPECT_THAT(InEnglish(convert::WritePapagayo(sheet, ShapeTable::Default()).notes.at(0)),
+                HasSubstr(std::string(rate) + ", is written as 24"));
+  }
 }
 
 TEST(Formats, SaysWhatAFormatCantCarry) {
-  Document sheet = SheetWith(3, "0:A 1:smile");
+  Document sheet = SheetWith(3, "0:A 1:smile 2:grin");
   sheet.rows[1][2] = "note";
   sheet.wave_file_name = "voice.wav";
   sheet.track_visible[2] = false;
@@ -110,7 +115,7 @@ TEST(Formats, SaysWhatAFormatCantCarry) {
   for (const auto& note : convert::WriteSwitchData(sheet, ShapeTable::Default()).notes)
     said += InEnglish(note) + "\n";
   EXPECT_EQ(said,
-            "a mouth that the table of names doesn't know is left out, at frame 1: \"smile\"\n"
+            "2 mouths that the table of names doesn't know are left out, the first at frame 1: \"smile\"\n"
             "the comments are left out: the format has none\n"
             "the velocity tracks are left out: the format has none\n"
             "the lock and the tracks' visibility are left out: the format has none\n"
@@ -144,7 +149,7 @@ constexpr Foreign kForeign[] = {
     {"two voices, a pause between the words", convert::ReadPapagayo,
      "lipsync version 1\nv.wav\n24\n20\n2\n\tAnn\n\tHi|you\n\t1\n\t\tHi you\n\t\t2\n\t\t15\n\t\t2\n\t\t\tHi "
      "2 5 1\n"
-     "\t\t\t\t2 AI\n\t\t\tyou 10 15 2\n\t\t\t\t10 etc\n\t\t\t\t12 U\n\tBob\n\t\n\t0\n",
+     "\t\t\t\t2 AI\n\t\t\tyou\t10 15 2\n\t\t\t\t10 etc\n\t\t\t\t12 U\n\tBob\n\t\n\t0\n",
      "2:A 2\"Hi\" 6:Closed 10:S 10\"you\" 12:U 16:Closed /20"},
     {"a time sheet with marks, an empty cell and drawings by number", convert::ReadXdts,
      "exchangeDigitalTimeSheet Save "

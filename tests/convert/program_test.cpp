@@ -129,6 +129,8 @@ TEST_F(ConvertProgram, TakesTheLengthOfASoundAndATableOfNames) {
       "ExposureSheet02\r\n12\r\n" + (folder_ / "frogs.wav").string() +
       "\r\nReserved\r\nReserved\r\n 37 \r\n 3 \r\nReserved\r\nReserved\r\n0\r\nA \r\n\r\n1\r\n\r\n";
   EXPECT_THAT(File("b.exp"), StartsWith(start));
+  ASSERT_EQ(Run("sed s/frogs.wav/gone.wav/ $S/frogs.exp >c.exp && $C c.exp c.svg"), 0);
+  EXPECT_THAT(err_, HasSubstr("the sound \"gone.wav\" can't be read; its waveform is left out"));
   EXPECT_THAT(File("b.exp"), HasSubstr("\r\n4\r\nClosed \r\n\r\n5\r\n\r\n\r\n6\r\n"));
 }
 

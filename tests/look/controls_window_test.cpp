@@ -233,6 +233,7 @@ TEST(Controls, TellAssistiveTechnologyWhatTheyAre) {
   bench.glide.SetAccessibleName("Cells");
   bench.glide.SetRange(7);
   bench.dial.SetAccessibleName("Amount");
+  bench.dial.SetToolTip("A tip is no name where there is one");
   const auto of = [](platform::Control& control) {
     return QAccessible::queryAccessibleInterface(control.Widget());
   };

@@ -199,10 +199,10 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
     form1->TopWidget()->grab();
   };
   Store("Textbox_Fill_Color=16\n");
-  desk.host->wallpaper = support::ScratchFolder() + "/dark.png";
+  desk.host->wallpaper = support::ScratchFolder() + "/a picture of another kind.bmp";
   QImage dark(8, 8, QImage::Format_RGB32);
   dark.fill(QColor(60, 60, 60));
-  ASSERT_TRUE(dark.save(QString::fromStdString(desk.host->wallpaper)));
+  ASSERT_TRUE(dark.save(QString::fromStdString(desk.host->wallpaper), "PNG"));
   call();
   EXPECT_EQ(form3->Text7.BackColor(), 16);
   ASSERT_TRUE(main.Image1.Picture());

@@ -348,6 +348,8 @@ TEST(EventsDeathTest, BehindAReportNothingRunsButPainting) {
     return Answer::Ok;
   });
   const auto fail = [] {
+    sample->Show();
+    support::HandleEvents();  // painting, after which a report comes at once as before
     static Timer timer(*sample, "clock", 0);
     timer.Tick = [] { std::fputs("ran", stderr); };
     timer.SetEnabled(true);

@@ -134,13 +134,17 @@ TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {
 }
 
 TEST_F(LongWorkTest, AWaitIsAskedAboutAgainAsLongAfterKeepWaiting) {
-  AskAfter(std::chrono::milliseconds(60));
+  AskAfter(std::chrono::milliseconds(160));
+  int painted = 0;
+  busy->canvas.Paint = [&] { ++painted; };
+  busy->canvas.Widget()->update();
   desk.messages.answers = {Answer::Yes, Answer::No};
   QElapsedTimer clock;
   clock.start();
   Patience patience("It doesn't answer.", "Give up");
   while (patience.Lasts()) Sleep(1);
-  EXPECT_GE(clock.elapsed(), 120);
+  EXPECT_GE(clock.elapsed(), 320);
+  EXPECT_EQ(painted, 1);
   EXPECT_EQ(desk.messages.shown.size(), 2u);
   AskAfter(std::chrono::seconds(10));
 }

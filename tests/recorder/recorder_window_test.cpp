@@ -194,6 +194,16 @@ TEST_F(Recorder, ADeviceThatCantBeOpenedIsTold) {
   EXPECT_EQ(Status(), "\"Microphone\" doesn't answer. Nothing was recorded.");
   machine_->opening.unlock();
   EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false));
+  // The two seconds in which sound has to come begin when the device is open.
+  machine_->refuses = false;
+  machine_->opening.lock();
+  Press("RecordButton");
+  Pass(4000ms);
+  machine_->opening.unlock();
+  Until([this] { return Status().starts_with("Recording from"); });
+  Pass(2000ms);
+  window_->Tick();
+  EXPECT_THAT(Status(), StartsWith("Recording from"));
 }
 
 TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {

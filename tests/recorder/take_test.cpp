@@ -83,6 +83,17 @@ TEST_F(Takes, AFullDiskKeepsWhatWasWrittenAndSaysWhy) {
   EXPECT_EQ(Get(take->Path()), "RIFF\x28\0\0\0"s + kForm16 + "\4\0\0\0\1\0\2\0"s);
 }
 
+TEST_F(Takes, EndWhereAFileCanGrowNoFurther) {
+  const fs::path longest = fs::path(folder_) / "take-1-1.wav";
+  fs::copy(Begin()->Path(), longest);
+  fs::resize_file(longest, 44 + kMostDataBytes - 2);
+  const auto take = Take::LeftBehind(folder_);
+  ASSERT_NE(take, nullptr);
+  EXPECT_TRUE(take->Append(Samples{1}));
+  EXPECT_FALSE(take->Append(Samples{2}));
+  EXPECT_TRUE(take->IsFull());
+}
+
 TEST_F(Takes, ThatAKilledProcessLeftAreFoundOnce) {
   Begin();
   const pid_t child = fork();

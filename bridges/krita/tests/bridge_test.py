@@ -147,6 +147,11 @@ class Bridge(unittest.TestCase):
             self.call("Vel_GotoFrameAdv", frame, 3)
             for channel, getter in enumerate(GETTERS):
                 self.assertEqual(self.plane(getter), bytes([10 * frame + channel]) * 6)
+        # The slider moves when Krita comes to it: the picture is that of the frame all the same.
+        self.document.busy = True
+        self.call("Vel_GotoFrameAdv", 3, 3)
+        self.assertEqual(self.plane(GETTERS[0]), bytes([30]) * 6)
+        self.document.busy = False
         memories = []
         for frame in (2, 5):
             self.call("Vel_GotoFrameAdv", frame, 3)

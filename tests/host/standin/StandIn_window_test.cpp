@@ -129,7 +129,14 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
 }
 
 TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
+  stand_in_->SetFrameRate(2);
+  stand_in_->GotoFrame(6);
+  Choose("Play");
+  for (int i = 0; i < 10; ++i) QApplication::processEvents(), QThread::msleep(30);
+  EXPECT_EQ(stand_in_->CurrentFrame(), 6) << "it goes on from where it stood";
+  Choose("Play");
   stand_in_->SetFrameRate(100);
+  stand_in_->GotoFrame(0);
   Choose("Play");
   EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() > 2; }));
   stand_in_->GotoFrame(1);
@@ -282,6 +289,7 @@ TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
     QMetaObject::invokeMethod(dialog, "accept");
   };
   QString question;
+  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
   OnDialogs({name_it, AnswerQuestion(QMessageBox::No, &question)});
   Choose("Save");
   EXPECT_THAT(question.toStdString(), testing::HasSubstr("take0003.png is already there"));
@@ -291,6 +299,8 @@ TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
   Choose("Save");
   EXPECT_EQ(QImage(File("take0003.png")).width(), 8);
   EXPECT_TRUE(QFile::exists(File("take0009.png")));
+  EXPECT_EQ(LabelText("StatusLabel"), "10 pictures saved in " + folder_.path());
+  EXPECT_FALSE(stand_in_->Unsaved());
 }
 
 TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
@@ -304,6 +314,13 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
   Choose("Demonstration");
   EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 48);
   Choose("Demonstration");  // nothing to ask about
+  StandInWindow program(stand_in_, RunsAs::Program);
+  program.show();
+  stand_in_->SetBuffer(Channel::Red, stand_in_->CurrentAnimation().Plane(0, Channel::Red), "vel_SetRbuffer");
+  question.clear();
+  OnDialogs({AnswerQuestion(QMessageBox::No, &question)});
+  EXPECT_FALSE(program.close());
+  EXPECT_THAT(question.toStdString(), testing::HasSubstr("aren't saved"));
 }
 
 TEST_F(StandInWindowTest, StaysForUnsavedFramesWhenTheToolHasGone) {

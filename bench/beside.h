@@ -13,7 +13,7 @@
 
 namespace bench {
 
-/// Seconds that the work takes by the wall's clock.
+/// How many seconds the work takes, by the wall clock.
 template <typename Work>
 double Seconds(const Work& work) {
   const auto start = std::chrono::steady_clock::now();
@@ -21,14 +21,14 @@ double Seconds(const Work& work) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// The value below which that share of the values lies.
+/// The quantile: the value below which that share of the values lies.
 inline double Quantile(std::vector<double> values, double share) {
   std::ranges::sort(values);
   return values[static_cast<std::size_t>(std::lround(share * static_cast<double>(values.size() - 1)))];
 }
 inline double Median(const std::vector<double>& values) { return Quantile(values, 0.5); }
 
-/// What the ratio of a comparison is held to.
+/// The limit that the ratio of a comparison must keep.
 struct Goal {
   enum class Kind { None, AtMost, TimesFaster } kind = Kind::None;
   double ratio = 0;
@@ -73,7 +73,7 @@ inline void Beside(benchmark::State& state, const Row& row, const std::function<
   state.counters["noise"] = 50 * (Quantile(ratios, 0.75) - Quantile(ratios, 0.25)) / Median(ratios);
 }
 
-/// A row of memory, in megabytes of 1,024 squared bytes, beside what it may be.
+/// A row for memory in use and its limit, in megabytes of 1,024 * 1,024 bytes.
 inline void TellMegabytes(benchmark::State& state, const Row& row, double ours, double allowed) {
   state.SetLabel("beside|" + row.operation + "|" + row.peer);
   state.counters["ours"] = ours;

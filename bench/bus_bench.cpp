@@ -138,7 +138,7 @@ double SecondsOf(int times, const std::function<void()>& work) {
          times;
 }
 
-/// First of all, before other work has taken memory.
+/// Runs first, before other work has taken memory.
 void MemoryWithHundredFrames(benchmark::State& state) {
   FillFrames();
   const auto resident_mib = [] {
@@ -231,7 +231,7 @@ double TakingFrames() {
   });
 }
 
-/// The goal is a time, not a ratio: the budget stands in the peer's place.
+/// The goal is a time and no ratio, so the time allowed stands where a peer's time would.
 void HundredFrames(benchmark::State& state, const char* deed, const std::function<void()>& work,
                    double hosts_own_work()) {
   bench::Beside(

@@ -1,6 +1,6 @@
 // Long work: what opening, saving, zooming, moving, drawing and retrieving take as sheets and animations
-// grow. One process for each size, named by the first argument: rows of the sheet; of cells there are as many
-// as thirty rows have.
+// grow. There is one process for each size, which is the first argument: how many rows the sheet has. The
+// animation has one frame for every thirty rows.
 #include <malloc.h>
 #include <unistd.h>
 
@@ -98,7 +98,7 @@ void Zoom(benchmark::State& state) {
   });
 }
 
-/// A hundred at a time, as one is over before the clock is read.
+/// A hundred at a time, since a single one is too short to be measured.
 void AdvanceRows(benchmark::State& state) {
   int row = rows / 3;
   Tell(state, "Advance 100 rows", "rows", rows, 11, [&] {
@@ -149,7 +149,7 @@ void ScrollCells(benchmark::State& state) {
   });
 }
 
-// In this order, each on what the last one left.
+// They run in this order, each on what the one before has left.
 BENCHMARK(OpenSheet)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(AdvanceRows)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(Zoom)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);

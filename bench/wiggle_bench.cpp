@@ -104,7 +104,7 @@ void AllCores(benchmark::State& state) {
 }
 BENCHMARK(AllCores)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 
-/// The rest of the whole is gathering.
+/// What remains of the whole time is spent on fetching the pixels.
 void DisplacementAlone(benchmark::State& state) {
   bench::Beside(
       state, {"Wiggle, displacement alone", "displacement and gathering", {}, 41},

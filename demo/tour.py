@@ -32,8 +32,8 @@ from program import BUILD, HOUSE, Sheet, environment
 # How lines begin that the sound driver, the bus and Krita write of themselves.
 OTHERS_TALK = ("CRITICAL: ", "dbus-daemon[", "krita.lib", "QObject::", "QAbstractItemModel::", "/usr/lib/",
                "WARNING: the destination object of KisSynchronizedConnection", "qt.",
-               # A panel of Krita's own that wants more of the toolkit's packages than Krita brings along, with the
-               # line of it that is quoted, far to the right.
+               # One of Krita's panels needs packages of the toolkit that Krita doesn't bring along: its complaint, and
+               # the line of code that this quotes, with many blanks in front.
                "Warning: QQml_", "qrc:/", "file:///usr/lib/", 8 * " ", "Failed to fetch display info")
 
 

@@ -54,7 +54,7 @@ TEST(Transport, OnlyAFallOfHalfADayIsMidnight) {
 }
 
 TEST(Transport, TheFractionOfTimeIsASingle) {
-  // A third in 32 bits is above a third, and so is its 30-fold, which rounds to just 10.
+  // A third as a float is a little more than a third, yet thirty times that rounds to just 10.
   const float third = FractionOfTime(1, 3);
   EXPECT_EQ(third, 1.0f / 3.0f);
   EXPECT_EQ(RowOfTime(third, 30), 10);

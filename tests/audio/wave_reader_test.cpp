@@ -93,7 +93,7 @@ TEST(ReadWave, FindsTheDataBehindWhatMayStandBeforeIt) {
       Head(format) + Chunks(9),
       Head(format) + Chunk("LIST", "abc"),  // odd, without a pad byte
       Head(format + Little(0, 2)),
-      // The format is read across the end of a body of 14 bytes.
+      // A format chunk of 14 bytes is too short: its last field is read from what follows.
       "RIFF....WAVEfmt " + Little(14, 4) + format.substr(0, 14) + Little(8, 2) + "id" + Little(2, 4) + "zz",
   };
   for (const std::string& head : heads) {

@@ -26,7 +26,7 @@ class BusSession(Session):
         status, seen, _ = self.run_tool("shown", "quit")
         self.assertEqual((status, seen), (0, []))
         self.assertEqual(self.host.calls[:4], START)
-        # The empty sheet's header row is frame -1; there is no lower cap.
+        # The empty sheet stands on its header row, frame -1, and that is sent as it is.
         self.assertEqual(set(self.host.calls[4:]), {("vel_GetTotalFrames",), ("Vel_GotoFrame", -1)})
 
     def test_plays_a_whole_session(self):

@@ -87,7 +87,7 @@ class Faults(Session):
                     self.host.fail(member, nth, how)
                     guarded = (member, nth) in GUARDED
                     words = f"The host's member {'' if guarded else member}"
-                    # Past a guarded call the next one meets the same host, which has gone or was given up.
+                    # A guarded call passes over the failure; the next one then meets a host that has gone or was given up.
                     goes_on = guarded and how not in ("silence", "leave")
                     self.case(steps=self.whole(), expected=None if goes_on else words)
 
@@ -125,7 +125,7 @@ class Faults(Session):
             (some(lambda plane: os.open("/", os.O_RDONLY)), no_memory),
             (some(lambda plane: os.open(__file__, os.O_RDONLY)), no_memory),
             (lambda plane: "text", "a text where a byte table"),
-            # What a host may do: other memory each time, more of it, never written again, plain bytes.
+            # What a host is free to do: pass other memory each time, or longer memory, or plain bytes.
             (filled(both), None), (filled(both, 5000), None), (filled(both | fcntl.F_SEAL_WRITE), None),
             (dbus.ByteArray, None),
         ]

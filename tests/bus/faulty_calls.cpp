@@ -26,7 +26,7 @@ pid_t victim = 0;
 
 bool Told(const char* name) { return std::getenv(name) != nullptr; }
 
-/// Of what is written, the most that one call takes.
+/// The most bytes that one call writes.
 std::size_t MostBytesAtOnce() {
   const char* const bytes = std::getenv("FAULTY_PIECE");
   return bytes == nullptr ? 128 : static_cast<std::size_t>(std::atoi(bytes));
@@ -77,7 +77,8 @@ auto Counted(Call call) -> decltype(call()) {
   return result;
 }
 
-/// What a folder that can't be written, or a file system without nameless files, says to this opening.
+/// The error with which a folder that can't be written, or a file system without nameless files, refuses to
+/// open this.
 int Refusal(const char* path, int flags) {
   const bool nameless = (flags & O_TMPFILE) == O_TMPFILE;
   const char* const refusing = std::getenv("FAULTY_REFUSES");

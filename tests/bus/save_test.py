@@ -18,7 +18,7 @@ LIBRARY = sys.argv.pop()
 from tool_session import Session, sheet_file  # noqa: E402  takes the driver from the arguments
 
 OLD = "the old sheet\n" * 40
-# "lay KIND" makes the folder as it is before a save; "keep N" takes down what it is after it.
+# "lay KIND" prepares the folder for a save; "keep N" notes what the folder holds after it.
 SCRIPT = """
 cd "$(dirname "$0")"
 if [ $1 = keep ]; then

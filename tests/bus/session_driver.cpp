@@ -30,7 +30,7 @@
 
 namespace {
 
-/// Stands once the host won't answer any more.
+/// A file that exists from the moment on at which the host answers no more.
 std::string silence_file;
 
 using Step = std::function<void(const std::string& value)>;
@@ -139,7 +139,7 @@ const std::map<std::string, Step>& Steps() {
        }},
       {"held", [](const std::string&) { SaySheet(); }},
       {"throw", [](const std::string& text) { throw std::runtime_error(text); }},
-      // Of a library that is loaded in front of the system's.
+      // These two routines are in a library that is loaded in front of the system's.
       {"arm",
        [](const std::string& words) {
          const auto comma = words.find(',');
@@ -175,7 +175,7 @@ void RunFrom(const std::vector<std::string>& steps, std::size_t next) {
 }
 
 platform::Answer AnswerAndSay(const platform::Message& message) {
-  // Asked at once and again and again, whoever has the file's name knows when to give up.
+  // The question comes at once and again and again; the file says when to give the host up.
   if (message.text.starts_with("The host doesn't answer."))
     return std::filesystem::exists(silence_file) ? platform::Answer::No : platform::Answer::Yes;
   Say("message " + message.text);

@@ -23,7 +23,7 @@ PATIENCE = 240
 
 
 def sheet_file(seen):
-    """The file of the sheet that the driver has told last, as README has its lines."""
+    """The file that the sheet told last by the driver must give, line by line as docs/files.md has it."""
     begins = max(i for i, line in enumerate(seen) if line.startswith("held rate"))
     held = [line.split(" ", 2)[1:] for line in seen[begins:] if line.startswith("held ")]
     of = lambda what: [text for name, text in held if name == what]
@@ -72,7 +72,7 @@ class Session(unittest.TestCase):
         return [os.path.join(folder, name) for name in sorted(os.listdir(folder)) if name.startswith("Rescued ")]
 
     def check_rescued(self, seen, reported, folder=None):
-        """There is one rescued file, which is told and holds what the sheet held."""
+        """There is one rescued file; the report names it, and it holds what the sheet held."""
         files = self.rescued(folder)
         self.assertEqual(len(files), 1, reported)
         self.assertIn(files[0], reported)

@@ -155,7 +155,7 @@ TEST(Draft, AFrameShowsTheMouthThatTheEyeWouldMiss) {
   EXPECT_THAT(shown, testing::ElementsAre("A", "", "E", "", "", "T"));
   const auto lips = convert::MouthsOfFrames({{0, 0.14, "A"}, {0.14, 0.175, "M"}, {0.175, 0.3, "E"}}, 3, 0.3);
   EXPECT_THAT(lips, testing::ElementsAre("A", "M", "E"));
-  // A vowel that is crowded out takes a frame of a mouth that has another one.
+  // A vowel that is crowded out gets a frame of a mouth that is shown for two.
   const auto crowded = convert::MouthsOfFrames({{0, 0.03, "A"}, {0.03, 0.3, "M"}}, 3, 0.3);
   EXPECT_THAT(crowded, testing::ElementsAre("A", "M", ""));
 }

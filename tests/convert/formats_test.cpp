@@ -29,7 +29,7 @@ Document Frogs() {
   return *convert::ReadExposureSheet(support::FileBytes(SOURCE_DIR "/samples/frogs.exp")).sheet;
 }
 
-/// What comes back of a shape through each of the foreign sets of names, by the table that users are given.
+/// Which shape each shape comes back as when it goes out and in by one of the foreign sets of names.
 const std::map<std::string, std::string> kBackFromSwitchData = {
     {"A", "A"}, {"I", "A"}, {"E", "E"}, {"O", "O"}, {"U", "U"},  {"W", "W"},          {"B", "M"}, {"M", "M"},
     {"P", "M"}, {"F", "F"}, {"V", "F"}, {"L", "L"}, {"Th", "L"}, {"Ch", "S"},         {"D", "S"}, {"G", "S"},

@@ -17,7 +17,7 @@ TEST(PageLayout, PagesBeginAtAMarkAndRowsCanBeRead) {
     double rate;
     std::int64_t rows;
   };
-  // On 250 millimetres, of which a row takes at least 3.8.
+  // The page has 250 millimetres for rows, and a row takes at least 3.8.
   for (const auto& [rate, rows] : {Case{24, 48},
                                    {12, 60},
                                    {25, 50},

@@ -45,7 +45,7 @@ TEST_F(ConvertProgram, ReplacesAFileOnlyByForceAndLeavesNothingHalfWritten) {
   ASSERT_EQ(Run("echo old >x.dat; $C $S/frogs.exp x.dat"), 1);
   EXPECT_THAT(err_, HasSubstr("x.dat: is there already"));
   EXPECT_EQ(File("x.dat"), "old\n");
-  // The input is wrong: the output stays, by force too.
+  // With a wrong input the output stays as it was, with --force too.
   ASSERT_EQ(Run("echo no >bad.tsv; $C --force bad.tsv x.dat"), 1);
   EXPECT_THAT(err_, HasSubstr("bad.tsv: line 1: expected seconds"));
   EXPECT_EQ(File("x.dat"), "old\n");
@@ -70,7 +70,7 @@ TEST_F(ConvertProgram, WorksInAPipe) {
 }
 
 TEST_F(ConvertProgram, SpeaksTheUsersLanguage) {
-  // A language that it hasn't is passed over; English is never passed over.
+  // A language without a catalogue is passed over; English needs none, so nothing behind it counts.
   for (const auto& [languages, said] : std::initializer_list<std::pair<const char*, const char*>>{
            {"de", "erwartet werden eine Eingabe und eine Ausgabe"},
            {"fr:de_AT", "erwartet werden eine Eingabe und eine Ausgabe"},

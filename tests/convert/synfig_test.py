@@ -13,7 +13,7 @@ import unittest
 from PIL import Image
 
 CONVERTER = sys.argv.pop(1)
-# The mouths of a second and a bit; an empty one is as before.
+# One mouth a frame for a little more than a second; an empty text goes on with the one before.
 SHEET = ["Closed", "", "M", "A", "", "", "F", "F", "E", "", "", "", "", "", "L", "U", "", "W", "", "S", "O", "",
          "Ch", "", "B", "", "", "Closed", ""]
 SWITCH_NAMES = {"Closed": "rest", "M": "MBP", "B": "MBP", "A": "AI", "F": "FV", "E": "E", "L": "L", "U": "U", "W": "WQ",
@@ -83,7 +83,7 @@ class Synfig(unittest.TestCase):
         self.assertEqual(self.by_switch("tsv", CUE_LETTERS), self.expected(CUE_LETTERS))
 
     def test_papagayo(self):
-        # Synfig is at rest on the last frame of each word already, whoever has written it.
+        # Synfig shows the mouth at rest on each word's last frame already, in any program's files.
         self.assertEqual(self.by_switch("pgo", SWITCH_NAMES)[:-1], self.expected(SWITCH_NAMES)[:-1])
 
     def test_switch_data(self):

@@ -148,7 +148,7 @@ TEST_F(Prefs, FlagsMakeButtonsAndScrollersFlat) {
   const struct {
     const char* flag;
     bool flat_button, flat_glide;
-    // Neighbours differ in length: a file of one size and one moment is taken for the one read before.
+    // Each differs in length from the one before, since a file of the same size and time isn't read again.
   } cases[] = {{"0", false, false}, {"on", false, false}, {"1", true, true}, {"-1", false, true}};
   for (const auto& row : cases) {
     Store(std::string("Shine_Color=21\nShadow_Color=22\nScroll_Fill_Color=23\nBorderless_Buttons=") +

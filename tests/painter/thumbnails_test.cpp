@@ -7,7 +7,7 @@
 namespace painter {
 namespace {
 
-/// A strip of that many pixels, one more column and row of samples, all 7.
+/// A strip of that many pixels, with one more column and row of samples than pixels, all of them 7.
 struct Strip {
   Strip(int width, int height)
       : shape{width, height}, samples(3, std::vector<std::uint8_t>(shape.Samples(), 7)) {}

@@ -97,7 +97,7 @@ TEST(Wiggle, AllProcessorsGetTheSameNumbers) {
     for (std::size_t i = 1; i < count; ++i) {
       std::vector<std::int32_t> shifts(width + kBlock, 5);
       EXPECT_TRUE(kernels[i]->displace(table, span, bounds, 1e-4f, shifts.data()));
-      // Fewer roundings may leave less doubt; what isn't doubted is the same.
+      // A kernel that rounds less may doubt less; where neither doubts, both give the same.
       for (std::size_t x = 0; x < 200; ++x)
         if (shifts[x] != kInDoubt && expected[x] != kInDoubt) {
           ASSERT_EQ(shifts[x], expected[x]) << i << " " << x;

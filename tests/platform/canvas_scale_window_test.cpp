@@ -1,5 +1,5 @@
-// What a canvas leaves on a screen whose pixels are no whole multiple of its own. Run at such a scale by its
-// own entry in the list of tests; at any other there is nothing to see.
+// What is on the screen where a canvas's pixel isn't a whole number of the screen's. The list of tests runs
+// this at such a scale; at any other there is nothing to see.
 #include <gtest/gtest.h>
 
 #include <QApplication>

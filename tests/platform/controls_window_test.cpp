@@ -1,4 +1,4 @@
-// Windows that load on the first touch, the grid's events, the canvas that persists.
+// Windows that load on the first touch, the grid's events, the canvas that keeps its picture.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -289,7 +289,7 @@ TEST(EventsDeathTest, AFailureThatNothingCatchesEndsTheProcessAfterItsReport) {
               "first\nread to the end");
 }
 
-/// What the toolkit comes in by where no routine of the program's stands at the door.
+/// A widget whose events no routine of ours guards.
 struct Toy : QWidget {
   explicit Toy(QEvent::Type type) : fails_at(type) {}
   bool event(QEvent* event) override {

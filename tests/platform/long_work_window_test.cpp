@@ -95,7 +95,7 @@ TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
   EXPECT_EQ(busy->presses + busy->releases, 0);
   EXPECT_EQ(busy->grid.Row(), 0);
   EXPECT_EQ(key_ups, 1);
-  // The second half of a double click may come when the deed is over already. Then all is as ever.
+  // The second half of a double click may come when the work is over already. Then everything works again.
   for (const auto type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) Come(type);
   support::HandleEvents();
   EXPECT_EQ(busy->presses + busy->releases, 0);
@@ -171,7 +171,7 @@ TEST_F(LongWorkTest, RepeatsOfAKeyThatASlowMoveHasOvertakenAreDropped) {
 TEST(ErrorReport, OnlyItsReaderEndsIt) {
   const auto fail_at_the_start = [] {
     AnswerMessagesWith([](const Message&) {
-      // The last thing that keeps the process goes while the report is read.
+      // What keeps the process alive comes to its end while the report is read.
       { const KeepAlive kept; }
       QEventLoop reading;
       QTimer::singleShot(100, [&] { reading.exit(7); });

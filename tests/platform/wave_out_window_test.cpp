@@ -246,7 +246,7 @@ std::string UseDiskDriver() {
   return path;
 }
 
-// What has left: the sound, with nothing but whole silent buffers before it and silence behind it.
+// Checks what has left: the sound, before it whole silent buffers only, behind it silence.
 void ExpectSoundAmidSilence(const std::string& path, const Bytes& sound, std::size_t buffer_bytes,
                             std::uint8_t silence) {
   const std::string left = support::ReadWhole(path);

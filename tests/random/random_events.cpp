@@ -346,7 +346,7 @@ class AimlessUser {
 int main(int argument_count, char** arguments) {
   if (argument_count > 1) seed = std::strtoull(arguments[1], nullptr, 10);
   const std::uint64_t events = argument_count > 2 ? std::strtoull(arguments[2], nullptr, 10) : 2000;
-  // The settings and the data of nobody.
+  // Empty folders for settings and data, so that no user's are read.
   for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
     setenv(name, support::ScratchFolder().c_str(), 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 1);

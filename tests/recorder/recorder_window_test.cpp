@@ -229,7 +229,7 @@ TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
   keeps_ = {Keep::Cancel, Keep::Save, Keep::Cancel};
   EXPECT_FALSE(window_->close());
   EXPECT_THAT(Status(), StartsWith("Recorded."));
-  // The question is answered by saving, the file dialog by nothing.
+  // The user chooses to save, and then cancels the file dialog.
   EXPECT_FALSE(window_->close());
   Press("RecordButton");
   EXPECT_EQ(Time(), "0:00.1");

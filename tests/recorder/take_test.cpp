@@ -106,7 +106,7 @@ TEST_F(Takes, ThatAKilledProcessLeftAreFoundOnce) {
     raise(SIGKILL);
   }
   waitpid(child, nullptr, 0);
-  // No takes of ours.
+  // Files that are no takes.
   std::ofstream(fs::path(folder_) / "take-1-1.wav") << "short";
   std::ofstream(fs::path(folder_) / "take-1-2.wav") << std::string(100, 'x');
   std::ofstream(fs::path(folder_) / "other.wav") << Get(Begin()->Path());

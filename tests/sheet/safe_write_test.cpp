@@ -52,7 +52,7 @@ class SafeWrite : public testing::Test {
     return writer.CreateFailure().empty() ? writer.Finish(bytes) : "create: " + writer.CreateFailure();
   }
 
-  /// Root may do anything: what another user meets is tried as nobody, in a process of its own.
+  /// Root may do anything, so what other users meet is tried as the user nobody, in a process of its own.
   static bool AsNobody(const std::function<bool()>& holds, gid_t other_group = 65534) {
     const pid_t child = fork();
     if (child == 0)
@@ -139,7 +139,7 @@ TEST_F(SafeWrite, TheOwnerSavesWhatBelongsToTheFile) {
   setxattr(sheet_.c_str(), "user.note", "keep me", 7, 0);
   setxattr(sheet_.c_str(), kAccessList, AccessList(4, 0).data(), AccessList(4, 0).size(), 0);
   if (geteuid() == 0) chown(sheet_.c_str(), 1234, 2345);
-  // A file system may have neither.
+  // Some file systems have neither.
   const std::string note = Attribute(sheet_, "user.note"), access_list = Attribute(sheet_, kAccessList);
   struct stat before {};
   struct stat after {};
@@ -203,7 +203,7 @@ TEST_F(SafeWrite, AFileInAFolderThatCantBeWrittenIsWrittenInPlace) {
     }
     stat(sheet_.c_str(), &after);
     EXPECT_EQ(before.st_ino, after.st_ino);
-    // No room, which shows before anything is touched.
+    // Without room for the new sheet the old one stands again.
     EXPECT_TRUE(AsNobody([&] {
       signal(SIGXFSZ, SIG_IGN);
       const rlimit small{50, 50};

@@ -128,7 +128,7 @@ TEST(ApplySheet, ACutFileGivesWhatItHasAndNamesTheLine) {
     sheet.rows_of_sound = 2;
     const std::string report =
         ApplySheet(Joined({kGood.begin(), kGood.begin() + static_cast<long>(kept)}), sheet);
-    // A count that the file doesn't bear out is told first.
+    // A count of more rows than the file has is told first.
     EXPECT_THAT(report, AnyOf(StartsWith("Line " + std::to_string(kept + 1) + ": expected "),
                               HasSubstr("a row count of at most")));
     EXPECT_THAT(report, AnyOf(EndsWith(", but the file ends."), EndsWith("\n1 more like it."))) << kept;

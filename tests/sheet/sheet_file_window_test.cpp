@@ -217,7 +217,8 @@ TEST_F(SheetFile, ASoundsNameComesBackByteForByte) {
     EXPECT_EQ(Saved("again.exp"), Joined(lines));
   }
   EXPECT_THAT(desk.messages.shown.back().text, HasSubstr("/gone/t\xc3\xb6ne.wav")) << "what a user can read";
-  // A whole sheet of an old machine, whose sound has come along under the name as it was or as letters.
+  // A whole sheet from an older machine. Its sound's file has come along under the same bytes or the same
+  // letters.
   lines[11] = "gr\xfc\xdf";
   for (const char* beside : {"t\xf6ne.wav", "gro\xc3\x9f.wav"}) {
     const std::string path = ThreeSeconds(beside);

@@ -34,8 +34,8 @@ double MeanDifference(const Bytes& a, const Bytes& b) {
   return sum / (kSide * kSide);
 }
 
-/// Eleven uncompressed grey bitmaps of 128 by 128 that stand on the ground of their set and that one tells
-/// apart, by a least difference in grey levels a pixel.
+/// Eleven uncompressed grey bitmaps of 128 by 128 pixels on the ground of their set, any two of them
+/// different enough to be told apart: by a least mean difference in grey levels.
 void CheckMouths(const std::string& folder, const std::set<int>& ground, double least_difference) {
   std::vector<Bytes> mouths;
   for (int number = 1; number <= 11; ++number) {

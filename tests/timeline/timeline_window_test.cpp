@@ -57,7 +57,7 @@ class Timeline : public testing::Test {
   Form1& form = desk.Main();
 };
 
-/// A move of the host to a frame, as each PaintWav makes it, some times over, after the calls so far.
+/// The calls so far, and then, so many times, the ones by which PaintWav sends the host to a frame.
 std::vector<std::string> Moves(int frame, int times = 1, std::vector<std::string> calls = {}) {
   for (int i = 0; i < times; ++i)
     calls.insert(calls.end(), {"vel_GetTotalFrames()", "Vel_GotoFrame(" + std::to_string(frame) + ")"});

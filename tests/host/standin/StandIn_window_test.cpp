@@ -43,7 +43,7 @@ struct CountingForm : FormObject {
   int callbacks = 0;
 };
 
-/// The stand-in's window over ten small frames, with the settings and data folders of nobody.
+/// The stand-in's window over ten small frames, with empty folders for settings and data.
 class StandInWindowTest : public testing::Test {
  protected:
   StandInWindowTest() {

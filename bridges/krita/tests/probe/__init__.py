@@ -69,8 +69,8 @@ def animation(width, height, frames, first=0, rate=12, space=("RGBA", "U8"), opa
 
 
 def pictures(document, opaque):
-    """A ball that leaps, in the document's colour space. Unless it is to be opaque, half of what there is to see is seen
-    through."""
+    """A ball that leaps, in the document's colour space. Half of what is drawn is translucent, unless it is to be
+    opaque."""
     width, height = document.width(), document.height()
     space = document.colorModel(), document.colorDepth(), document.colorProfile()
     scratch = KRITA.createDocument(width, height, "pixels", "RGBA", "U8", "", 96.0)

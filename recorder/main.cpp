@@ -42,7 +42,7 @@ int Run(int argument_count, char** arguments) {
   QApplication::setWindowIcon(platform::ProgramIcon("recorder"));
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   application->setStyleSheet(RecorderStyle());
-  platform::TranslateToolkit();
+  platform::TranslateToolkit(platform::ToolkitSpeaks::UsersLanguage);
   platform::Translate("recorder");
   QCommandLineParser parser;
   parser.setApplicationDescription(

@@ -6,8 +6,9 @@ BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev qt6-base-dev-tools
   libsdl2-dev libsndfile1-dev libsystemd-dev libgtest-dev libgmock-dev"
 
 # What the programs want at run time beyond the libraries that they are linked to. The converter finds libespeak-ng1
-# when it runs, for drafts in languages other than English.
-RUN_PACKAGES="fonts-liberation fonts-dejavu-core x11-utils libespeak-ng1"
+# when it runs, for drafts in languages other than English; the buttons of dialogs speak the user's language by
+# qt6-translations-l10n.
+RUN_PACKAGES="fonts-liberation fonts-dejavu-core x11-utils libespeak-ng1 qt6-translations-l10n"
 
 # What drives the program from outside, in the tour and in the tests.
 TOUR_PACKAGES="xvfb x11-xkb-utils openbox xdotool python3 python3-pil python3-pyqt5 dbus-daemon"

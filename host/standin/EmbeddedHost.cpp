@@ -19,6 +19,7 @@ class EmbeddedHost final : public HostObject {
  public:
   EmbeddedHost() : stand_in_(std::make_shared<StandIn>(DrawDemoAnimation())) {
     stand_in_->SetAppDir(QCoreApplication::applicationDirPath().toStdString());
+    platform::TranslateToolkit(platform::ToolkitSpeaks::UsersLanguageWhereAsked);
     platform::Translate("standin");
     window_ = new StandInWindow(stand_in_, RunsAs::PartOfTool);
     // The tool holds its host until the process ends, which is later than a window can live.

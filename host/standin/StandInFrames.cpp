@@ -17,6 +17,7 @@
 #include "host/standin/animation.h"
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
+#include "platform/Translation.h"
 
 namespace host {
 
@@ -78,7 +79,11 @@ void StandInWindow::dragEnterEvent(QDragEnterEvent* event) {
 void StandInWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
   QMetaObject::invokeMethod(
-      this, [this, paths = DroppedPaths(*event)] { platform::RunEvent([&] { OpenDropped(paths); }); },
+      this,
+      [this, paths = DroppedPaths(*event)] {
+        const platform::ToolkitInUsersLanguage language;
+        platform::RunEvent([&] { OpenDropped(paths); });
+      },
       Qt::QueuedConnection);
 }
 
@@ -152,6 +157,7 @@ bool StandInWindow::MayDropFrames() {
 bool StandInWindow::MayEndWithTool() {
   // A tool that went while it was at work has left its display open.
   if (stand_in_->Status()) stand_in_->StatusClose();
+  const platform::ToolkitInUsersLanguage language;
   outlives_tool_ = !MayDropFrames();
   if (!outlives_tool_) return true;
   findChild<QAction*>("Leave")->setText(tr("&Quit"));

@@ -17,6 +17,7 @@
 #include "host/standin/StandInWindow.h"
 #include "host/standin/theme_presets.h"
 #include "platform/Application.h"
+#include "platform/Translation.h"
 #include "platform/version.h"
 
 namespace host {
@@ -29,13 +30,20 @@ namespace {
     QT_TRANSLATE_NOOP("host::StandInWindow", "night"),   QT_TRANSLATE_NOOP("host::StandInWindow", "paper"),
     QT_TRANSLATE_NOOP("host::StandInWindow", "slate")};
 
+/// The dialogs that come of it are the stand-in's own.
+void RunWhenChosen(QAction* action, std::function<void()> chosen) {
+  QObject::connect(action, &QAction::triggered, action, [chosen = std::move(chosen)] {
+    const platform::ToolkitInUsersLanguage language;
+    platform::RunEvent(chosen);
+  });
+}
+
 QAction* AddItem(QMenu* menu, const char* name, const QString& text, std::function<void()> chosen,
                  const QKeySequence& keys = {}) {
   QAction* action = menu->addAction(text);
   action->setObjectName(name);
   action->setShortcut(keys);
-  QObject::connect(action, &QAction::triggered, menu,
-                   [chosen = std::move(chosen)] { platform::RunEvent(chosen); });
+  RunWhenChosen(action, std::move(chosen));
   return action;
 }
 
@@ -45,8 +53,7 @@ QAction* AddChoice(QMenu* menu, QActionGroup* group, const QString& text, bool t
   action->setCheckable(true);
   action->setChecked(ticked);
   group->addAction(action);
-  QObject::connect(action, &QAction::triggered, menu,
-                   [chosen = std::move(chosen)] { platform::RunEvent(chosen); });
+  RunWhenChosen(action, std::move(chosen));
   return action;
 }
 

@@ -22,6 +22,7 @@
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/QuietLook.h"
+#include "platform/Translation.h"
 
 namespace host {
 
@@ -258,6 +259,7 @@ void StandInWindow::ShowStatusAtOnce() {
 void StandInWindow::closeEvent(QCloseEvent* event) {
   if (runs_as_ == RunsAs::Program) return event->setAccepted(MayQuit());
   if (outlives_tool_) {
+    const platform::ToolkitInUsersLanguage language;
     event->ignore();
     if (MayDropFrames()) platform::Quit();
     return;

@@ -25,7 +25,7 @@ int Run(int argument_count, char** arguments) {
   QApplication::setApplicationName("vellumark-standin");
   QApplication::setApplicationVersion(platform::kVersion);
   QApplication::setDesktopFileName("vellumark-standin");
-  platform::TranslateToolkit();
+  platform::TranslateToolkit(platform::ToolkitSpeaks::UsersLanguage);
   platform::Translate("standin");
   QCommandLineParser parser;
   parser.setApplicationDescription(QCoreApplication::translate(

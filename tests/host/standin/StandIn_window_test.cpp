@@ -426,5 +426,29 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
   bus.waitForFinished();
 }
 
+TEST_F(StandInWindowTest, WithinTheToolOnlyItsOwnButtonsAreGerman) {
+  if (!platform::TranslateToolkit(platform::ToolkitSpeaks::UsersLanguageWhereAsked, {"de-DE"}))
+    GTEST_SKIP() << "the toolkit's German isn't installed";
+  const auto no_of = [](QMessageBox& box) { return box.button(QMessageBox::No)->text(); };
+  StandInWindow part(stand_in_, RunsAs::PartOfTool);
+  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
+  QStringList seen;
+  const auto look = [&](QWidget* dialog) {
+    auto* box = qobject_cast<QMessageBox*>(dialog);
+    ASSERT_NE(box, nullptr);
+    seen << no_of(*box);
+    box->button(QMessageBox::No)->click();
+  };
+  OnDialogs({look});
+  part.findChild<QAction*>("Demonstration")->trigger();
+  OnDialogs({look});
+  EXPECT_FALSE(part.MayEndWithTool());
+  OnDialogs({look});
+  part.close();
+  QMessageBox tools(QMessageBox::Question, "The tool", "Go on?", QMessageBox::Yes | QMessageBox::No);
+  seen << no_of(tools);
+  EXPECT_EQ(seen.join(' '), "&Nein &Nein &Nein &No");
+}
+
 }  // namespace
 }  // namespace host

@@ -138,7 +138,9 @@ TEST_F(SafeWrite, TheOwnerSavesWhatBelongsToTheFile) {
   Put(sheet_, "old");
   setxattr(sheet_.c_str(), "user.note", "keep me", 7, 0);
   setxattr(sheet_.c_str(), kAccessList, AccessList(4, 0).data(), AccessList(4, 0).size(), 0);
-  if (geteuid() == 0) chown(sheet_.c_str(), 1234, 2345);
+  if (geteuid() == 0) {
+    ASSERT_EQ(chown(sheet_.c_str(), 1234, 2345), 0);
+  }
   // Some file systems have neither.
   const std::string note = Attribute(sheet_, "user.note"), access_list = Attribute(sheet_, kAccessList);
   struct stat before {};
@@ -164,7 +166,7 @@ TEST_F(SafeWrite, TheRightsOfAGroupThatIsLostGoToNobodyElse) {
   chmod(folder_.c_str(), 0777);
   for (const auto& c : cases) {
     Put(sheet_, "old");
-    chown(sheet_.c_str(), 65534, c.group);
+    ASSERT_EQ(chown(sheet_.c_str(), 65534, c.group), 0);
     chmod(sheet_.c_str(), c.mode);
     EXPECT_TRUE(AsNobody([&] { return Save(sheet_, "new").empty(); }, 2346));
     struct stat after {};
@@ -173,7 +175,7 @@ TEST_F(SafeWrite, TheRightsOfAGroupThatIsLostGoToNobodyElse) {
     EXPECT_EQ(after.st_mode & 07777, c.mode_after) << std::oct << c.mode;
   }
   setxattr(sheet_.c_str(), kAccessList, AccessList(6, 4).data(), AccessList(6, 4).size(), 0);
-  chown(sheet_.c_str(), 65534, 2345);
+  ASSERT_EQ(chown(sheet_.c_str(), 65534, 2345), 0);
   EXPECT_TRUE(AsNobody([&] { return Save(sheet_, "new").empty(); }));
   EXPECT_EQ(Attribute(sheet_, kAccessList), AccessList(4, 4));
 }

@@ -151,6 +151,9 @@ class Service(QObject):
 
         def shown(error):
             self._connection.send(kept.createErrorReply(members.ERROR, error) if error else kept.createReply())
+            # The frame painter keeps the colours of its design until its host asks it to read the settings.
+            if not error:
+                self.call_form((tool, path), "PrefsCallback")
         self.call_form((tool, path), "Show", shown)
 
     def call_form(self, form, routine, then=lambda error: None):

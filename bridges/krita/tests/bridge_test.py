@@ -60,6 +60,11 @@ class Status:
 class Form(QDBusAbstractAdaptor):
     Q_CLASSINFO("D-Bus Interface", "Vellumark.Form")
     fails = False
+    dressed = 0
+
+    @pyqtSlot()
+    def PrefsCallback(self):
+        self.dressed += 1
 
     @pyqtSlot(QDBusMessage)
     def Show(self, message):
@@ -268,8 +273,10 @@ class Bridge(unittest.TestCase):
         self.client.registerObject("/Form1", form)
         self.call("Vel_SendFormObject", QDBusObjectPath("/Form1"), 0)
         self.assertEqual(form.rate, "24")
+        self.wait_until(lambda: adaptor.dressed == 1)
         adaptor.fails = True
         self.refused("can't come up", "Vel_SendFormObject", QDBusObjectPath("/Form1"), 0)
+        self.assertEqual(adaptor.dressed, 1)
         self.assertEqual(self.service.forms, [(self.client.baseService(), "/Form1")])
         del self.client
         QDBusConnection.disconnectFromBus("client")

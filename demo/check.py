@@ -255,7 +255,7 @@ def check_recorder(checks):
 
 def check_krita(checks):
     for name, should_be in {"rate": "12", "frames": 48, "size": [319, 239], "wallpaper": "night.png",
-                            "followed": [7, 3, 10], "took_24": True, "drawing_kept": [True] * 4,
+                            "followed": [7, 3, 10], "folder": True, "took_24": True, "drawing_kept": [True] * 4,
                             "retrieved": [3 * 48, 0], "shot": [3 * ROLL_LENGTH, 0],
                             "wiggled": [3 * ROLL_LENGTH, 0], "lives": True, "outlived": True}.items():
         checks.fact("krita_" + name, should_be)

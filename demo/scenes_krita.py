@@ -11,6 +11,7 @@ from PIL import Image
 from desk import wait_for
 from krita_desk import KritaDesk
 from program import LIST, MAIN_TITLE, MESSAGE_TITLE, Sheet
+from scenes_file import SAMPLE_SHEET
 from scenes_painter import ROLL_LENGTH, SHOOT, WIGGLE, done, stamp, way_in
 from scenes_sheet import WAVE_FILE
 
@@ -26,6 +27,7 @@ def beside_krita(tour):
     krita = KritaDesk(tour)
     krita.ask(f"animation({WIDTH}, {HEIGHT}, {FRAMES}, {FIRST}, {RATE})", 300)
     drawing = exported(tour, krita, "drawing")
+    lay_out(tour, krita)
     sheet = start_sheet(tour, krita)
     follow_rows(tour, krita, sheet)
     play(tour, krita, sheet)
@@ -55,11 +57,19 @@ def exported(tour, krita, which):
     return digests(folder)
 
 
+def lay_out(tour, krita):
+    """Krita as an animator has it: a document with a name, its timeline in sight, room for the sheet beside it."""
+    krita.ask(f"save('drawing', {os.path.join(tour.homes, 'frogs.kra')!r})", 300)
+    krita.ask("show_timeline()")
+    krita.window.resize(1216, 900)
+    krita.window.move(8, 30)
+
+
 def start_sheet(tour, krita):
-    krita.window.move(20, 20)
     krita.choose("Tools", "Scripts", "Exposure sheet")
     sheet = Sheet(tour.desk, krita.process, host=krita)
-    sheet.main.move(1100, 560)
+    sheet.main.move(1236, 30)
+    sheet.resize(654, 880)
     tour.whole("krita/0-started", "the sheet beside Krita, started from Krita's menu")
     # Chosen again, the menu item brings the sheet forward.
     krita.window.front()
@@ -67,6 +77,7 @@ def start_sheet(tour, krita):
     wait_for("the sheet to come forward", lambda: tour.desk.active_window() == sheet.main.id)
     tour.note(krita_rate=str(krita.call("Vel_GetFrameRate")), krita_frames=int(krita.call("vel_GetTotalFrames")),
               krita_size=[int(krita.call("vel_BufferWidth")), int(krita.call("vel_BufferHeight"))],
+              krita_folder=str(krita.call("Vel_GetAppDir")) == tour.homes,
               krita_wallpaper=os.path.basename(str(krita.call("Vel_WallpaperFilename"))))
     return sheet
 
@@ -79,9 +90,13 @@ def follow_rows(tour, krita, sheet):
         sheet.click_row(row)
         wait_for("Krita to follow", lambda r=row: krita.ask("facts('drawing')")["time"] == FIRST + r - 1)
         times.append(row)
+    sheet.open_sheet(SAMPLE_SHEET)
+    sheet.go_home()
+    sheet.click_row(27)
+    wait_for("Krita to follow", lambda: krita.ask("facts('drawing')")["time"] == FIRST + 26)
     tour.desk.settle()
     tour.picture("krita/1-following", "Krita's time slider on the frame of the sheet's row",
-                 tour.desk.see((0, 0, 1800, 1000)))
+                 tour.desk.see((0, 0, 1906, 940)))
     krita.call("Vel_GotoFrame", "i", -1)
     wait_for("the first frame", lambda: krita.ask("facts('drawing')")["time"] == FIRST)
     krita.call("Vel_GotoFrame", "d", 1000.0)

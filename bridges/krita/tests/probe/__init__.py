@@ -126,6 +126,17 @@ def export(which, folder, kind="png"):
     return last - first + 1
 
 
+def save(which, path):
+    document_of(which).setBatchmode(True)
+    return document_of(which).saveAs(path)
+
+
+def show_timeline():
+    docker = next(docker for docker in KRITA.dockers() if docker.objectName() == "TimelineDocker")
+    if not docker.isVisible():
+        docker.toggleViewAction().trigger()
+
+
 def document_of(which):
     """The last drawing that was made, or the newest document of that name."""
     if which == "drawing":

@@ -3,6 +3,7 @@
 import fcntl
 import hashlib
 import os
+import shutil
 import time
 
 import dbus
@@ -90,7 +91,9 @@ def follow_rows(tour, krita, sheet):
         sheet.click_row(row)
         wait_for("Krita to follow", lambda r=row: krita.ask("facts('drawing')")["time"] == FIRST + r - 1)
         times.append(row)
-    sheet.open_sheet(SAMPLE_SHEET)
+    # A copy, since what the sheet holds is kept beside its file when its document is closed.
+    copied = shutil.copytree(os.path.dirname(SAMPLE_SHEET), os.path.join(tour.homes, "frogs"))
+    sheet.open_sheet(os.path.join(copied, os.path.basename(SAMPLE_SHEET)))
     sheet.go_home()
     sheet.click_row(27)
     wait_for("Krita to follow", lambda: krita.ask("facts('drawing')")["time"] == FIRST + 26)

@@ -57,6 +57,8 @@ std::int32_t TrackFramesForFile() {
   return std::min(sheet::TrackFramesNow(), timeline::Tracks().VelocityValues.Frames());
 }
 
+static_assert(sheet::kTrackChannels == timeline::kChannels, "the file takes the value of every track");
+
 std::vector<std::array<std::uint8_t, sheet::kTrackChannels>> TrackValues(std::int32_t frames) {
   const timeline::VelocityTable& tracks = timeline::Tracks().VelocityValues;
   std::vector<std::array<std::uint8_t, sheet::kTrackChannels>> values(static_cast<std::size_t>(frames));

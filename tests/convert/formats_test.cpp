@@ -105,16 +105,19 @@ TEST(Formats, APapagayoWordHoldsItsMouthUntilTheNextWordShowsOne) {
   }
 }
 
+std::string Told(const convert::Messages& notes) {
+  std::string all;
+  for (const auto& note : notes) all += InEnglish(note) + "\n";
+  return all;
+}
+
 TEST(Formats, SaysWhatAFormatCantCarry) {
   Document sheet = SheetWith(3, "0:A 1:smile 2:grin");
   sheet.rows[1][2] = "note";
   sheet.wave_file_name = "voice.wav";
   sheet.track_visible[2] = false;
   sheet.track_values = {{32, 32, 32, 31}};
-  std::string said;
-  for (const auto& note : convert::WriteSwitchData(sheet, ShapeTable::Default()).notes)
-    said += InEnglish(note) + "\n";
-  EXPECT_EQ(said,
+  EXPECT_EQ(Told(convert::WriteSwitchData(sheet, ShapeTable::Default()).notes),
             "2 mouths that the table of names doesn't know are left out, the first at frame 1: \"smile\"\n"
             "the comments are left out: the format has none\n"
             "the velocity tracks are left out: the format has none\n"
@@ -170,8 +173,8 @@ constexpr Foreign kForeign[] = {
     {"a table with semicolons, quotes, other columns and decimals", convert::ReadCsv,
      "sep=;\r\nTake;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\r\nc\";0;A ;\"32,0\"\r\n2;;3;M;0\r\n;;;;\r\n",
      "0:A 0\"a;\"b\" c\" 3:M /4"},
-    {"a table without headings", convert::ReadCsv, "0,A,\"x, y\"\n1,,\n2,grin,\n",
-     "0:A 0\"x, y\" 2\"grin\" /3"},
+    {"a table without headings", convert::ReadCsv, "0,A,\"x, y\"\n1,,5\" nail\n2,grin,\n",
+     "0:A 0\"x, y\" 1\"5\" nail\" 2\"grin\" /3"},
 };
 
 TEST(Formats, ReadsWhatOtherProgramsWrite) {
@@ -180,6 +183,13 @@ TEST(Formats, ReadsWhatOtherProgramsWrite) {
     ASSERT_TRUE(reading.sheet) << file.name << ": " << InEnglish(reading.failure);
     EXPECT_EQ(CellsOf(*reading.sheet), file.cells) << file.name;
   }
+  const Reading two = convert::ReadXdts(
+      "exchangeDigitalTimeSheet Save "
+      "Data\n{\"timeTables\":[{\"name\":\"take\",\"fields\":[{\"fieldId\":0,\"tracks\":"
+      "[{\"frames\":[{\"frame\":3,\"data\":[{\"id\":0,\"values\":[\"M\"]}]}]}]}]},{\"name\":\"other\"}]}",
+      Plain());
+  EXPECT_EQ(CellsOf(*two.sheet), "3:M /4") << "as long as what stands in it";
+  EXPECT_THAT(Told(two.notes), HasSubstr("of 2 time tables only the first, \"take\", is taken"));
   Context one_second = Plain();
   one_second.rate_text = "2";
   one_second.sound_seconds = 1;
@@ -252,6 +262,8 @@ TEST(Formats, TheSoundDecidesTheLengthAndTheRateMovesEntries) {
   // Frame 11 lies halfway between two and goes to the even one; frame 50 is behind the end.
   EXPECT_EQ(CellsOf(sheet), "0\"x\" 5:A 6:E /24");
   EXPECT_EQ(sheet.track_values.size(), 24u);
+  notes.insert(notes.end(), reading.notes.begin(), reading.notes.end());
+  EXPECT_THAT(Told(notes), HasSubstr("an entry behind the sheet's end, which is at frame 48, is left out"));
 }
 
 TEST(ShapeTable, ATableOfOnesOwnReplacesTheNames) {

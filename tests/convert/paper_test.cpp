@@ -76,6 +76,9 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   };
   EXPECT_GT(ink_right_of_middle(3), 30);
   EXPECT_LT(ink_right_of_middle(35), 5);
+  int ink_of_second_page = 0;
+  for (int y = 1400; y < 2790; ++y) ink_of_second_page += qGray(page.pixel(120, y)) < 160;
+  EXPECT_GT(ink_of_second_page, 0);
 }
 
 TEST(Paper, TellsASheetThatIsTooLong) {

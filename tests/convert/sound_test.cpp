@@ -91,8 +91,12 @@ TEST(SoundOut, SixteenBitsOfOneChannelComeOutAsTheyAre) {
   const Converted made(SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1, [](int frame, int) { return frame - 32768; });
   for (int frame = 0; frame < kFrames; ++frame) ASSERT_EQ(made.sound.Samples16.At(frame), frame - 32768);
   EXPECT_TRUE(made.notes.empty());
-  for (const auto& [channels, opens] : {std::pair{1, true}, {2, true}, {3, false}})
-    EXPECT_EQ(Converted(SF_FORMAT_WAV | SF_FORMAT_PCM_16, channels, [](int, int) { return 0; }).plain, opens)
+  for (const auto& [depth, channels, opens] :
+       std::initializer_list<std::tuple<int, int, bool>>{{SF_FORMAT_PCM_16, 2, true},
+                                                         {SF_FORMAT_PCM_U8, 1, true},
+                                                         {SF_FORMAT_PCM_16, 3, false},
+                                                         {SF_FORMAT_PCM_24, 1, false}})
+    EXPECT_EQ(Converted(SF_FORMAT_WAV | depth, channels, [](int, int) { return 0; }).plain, opens)
         << "as the tool opens it";
 }
 

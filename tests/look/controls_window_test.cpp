@@ -93,6 +93,8 @@ TEST(VlButton, KeysDoWhatTheMouseDoes) {
     Key(bench.toggle.Widget(), key);
     EXPECT_EQ(bench.Seen(), Texts{before ? "up 1 0 11 11 off" : "up 1 0 11 11 on"}) << key;
   }
+  QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+  QApplication::sendEvent(bench.push.Widget(), &held);
   Key(bench.push.Widget(), Qt::Key_A);
   EXPECT_EQ(bench.Seen(), Texts{});
 }
@@ -119,6 +121,14 @@ TEST(VlButton, EveryStateLooksDifferentEvenWithoutColour) {
       }
     }
   }
+}
+
+TEST(VlButton, LightFallsOnItFromTheLeft) {
+  Bench bench;
+  const QImage look = bench.push.Widget()->grab().toImage();
+  int left = 0, right = 0;
+  for (int x = 0; x < 4; ++x) left += qGray(look.pixel(x, 11)), right += qGray(look.pixel(22 - x, 11));
+  EXPECT_GT(left, right);
 }
 
 TEST(HGlide, ScrollComesFromTheUserAloneAndEachPositionOnce) {
@@ -155,6 +165,9 @@ TEST(HGlide, ScrollComesFromTheUserAloneAndEachPositionOnce) {
   glide.SetRange(3000);
   Key(widget, Qt::Key_PageDown);
   EXPECT_EQ(bench.Seen(), Texts{"at 387"});
+  Press(widget, {395, 9});
+  Release(widget, {395, 9});
+  EXPECT_EQ(bench.Seen(), Texts{"at 772"});
 }
 
 TEST(HGlide, BarFollowsThePointerAndAPressBesideItPages) {

@@ -80,6 +80,7 @@ TEST_F(Painter, OpensWithTheFirstCellChosenABlankRollAndNumberedFrames) {
   EXPECT_EQ(CellsAt(342), kBlack);
   EXPECT_EQ(RollAt(569, 75), kWhite);
   EXPECT_EQ(RollAt(570), kBlack);
+  EXPECT_EQ(Window().TopWidget()->minimumHeight(), Window().TopWidget()->maximumHeight()) << "wider only";
   PressRoll(300);
   EXPECT_EQ(TheRoll().entries, (std::vector<std::int16_t>{-1, -1, 0, -1, -1}));
   EXPECT_EQ(RollAt(228), Cell(0));

@@ -116,7 +116,10 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
   EXPECT_FALSE(bar->isVisible());
   stand_in_->StatusOpen("Developing...");
   EXPECT_TRUE(bar->isVisible());
-  EXPECT_EQ(LabelText("StatusLabel"), "Developing...");
+  for (const char* text : {"Saving...", "Developing..."}) {
+    stand_in_->StatusOpen(text);
+    EXPECT_EQ(LabelText("StatusLabel"), text) << "another display shows at once";
+  }
   QThread::msleep(700);
   stand_in_->GotoFrame(4);
   stand_in_->StatusPercent(62.5);
@@ -134,6 +137,7 @@ TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
   Choose("Play");
   for (int i = 0; i < 10; ++i) QApplication::processEvents(), QThread::msleep(30);
   EXPECT_EQ(stand_in_->CurrentFrame(), 6) << "it goes on from where it stood";
+  EXPECT_EQ(window_->findChild<QAction*>("Play")->text(), "Pause");
   Choose("Play");
   stand_in_->SetFrameRate(100);
   stand_in_->GotoFrame(0);
@@ -300,6 +304,10 @@ TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
   EXPECT_EQ(QImage(File("take0003.png")).width(), 8);
   EXPECT_TRUE(QFile::exists(File("take0009.png")));
   EXPECT_EQ(LabelText("StatusLabel"), "10 pictures saved in " + folder_.path());
+  OnDialogs({name_it, AnswerQuestion(QMessageBox::No, &question)});
+  Choose("Save");
+  EXPECT_THAT(question.toStdString(),
+              testing::HasSubstr("10 of the pictures are already there, take0000.png to take0009"));
   EXPECT_FALSE(stand_in_->Unsaved());
 }
 
@@ -395,6 +403,7 @@ TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   for (const QAction* menu : german.menuBar()->actions()) menus << menu->text();
   EXPECT_EQ(menus.join(' '), "&Animation &Bilder &Aussehen &Werkzeuge &Hilfe");
   EXPECT_EQ(german.findChild<QAction*>("ThemeDark")->text(), "Farben: Dunkel");
+  EXPECT_EQ(german.findChild<QAction*>("Save")->shortcut(), QKeySequence(QKeySequence::Save));
   EXPECT_TRUE(german.findChild<QLabel*>("FactsLabel")->text().startsWith("10 Bilder"));
 
   QString about;

@@ -35,7 +35,8 @@ std::optional<std::int32_t> KeyTarget(KeyPress::Key key, std::int32_t from, std:
 /// Scrolls as little as brings the thumbnail whole into the strip; whether that was anything.
 bool ScrollTo(look::HGlide& glide, const StripView& view, std::int32_t index, std::int32_t strip_width) {
   const std::int32_t whole = std::max(strip_width / view.thumb.width, 1);
-  const std::int32_t first = platform::RoundToLong(-view.offset / view.thumb.exact_width);
+  const std::int64_t first =
+      platform::RoundToLong(-static_cast<double>(view.offset) / view.thumb.exact_width);
   if (index >= first && index < first + whole) return false;
   glide.SetPosition(index < first ? index : index - whole + 1);
   return true;

@@ -176,6 +176,7 @@ TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
   FramePainter& window = Window();
   keys(window.Picture1, {Qt::Key_Left, Qt::Key_Right, Qt::Key_Right});
   EXPECT_EQ(CellsAt(228), Negative(2));
+  support::Key(window.Picture1.Widget(), Qt::Key_Right, Qt::ControlModifier);
   EXPECT_EQ(told(window.Picture1), "Cell 2 of 20");
   keys(window.Picture2, {Qt::Key_Right, Qt::Key_Space, Qt::Key_Space});
   EXPECT_EQ(TheRoll().entries[0], -1);

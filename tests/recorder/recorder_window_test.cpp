@@ -130,6 +130,7 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   Deliver(std::vector<std::int16_t>(44100, 0x1234));
   Until([this] { return Time() == "0:01.0"; });
   Deliver({0x5678});
+  EXPECT_THAT(Action("Stop").shortcuts(), testing::Contains(QKeySequence(Qt::Key_Escape)));
   Press("StopButton");
   EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true));
   EXPECT_TRUE(window_->isWindowModified());

@@ -175,7 +175,7 @@ TEST_F(Recorder, SoundThatCouldntBeWrittenInTimeEndsTheTakeBeforeTheGap) {
   BeginToRecord();
   // A minute waits while the window is kept from writing; what comes on top is lost, and nothing may follow
   // it.
-  for (const std::size_t count : {60 * 44100, 2, 0}) Deliver(std::vector<std::int16_t>(count));
+  for (const std::size_t count : {60U * 44100U, 2U, 0U}) Deliver(std::vector<std::int16_t>(count));
   window_->Tick();
   EXPECT_EQ(Status(),
             "The disk is too slow for the recording. What was recorded until then is kept: 1:00.0.");

@@ -173,6 +173,7 @@ TEST(ApplySheet, SpoiltFieldsAreNamedAndReadingStaysInStep) {
       {17, "TRUE", "", "lock 1"},
       {19, "0", "", "show 0 0"},
       {19, "-1", "", "show 0 1"},
+      {19, "fALSE", "", "show 0 0"},
       {20, "", "the red track's visibility, True or False", "show 2 0"},
       {23, "x", "the number of track frames, a number from 0 to 2147483647", "show 3 1"},
       {24, "2.5", "", "value 0 0 2"},

@@ -67,8 +67,11 @@ def _pushed_lip(x, y, m, c):
     d_out, _ = distance(x, y, c.outer_top, 30)
     across = d_in / (d_in + d_out + 1e-3)
     side = np.abs(np.arctan2(x - CENTRE_X, c.corner_y - y)) * 2 / np.pi  # 0 on top, 1 at a corner
-    least = lerp(0.3, 0.05, m.push) + smooth(0.25, 1.0, side) ** 1.3
-    lip = between(x, y, c.outer_top, c.outer_bottom) * (y < c.corner_y)
+    # Round a small mouth the black goes on to the corners: white on both sides of the opening would make it an eye.
+    fade = lerp(1.0, 0.3, smooth(0.5, 1.0, m.push))
+    least = lerp(0.3, 0.05, m.push) + fade * smooth(0.25, 1.0, side) ** 1.3
+    end = c.corner_y + (1.0 - fade) * 14.0 * (across - 0.55)  # it runs out along the outline
+    lip = between(x, y, c.outer_top, c.outer_bottom) * (y < end)
     return lip * (across >= least) * (d_in >= 2.6)
 
 
@@ -98,7 +101,9 @@ def _strokes(m, c):
         yield _part(c.outer_bottom, 0.29, 0.73), 0.3, 3.2, 0.55
     elif m.press:
         yield c.inner_top, 2.2, 5.0, 0.54
-        yield from _pressed(m, c)
+        brushes = ((0.4, 3.2, 0.5), (0.4, 3.2, 0.5), (0.3, 1.8, 0.5), (0.3, 3.0, 0.55), (0.3, 2.2, 0.45))
+        for fold, brush in zip(model.pressed_folds(c), brushes):
+            yield fold, *brush
     else:
         yield c.inner_top, 1.6, 4.6, 0.56
         yield _part(c.outer_bottom, 0.3, 0.74), 0.3, 3.4, 0.55
@@ -110,14 +115,9 @@ def _strokes(m, c):
 
 
 def _ring(m, c):
-    """Lips pushed forward: an outline of their own, folds below the opening, hollow cheeks."""
+    """Lips pushed forward: an outline of their own, a fold below, hollow cheeks."""
     yield c.outer_top, 1.6, 2.8, 0.4
     yield c.outer_bottom, 1.6, 4.6, 0.56
-    middle = np.array([CENTRE_X, (c.inner_top[:, 1].min() + c.inner_bottom[:, 1].max()) / 2])
-    for ray in np.radians((60, 90, 120) if m.push > 0.9 and m.width > 9 else ()):
-        toward = np.array([np.cos(ray), np.sin(ray)])
-        near = middle + toward * (m.width + 1, m.opening / 2 + 2.5)
-        yield np.stack([near, near + toward * 6.5]), 0.3, 1.8, 0.4
     t = np.linspace(-1, 1, 17)
     low = c.outer_bottom[:, 1].max() + 4.5
     if low < m.chin - 5:
@@ -127,18 +127,6 @@ def _ring(m, c):
         for side in (-1, 1):
             at = c.outer_top[-1 if side > 0 else 0] + (side * 7.0, 0.0)
             yield np.stack([at[0] + side * 3.0 * t**2, at[1] + (14.0 - 0.4 * m.width) * t], axis=1), 0.3, 2.2, 0.55
-
-
-def _pressed(m, c):
-    """Lips rolled in and a chin pushed up: brackets at the corners, bulges above and below, a fold over the chin."""
-    t = np.linspace(-1, 1, 17)
-    for side in (-1, 1):
-        end = c.outer_top[-1 if side > 0 else 0]
-        yield np.stack([end[0] + side * (6.5 - 3.0 * t**2), end[1] - 0.5 + 7.0 * t], axis=1), 0.4, 3.2, 0.5
-    line = model.REST_LINE
-    yield np.stack([CENTRE_X + 15 * t, line - 8.5 + 2.2 * t**2], axis=1), 0.3, 1.8, 0.5
-    yield np.stack([CENTRE_X + 1 + 17 * t, line + 10.5 - 3.0 * t**2], axis=1), 0.3, 3.0, 0.55
-    yield np.stack([CENTRE_X + 10 * t, line + 21.5 + 4.0 * t**2], axis=1), 0.3, 2.2, 0.45
 
 
 def _tuck(m, c, side):

@@ -154,6 +154,21 @@ def creases(m):
     return [_through(run * (side, 1) + (CENTRE_X, 0), 8) for side in (-1, 1)]
 
 
+def pressed_folds(c):
+    """Where lips that are rolled in push up the skin, with curves `c`: brackets at the corners, a bulge above the lips
+    and one below, a fold over the chin."""
+    t = np.linspace(-1, 1, 17)
+
+    def bracket(side):
+        end = c.outer_top[-1 if side > 0 else 0]
+        return np.stack([end[0] + side * (6.5 - 3.0 * t**2), end[1] - 0.5 + 7.0 * t], axis=1)
+
+    above = np.stack([CENTRE_X + 15 * t, REST_LINE - 8.5 + 2.2 * t**2], axis=1)
+    below = np.stack([CENTRE_X + 1 + 17 * t, REST_LINE + 10.5 - 3.0 * t**2], axis=1)
+    chin = np.stack([CENTRE_X + 10 * t, REST_LINE + 21.5 + 4.0 * t**2], axis=1)
+    return bracket(-1), bracket(1), above, below, chin
+
+
 def closed(top, bottom):
     """The closed outline between two edges that share their ends."""
     return np.concatenate([top, bottom[::-1]])

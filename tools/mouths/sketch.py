@@ -45,6 +45,17 @@ def _skin(x, y, m, c, outer):
         end = CENTRE_X + side * (c.outer_top[-1, 0] - CENTRE_X)
         depth = (1 - m.roundness) * (22 + 16 * m.press)
         image -= depth * bump(x - end - side * 1.5, 5.0) * bump(y - c.corner_y - 1, 6.0)
+    return _pressed(image, x, y, c) if m.press else image
+
+
+def _pressed(image, x, y, c):
+    """The skin around lips that are rolled in: it swells beside the lips and folds where the swelling ends."""
+    for at, wide, high in ((-5.5, 15, 3.0), (8.5, 17, 3.2), (27.5, 11, 4.0)):
+        image = image + 24 * bump((x - CENTRE_X + 3) / wide, 1.0) * bump((y - model.REST_LINE - at) / high, 1.0)
+    for fold, depth in zip(model.pressed_folds(c), (58, 66, 30, 52, 44)):
+        d, along = distance(x, y, fold, 10)
+        run = np.clip(np.sin(np.pi * along), 0, 1)
+        image = image - run * (depth * bump(d, 1.5) + 0.35 * depth * bump(d, 4.0))
     return image
 
 

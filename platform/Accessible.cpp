@@ -14,6 +14,7 @@ constexpr const char* kRoleProperty = "accessible_role";
 constexpr const char* kItemProperty = "accessible_item";
 constexpr const char* kLastItemProperty = "accessible_last_item";
 constexpr const char* kNoticeProperty = "accessible_notice";
+constexpr const char* kLastNoticeProperty = "accessible_last_notice";
 
 /// A text in a widget. Another text is another item: who listens hears of it then.
 class Item : public QAccessibleInterface {
@@ -56,6 +57,15 @@ QAccessibleInterface* ItemOf(const QWidget& widget, const char* property = kItem
   return id.isValid() ? QAccessible::accessibleInterface(id.value<QAccessible::Id>()) : nullptr;
 }
 
+/// The last one stays: who hears of the new one looks back at it, to tell only what is new, or is only now
+/// about to read it.
+void Keep(QWidget& widget, Item* item, const char* property, const char* last_property) {
+  if (QAccessibleInterface* before = ItemOf(widget, last_property))
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(before));
+  widget.setProperty(last_property, widget.property(property));
+  widget.setProperty(property, QVariant::fromValue(QAccessible::registerAccessibleInterface(item)));
+}
+
 class ItemHolder : public QAccessibleWidget {
  public:
   explicit ItemHolder(QWidget* widget) : QAccessibleWidget(widget, QAccessible::List) {}
@@ -88,12 +98,7 @@ void SetAccessibleRole(QWidget* widget, QAccessible::Role role) {
 void SetAccessibleItem(QWidget* widget, const QString& text) {
   QAccessibleInterface* known = ItemOf(*widget);
   if (known != nullptr && known->text(QAccessible::Name) == text) return;
-  // The last one stays: who hears of the new one looks back at it, to tell only what is new.
-  if (QAccessibleInterface* before = ItemOf(*widget, kLastItemProperty))
-    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(before));
-  widget->setProperty(kLastItemProperty, widget->property(kItemProperty));
-  widget->setProperty(kItemProperty,
-                      QVariant::fromValue(QAccessible::registerAccessibleInterface(new Item(widget, text))));
+  Keep(*widget, new Item(widget, text), kItemProperty, kLastItemProperty);
   if (widget->hasFocus()) TellAccessibleItem(widget);
 }
 
@@ -105,11 +110,9 @@ void TellAccessibleItem(QWidget* widget) {
 }
 
 void Announce(QWidget* widget, const QString& text) {
-  if (QAccessibleInterface* before = ItemOf(*widget, kNoticeProperty))
-    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(before));
   // In the window: the widget may be one that knows of no children but its own cells.
   auto* notice = new Item(widget->window(), text, QAccessible::Notification);
-  widget->setProperty(kNoticeProperty, QVariant::fromValue(QAccessible::registerAccessibleInterface(notice)));
+  Keep(*widget, notice, kNoticeProperty, kLastNoticeProperty);
   QAccessibleEvent event(notice, QAccessible::ObjectShow);
   QAccessible::updateAccessibility(&event);
 }

@@ -123,6 +123,7 @@ QString ToolkitFilter(const std::string& filter) {
 std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
   const QString folder = last_folder.isEmpty() ? QString::fromStdString(DocumentsFolder()) : last_folder;
   QWidget* const owner = Owner();
+  const FocusReturn focus_return(owner);
   QFileDialog dialog(owner, QString::fromStdString(question.title), folder, ToolkitFilter(question.filter));
   dialog.setObjectName("CommonDialog");
   DressOver(owner, dialog);

@@ -220,8 +220,8 @@ Der Rückgabewert ist 0, wenn alles gelang, 1, wenn eine Datei nicht gelesen ode
         <translation>das ist ein Entwurf: gehen Sie ihn nach Gehör durch</translation>
     </message>
     <message>
-        <source>the words are spelled by rules for English; with the library of espeak-ng the draft is closer and other languages are possible</source>
-        <translation>die Wörter sind nach Regeln für Englisch buchstabiert; mit der Bibliothek von espeak-ng wird der Entwurf genauer, und andere Sprachen sind möglich</translation>
+        <source>the words are spelled by rules for English; with the library of espeak-ng other languages are possible</source>
+        <translation>die Wörter sind nach Regeln für Englisch buchstabiert; mit der Bibliothek von espeak-ng sind andere Sprachen möglich</translation>
     </message>
     <message>
         <source>line %1: expected a time in seconds or minutes:seconds, not before the one above, found %2</source>

@@ -138,7 +138,7 @@ Reading DraftOf(std::string_view text, SoundFile& sound, const Spelling& spellin
   if (!synthesizer && spelling.synthesizer) {
     notes.push_back({QT_TRANSLATE_NOOP("convert",
                                        "the words are spelled by rules for English; with the library of "
-                                       "espeak-ng the draft is closer and other languages are possible"),
+                                       "espeak-ng other languages are possible"),
                      {}});
   }
 

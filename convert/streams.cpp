@@ -46,6 +46,12 @@ int FileWithoutName(const std::string& beside) {
   return file;
 }
 
+/// What bytes run through, such as a pipe or a terminal: it can't be replaced, only written to.
+bool IsChannel(const std::string& name) {
+  struct stat status {};
+  return stat(name.c_str(), &status) == 0 && (S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode));
+}
+
 }  // namespace
 
 Descriptor::~Descriptor() {
@@ -111,11 +117,15 @@ Descriptor Spool::Take() {
 
 bool OutputExists(const std::string& name) {
   struct stat status {};
-  return name != kStandardStream && lstat(name.c_str(), &status) == 0;
+  return name != kStandardStream && lstat(name.c_str(), &status) == 0 && !IsChannel(name);
 }
 
 std::string WriteOutput(const std::string& name, std::string_view bytes) {
   if (name == kStandardStream) return WriteWhole(STDOUT_FILENO, bytes) ? "" : std::strerror(errno);
+  if (IsChannel(name)) {
+    const Descriptor channel(open(name.c_str(), O_WRONLY | O_CLOEXEC));
+    return channel.Number() >= 0 && WriteWhole(channel.Number(), bytes) ? "" : std::strerror(errno);
+  }
   sheet::SafeWriter writer(name);
   if (!writer.CreateFailure().empty()) return writer.CreateFailure();
   return writer.Finish(bytes);

@@ -64,6 +64,8 @@ TEST_F(ConvertProgram, WorksInAPipe) {
             0);
   EXPECT_EQ(File("back.exp").substr(0, 23), "ExposureSheet02\r\n24\r\n\r\n");
   ASSERT_EQ(Run("cat $S/frogs.wav | $C --from wav --to wav - - | cmp - $S/frogs.wav"), 0) << err_;
+  ASSERT_EQ(Run("mkfifo p; wc -l <p & $C --to csv $S/frogs.exp p; wait; test -p p"), 0) << err_;
+  EXPECT_EQ(out_, "72\n");
   EXPECT_EQ(Run("$C --to csv $S/frogs.exp - >/dev/full"), 1);
   EXPECT_THAT(err_, HasSubstr("standard output: No space left on device"));
   EXPECT_EQ(Run("head -c 100000000 /dev/zero | $C --from tsv --to dat - -"), 1) << "more than a text has";

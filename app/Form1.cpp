@@ -166,9 +166,9 @@ void Form1::BindTimeline() {
   HScroll1.Change = [this] { HScroll1_Change(); };
   HScroll1.Scroll = [this] { HScroll1_Scroll(); };
   look::vl_button* choosers[] = {&vl_button6, &vl_button7, &vl_button8, &vl_button9};
-  for (int channel = 0; channel < 4; ++channel)
+  for (int channel = 0; channel < std::ssize(choosers); ++channel)
     choosers[channel]->Click = [this, channel] { ChooseChannel(channel); };
-  for (look::vl_button* visibility : {&vl_button13, &vl_button14, &vl_button15, &vl_button16})
+  for (look::vl_button* visibility : VisibilityButtons())
     visibility->MouseUp = [this](auto, auto, float, float) { PaintVelocity(); };
   for (platform::PictureBox* canvas : {&Picture2, &Picture4})
     canvas->Wheel = [this](float notches, auto shift, float x) { TurnWheel(notches, shift, x); };

@@ -107,7 +107,7 @@ std::optional<std::int32_t> RowsInPlace(LayoutCheck& lines, std::optional<std::i
 }
 
 bool HasTracksInPlace(LayoutCheck& lines) {
-  if (!lines.HaveNoComma(1) || !lines.Is(kVelocity) || !lines.HaveNoComma(4)) return false;
+  if (!lines.HaveNoComma(1) || !lines.Is(kVelocity) || !lines.HaveNoComma(kTrackChannels)) return false;
   if (lines.Ended()) return true;
   // A count that is no number does no harm here: nothing is read behind it.
   const auto frames = lines.Count();

@@ -17,6 +17,7 @@
 #include "platform/DarkGround.h"
 #include "platform/HeldEvents.h"
 #include "platform/Lifetime.h"
+#include "platform/Settings.h"
 
 namespace platform {
 namespace {
@@ -163,6 +164,10 @@ void GiveColumnsRoom(QFileDialog& dialog) {
 }
 
 std::string DocumentsFolder() {
+  // Where the toolkit looks for the folder's name. A pipe in that place would keep it waiting for good.
+  const QString names =
+      QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/user-dirs.dirs";
+  if (!MayOpenSettings(names.toStdString())) return QDir::homePath().toStdString();
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   return (QFileInfo(documents).isDir() ? documents : QDir::homePath()).toStdString();
 }

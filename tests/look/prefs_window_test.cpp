@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <QDialog>
+#include <QDir>
 #include <QImage>
 #include <QScrollBar>
 #include <QWidget>
@@ -17,6 +18,7 @@
 #include "look/VlDropDial.h"
 #include "painter/FramePainter.h"
 #include "platform/DarkGround.h"
+#include "platform/Dialogs.h"
 #include "platform/Picture.h"
 #include "platform/Settings.h"
 #include "platform/Widgets.h"
@@ -222,17 +224,20 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   EXPECT_GT(ground(main.HScroll1.Widget()), 180);
 }
 
-TEST_F(Prefs, APipeInPlaceOfWallpaperOrSettingsHoldsNothingUp) {
+TEST_F(Prefs, APipeInPlaceOfWallpaperSettingsOrFoldersHoldsNothingUp) {
   support::Desk desk;
   desk.host->wallpaper = support::ScratchFolder() + "/pipe.png";
   const std::string settings = platform::SettingsFile("vellumark");
   std::filesystem::create_directories(std::filesystem::path(settings).parent_path());
-  std::filesystem::remove(settings);
-  for (const std::string& pipe : {desk.host->wallpaper, settings}) ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const std::string folders = std::filesystem::path(settings).parent_path().string() + "/user-dirs.dirs";
+  for (const std::string& file : {settings, folders}) std::filesystem::remove(file);
+  for (const std::string& pipe : {desk.host->wallpaper, settings, folders})
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   Form1& main = desk.Main();
   EXPECT_FALSE(main.Image1.Picture());
   EXPECT_EQ(main.List1.BackColor(), Rgb(85, 85, 102));
-  std::filesystem::remove(settings);
+  EXPECT_EQ(platform::DocumentsFolder(), QDir::homePath().toStdString());
+  for (const std::string& file : {settings, folders}) std::filesystem::remove(file);
 }
 
 }  // namespace

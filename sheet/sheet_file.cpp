@@ -282,7 +282,7 @@ std::string_view SoundNameIn(std::string_view bytes) {
 std::string DecodedSheet(std::string bytes) {
   if (IsUtf8(bytes)) return DecodedText(std::move(bytes));
   const std::string_view name = SoundNameIn(bytes);
-  if (IsUtf8(name)) return DecodedText(bytes);
+  if (name.empty()) return DecodedText(bytes);
   const auto place = static_cast<std::size_t>(name.data() - bytes.data());
   std::string rest = bytes;
   rest.erase(place, name.size());

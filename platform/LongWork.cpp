@@ -31,8 +31,11 @@ void KeepPainted() {
   if (painting || QCoreApplication::instance() == nullptr || Clock::now() < next) return;
   painting = true;
   {
-    HeldEvents held(nullptr, false);
-    held.Handle(QEventLoop::ExcludeUserInputEvents);
+    // On X11, input that is left in the queue is looked at again only when something else arrives. So input
+    // that is to be dropped is dropped as it comes.
+    const bool drops_input = LongWork::DropsInput();
+    HeldEvents held(nullptr, drops_input);
+    held.Handle(drops_input ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
   }
   painting = false;
   next = Clock::now() + kBetweenPaints;
@@ -61,6 +64,12 @@ LongWork::~LongWork() {
   bar_.reset();
   if (std::uncaught_exceptions() > 0 || QCoreApplication::instance() == nullptr) return;
   DropAllInput();
+}
+
+bool LongWork::DropsInput() {
+  for (const LongWork* work = innermost; work != nullptr; work = work->outer_)
+    if (work->bar_ != nullptr || (work->outer_ == nullptr && work->covered_ == nullptr)) return true;
+  return false;
 }
 
 void LongWork::Report(int done, int all) {

@@ -31,6 +31,8 @@ class LongWork {
   LongWork(const LongWork&) = delete;
   LongWork& operator=(const LongWork&) = delete;
 
+  /// Whether there is work under way at whose end the input is dropped that has come by now.
+  static bool DropsInput();
   /// To be called for each step, which is cheap. Ends the process if a signal asks for that.
   void Report(int done, int all);
 

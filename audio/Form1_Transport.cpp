@@ -8,6 +8,7 @@
 #include "host/HostSession.h"
 #include "platform/Application.h"
 #include "platform/Clock.h"
+#include "platform/UntimelyEnd.h"
 #include "platform/WaveOut.h"
 #include "platform/numbers.h"
 #include "platform/wave_codes.h"
@@ -41,7 +42,7 @@ platform::WaveFormatEx OutputFormat(const audio::WaveFormatBlock& file) {
 }
 
 /// Plays a slice through an output opened for it alone and returns when it has ended. Without a device the
-/// write fails on the empty handle, and nothing waits.
+/// write fails on the empty handle, and nothing waits. A slice can last for minutes where there are few rows.
 void PlayAndWait(const platform::WaveFormatEx& format, const platform::WaveHeader& header) {
   platform::WaveOutput& output = platform::WaveOut();
   platform::WaveHandle handle = 0;
@@ -49,7 +50,10 @@ void PlayAndWait(const platform::WaveFormatEx& format, const platform::WaveHeade
   output.PrepareHeader(handle, header);
   WaveDoneFlag = platform::kFalse;
   if (output.Write(handle, header) == platform::kWaveOk)
-    while (WaveDoneFlag == platform::kFalse) platform::Sleep(kPollMilliseconds);
+    while (WaveDoneFlag == platform::kFalse) {
+      platform::EndIfAsked();
+      platform::Sleep(kPollMilliseconds);
+    }
   output.UnprepareHeader(handle, header);
   output.Close(handle);
 }

@@ -18,6 +18,9 @@ namespace platform {
 namespace {
 
 constexpr std::array kSignals = {SIGTERM, SIGHUP, SIGINT};
+/// Writing to a pipe that nobody reads any more, such as the error output's, and beyond a limit of file
+/// sizes.
+constexpr std::array kSignalsOfFailedWrites = {SIGPIPE, SIGXFSZ};
 constexpr unsigned kMostSecondsToTheEnd = 30;
 
 std::function<std::string()> rescue_routine;
@@ -91,6 +94,8 @@ std::string Rescue() {
 
 EndsWatched::EndsWatched() {
   watched = true;
+  // The write fails then, which is told or passed over where it is called.
+  for (const int number : kSignalsOfFailedWrites) signal(number, SIG_IGN);
   if (pipe2(wake_pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;
   waker = std::make_unique<QSocketNotifier>(wake_pipe[0], QSocketNotifier::Read);
   QObject::connect(waker.get(), &QSocketNotifier::activated, EndIfAsked);

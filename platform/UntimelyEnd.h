@@ -17,7 +17,8 @@ std::string Rescue();
 /// While one of these lives, SIGTERM, SIGHUP and SIGINT end the process only where it can be ended: in the
 /// event loop, or where EndIfAsked is called. A process that doesn't come to that within half a minute ends
 /// all the same. Ends by way of exit or std::terminate, as the toolkit ends a program whose screen has gone,
-/// are preceded by the rescue too.
+/// are preceded by the rescue too. A write that fails is no reason for an end, as the system has it
+/// otherwise.
 class EndsWatched {
  public:
   EndsWatched();

@@ -5,11 +5,13 @@
 #include <QAbstractScrollArea>
 #include <QEvent>
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 
 #include "app/Form1.h"
 #include "audio/sample_store.h"
 #include "platform/Clock.h"
+#include "platform/UntimelyEnd.h"
 #include "platform/WaveOut.h"
 #include "support/desk.h"
 
@@ -46,6 +48,7 @@ struct ScriptedOutput : platform::WaveOutput {
                                                              : sound.Samples16.Data();
     const auto offset = static_cast<const char*>(header.lpData) - static_cast<const char*>(start);
     log.push_back("slice " + std::to_string(offset) + "+" + std::to_string(header.dwBufferLength));
+    if (signal_instead) return std::raise(signal_instead), platform::kWaveOk;
     callback(handle, platform::WOM_DONE, 0, 0, 0);
     return platform::kWaveOk;
   }
@@ -57,6 +60,8 @@ struct ScriptedOutput : platform::WaveOutput {
 
   Log& log;
   bool has_device = true;
+  /// Sent while the slice is under way, which then never ends.
+  int signal_instead = 0;
   platform::WaveFormatEx format;
   platform::WaveCallback callback = nullptr;
 };
@@ -262,6 +267,14 @@ TEST_F(TransportWindow, NothingPlaysOnTheHeaderRowWithoutFramesOrWithoutADevice)
   EXPECT_EQ(form.Grid1.Rows(), 1);
   form.vl_button2_Click();
   EXPECT_THAT(Take(), IsEmpty());
+}
+
+TEST_F(TransportWindow, ASignalEndsASliceThatLastsTooLong) {
+  Load(20000);
+  form.Grid1.SetRow(3);
+  output.signal_instead = SIGTERM;
+  const platform::EndsWatched watched;
+  EXPECT_EXIT(form.vl_button2_Click(), testing::KilledBySignal(SIGTERM), "ended by a signal");
 }
 
 TEST_F(TransportWindow, APressSelectsShowsAndSoundsItsFrameOnce) {

@@ -57,7 +57,9 @@ class UntimelyEnd(tool_session.Session):
         for step, expected in (("throw=the words", 1), ("exit", 1), ("terminate", -signal.SIGABRT)):
             with self.subTest(step=step):
                 self.begin_anew()
-                status, seen, reported = self.run_tool(*self.sheet(), step, "wait")
+                # As a write to the pipe of a terminal that has gone sends it.
+                written = f"signal={int(signal.SIGPIPE)}"
+                status, seen, reported = self.run_tool(*self.sheet(), written, step, "wait")
                 self.assertEqual(status, expected, reported)
                 self.check_rescued(seen, reported)
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QToolButton>
+#include <atomic>
 #include <filesystem>
 #include <mutex>
 #include <thread>
@@ -25,10 +26,10 @@ using namespace std::chrono_literals;
 struct Machine {
   std::mutex mutex;
   platform::SoundDevices devices{{"Microphone", "Line"}, true};
-  bool refuses = false;
+  std::atomic<bool> refuses = false;
   std::string opened;
   platform::TakeSamples take;
-  bool lost = false;
+  std::atomic<bool> lost = false;
   /// Held by a test, it makes the opening hang.
   std::mutex opening;
   std::atomic<std::chrono::milliseconds> now{0ms};
@@ -37,10 +38,7 @@ struct Machine {
 struct FakeCapture : platform::CaptureDevice {
   explicit FakeCapture(std::shared_ptr<Machine> on) : machine(std::move(on)) {}
   void Start() override {}
-  bool IsLost() const override {
-    const std::lock_guard lock(machine->mutex);
-    return machine->lost;
-  }
+  bool IsLost() const override { return machine->lost; }
   std::shared_ptr<Machine> machine;
 };
 
@@ -108,6 +106,10 @@ class Recorder : public testing::Test {
     Press("RecordButton");
     Until([this] { return Status().starts_with("Recording from"); });
   }
+  void SetDevices(platform::SoundDevices devices) {
+    const std::lock_guard lock(machine_->mutex);
+    machine_->devices = std::move(devices);
+  }
   void Deliver(std::vector<std::int16_t> samples) {
     const std::lock_guard lock(machine_->mutex);
     machine_->take(samples);
@@ -158,7 +160,6 @@ TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
     Deliver(std::vector<std::int16_t>(22050));
     Until([this] { return Time() == "0:00.5"; });
     if (std::string(way) == "lost") {
-      const std::lock_guard lock(machine_->mutex);
       machine_->lost = true;
     } else {
       Pass(2001ms);
@@ -208,14 +209,11 @@ TEST_F(Recorder, ADeviceThatCantBeOpenedIsTold) {
 }
 
 TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
-  machine_->devices = {};
+  SetDevices({});
   MakeWindow();
   EXPECT_THAT(Status(), StartsWith("No recording device was found."));
   EXPECT_THAT(Enabled(), ElementsAre(false, false, false, false));
-  {
-    const std::lock_guard lock(machine_->mutex);
-    machine_->devices = {{"Microphone"}, false};
-  }
+  SetDevices({{"Microphone"}, false});
   Until([this] { return bool{Enabled()[0]}; });
   BeginToRecord();
   Deliver({1});

@@ -4,12 +4,11 @@
 #include <atomic>
 #include <cmath>
 #include <cstdlib>
-#include <memory>
-#include <system_error>
 #include <thread>
 #include <vector>
 
 #include "painter/noise.h"
+#include "painter/thread_team.h"
 #include "painter/wiggle_field.h"
 #include "painter/wiggle_kernel.h"
 #include "platform/numbers.h"
@@ -135,49 +134,6 @@ int ThreadsFor(const Frame& frame, const WiggleWork& work) {
   const int cores = static_cast<int>(std::thread::hardware_concurrency());
   const int most = work.threads > 0 ? work.threads : std::min(cores, kMostThreads);
   return static_cast<int>(std::clamp<std::int64_t>(worthwhile, 1, std::max(most, 1)));
-}
-
-/// Who of several threads is at work on what one of them owns.
-class Attendance {
- public:
-  /// False if the work is over: then nothing of the owner's may be touched.
-  bool Enter() {
-    if ((state_.fetch_add(1) & kOver) == 0) return true;
-    Leave();
-    return false;
-  }
-  void Leave() {
-    state_.fetch_sub(1);
-    state_.notify_all();
-  }
-  /// Lets nobody in any more, and returns when all have left.
-  void End() {
-    for (unsigned now = state_.fetch_or(kOver) | kOver; now != kOver; now = state_.load()) state_.wait(now);
-  }
-
- private:
-  static constexpr unsigned kOver = 1u << 31;
-  std::atomic<unsigned> state_{0};
-};
-
-/// Runs the work on up to `count` threads, this one included; it must be such that any number of them does
-/// all of it. A thread that hasn't begun when the work is done isn't waited for: on a busy machine one may
-/// get its turn milliseconds late.
-template <typename Work>
-void OnThreads(int count, const Work& work) {
-  const auto attendance = std::make_shared<Attendance>();
-  try {
-    for (int i = 1; i < count; ++i)
-      std::thread([attendance, &work] {
-        if (!attendance->Enter()) return;
-        work();
-        attendance->Leave();
-      }).detach();
-  } catch (const std::system_error&) {
-    // The operating system gives no more threads, so there are fewer.
-  }
-  work();
-  attendance->End();
 }
 
 void WiggleRows(const Frame& frame, const ConstPlanes& source, const Planes& target, const WiggleWork& work) {

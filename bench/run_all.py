@@ -42,8 +42,8 @@ MOST_EXPONENT = 1.1
 MOST_EXPONENT_OF_AN_ADVANCE = 0.1
 
 
-def run(name, arguments, environment):
-    """The benchmarks of one program that carry a label of ours; what fails is told and left out."""
+def run(name, arguments, environment, missing):
+    """The benchmarks of one program that carry a label of ours; what fails is left out, and added to `missing`."""
     with tempfile.NamedTemporaryFile(suffix=".json") as out:
         command = [BUILD / name, f"--benchmark_out={out.name}", "--benchmark_out_format=json", *arguments]
         print("==", name, *arguments, flush=True)
@@ -51,11 +51,11 @@ def run(name, arguments, environment):
             subprocess.run(command, env=environment, stdout=subprocess.DEVNULL, timeout=SECONDS_AT_MOST, check=False)
             found = json.load(open(out.name, encoding="utf-8"))["benchmarks"]
         except (OSError, ValueError, subprocess.TimeoutExpired) as failure:
-            print(f"{name}: {failure}", file=sys.stderr)
+            missing.append(f"{name} ({failure})")
             return []
     for entry in found:
         if entry.get("error_occurred"):
-            print(f"{entry['name']}: {entry['error_message']}", file=sys.stderr)
+            missing.append(f"{entry['name']} ({entry['error_message']})")
     return [entry for entry in found if "|" in entry.get("label", "")]
 
 
@@ -158,7 +158,7 @@ class Display:
 
     def __enter__(self):
         read, write = os.pipe()
-        command = ["Xvfb", "-displayfd", str(write), "-screen", "0", "1600x1200x24", "-nolisten", "tcp"]
+        command = ["Xvfb", "-displayfd", str(write), "-screen", "0", "1600x1200x24", "-nolisten", "tcp", "-noreset"]
         self.server = subprocess.Popen(command, pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         number = os.read(read, 16).decode().strip()
@@ -187,8 +187,10 @@ class Display:
 def main():
     load_before = float(os.environ.get("LOAD_BEFORE") or os.getloadavg()[0])
     with Display() as environment:
-        compared = [entry for name, which in COMPARED for entry in run(name, [f"--benchmark_filter={which}"], environment)]
-        grown = [entry for rows in ROWS for entry in run(GROWING, [str(rows)], environment)]
+        missing = []
+        compared = [entry for name, which in COMPARED
+                    for entry in run(name, [f"--benchmark_filter={which}"], environment, missing)]
+        grown = [entry for rows in ROWS for entry in run(GROWING, [str(rows)], environment, missing)]
     noise = sorted(entry["noise"] for entry in compared)
     middle = noise[len(noise) // 2] if noise else math.nan
     text = [
@@ -201,6 +203,7 @@ def main():
         f"- Load when the run began: {load_before:.1f}; noise of the rows: {middle:.0f} % in the middle, "
         f"{noise[-1] if noise else math.nan:.0f} % at worst"
         + (". The machine wasn't quiet: take the ratios with care." if load_before > 0.5 or middle > 5 else "."),
+        *(f"- Not measured: {what}" for what in missing),
         "",
         "Ours and theirs ran in turns, at least nine times each (three times for the walks through 14,400 rows), after one",
         "round that isn't counted. Times are medians, ratios those of the medians: ours by theirs, or theirs by ours where",

@@ -1,7 +1,5 @@
 #include "platform/AudioDevice.h"
 
-#include <SDL.h>
-
 #include <algorithm>
 #include <bit>
 #include <mutex>
@@ -26,7 +24,7 @@ int BufferFrames(int frames_per_second) {
 // Drivers that play nothing have no hardware queue: a buffer is over when the next is asked for. Elsewhere
 // two periods lie in the hardware's or the sound server's queue.
 int BuffersBehindDriver() {
-  const char* name = SDL_GetCurrentAudioDriver();
+  const char* name = AudioLibrary().GetCurrentAudioDriver();
   const std::string_view driver = name ? name : "";
   return driver == "dummy" || driver == "disk" ? 0 : 2;
 }
@@ -37,7 +35,7 @@ class SdlDevice : public AudioDevice {
 
   ~SdlDevice() override {
     const std::lock_guard lock(AudioLibraryMutex());
-    if (id_) SDL_CloseAudioDevice(id_);
+    if (id_) AudioLibrary().CloseAudioDevice(id_);
   }
 
   bool Open(const AudioFormat& format) {
@@ -48,12 +46,12 @@ class SdlDevice : public AudioDevice {
     wanted.samples = static_cast<Uint16>(BufferFrames(format.frames_per_second));
     wanted.callback = &SdlDevice::Callback;
     wanted.userdata = this;
-    id_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+    id_ = AudioLibrary().OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
     buffers_behind_ = BuffersBehindDriver();
     return id_ != 0;
   }
 
-  void Start() override { SDL_PauseAudioDevice(id_, 0); }
+  void Start() override { AudioLibrary().PauseAudioDevice(id_, 0); }
   int BuffersBehind() const override { return buffers_behind_; }
 
  private:
@@ -67,20 +65,6 @@ class SdlDevice : public AudioDevice {
 };
 
 }  // namespace
-
-std::mutex& AudioLibraryMutex() {
-  static std::mutex mutex;
-  return mutex;
-}
-
-bool AudioLibraryReady() {
-  if (SDL_WasInit(SDL_INIT_AUDIO)) return true;
-  // Otherwise the library handles the signals that end the process itself, by an event that nobody here asks
-  // it for.
-  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-  SDL_SetHint(SDL_HINT_AUDIO_DEVICE_APP_NAME, "Exposure Sheet");
-  return SDL_InitSubSystem(SDL_INIT_AUDIO) == 0;
-}
 
 std::unique_ptr<AudioDevice> OpenAudioDevice(const AudioFormat& format, FillBuffer fill) {
   if (format.frames_per_second < 1 || format.frames_per_second > kMostFramesPerSecond) return nullptr;
@@ -104,6 +88,8 @@ bool FindAudioDriver() {
   return AudioLibraryReady();
 }
 
-void LeaveAudioThread() { SDL_TLSCleanup(); }
+void LeaveAudioThread() {
+  if (const auto clean_up = AudioLibrary().TLSCleanup) clean_up();
+}
 
 }  // namespace platform

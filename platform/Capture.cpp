@@ -1,7 +1,5 @@
 #include "platform/Capture.h"
 
-#include <SDL.h>
-
 #include <mutex>
 #include <utility>
 
@@ -20,7 +18,7 @@ class SdlCapture : public CaptureDevice {
 
   ~SdlCapture() override {
     const std::lock_guard lock(AudioLibraryMutex());
-    if (id_) SDL_CloseAudioDevice(id_);
+    if (id_) AudioLibrary().CloseAudioDevice(id_);
   }
 
   bool Open(const std::string& name, int samples_per_second) {
@@ -31,12 +29,12 @@ class SdlCapture : public CaptureDevice {
     wanted.samples = kBufferFrames;
     wanted.callback = &SdlCapture::Callback;
     wanted.userdata = this;
-    id_ = SDL_OpenAudioDevice(name.c_str(), kInput, &wanted, nullptr, 0);
+    id_ = AudioLibrary().OpenAudioDevice(name.c_str(), kInput, &wanted, nullptr, 0);
     return id_ != 0;
   }
 
-  void Start() override { SDL_PauseAudioDevice(id_, 0); }
-  bool IsLost() const override { return SDL_GetAudioDeviceStatus(id_) == SDL_AUDIO_STOPPED; }
+  void Start() override { AudioLibrary().PauseAudioDevice(id_, 0); }
+  bool IsLost() const override { return AudioLibrary().GetAudioDeviceStatus(id_) == SDL_AUDIO_STOPPED; }
 
  private:
   static void SDLCALL Callback(void* self, Uint8* buffer, int bytes) {
@@ -57,10 +55,10 @@ SoundDevices FindSoundDevices() {
   const std::lock_guard lock(AudioLibraryMutex());
   SoundDevices devices;
   if (!AudioLibraryReady()) return devices;
-  const int inputs = SDL_GetNumAudioDevices(kInput);
+  const int inputs = AudioLibrary().GetNumAudioDevices(kInput);
   for (int i = 0; i < inputs; ++i)
-    if (const char* name = SDL_GetAudioDeviceName(i, kInput)) devices.inputs.emplace_back(name);
-  devices.has_output = SDL_GetNumAudioDevices(kOutput) != 0;
+    if (const char* name = AudioLibrary().GetAudioDeviceName(i, kInput)) devices.inputs.emplace_back(name);
+  devices.has_output = AudioLibrary().GetNumAudioDevices(kOutput) != 0;
   return devices;
 }
 

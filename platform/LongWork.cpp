@@ -46,7 +46,8 @@ LongWork::LongWork(const Control* covered)
       outer_(std::exchange(innermost, this)),
       began_(Clock::now()),
       next_look_(began_ + kBetweenPaints) {
-  if (covered_ != nullptr) busy_.emplace();
+  // Before the control is seen nobody waits at it, and the pointer's picture would only delay the start.
+  if (covered_ != nullptr && covered_->Widget()->isVisible()) busy_.emplace();
   if (outer_ == nullptr) return;
   start_ = now_ = outer_->now_;
   end_ = start_ + kShareOfInnerWork * (outer_->end_ - start_);

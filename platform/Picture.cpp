@@ -19,10 +19,12 @@ QImage Read(const std::string& path) {
   // Left to itself the toolkit loads all its readers of pictures to find out what it has. A file that isn't
   // what its name says is rare, and gets that second try.
   QImageReader reader(name, QFileInfo(name).suffix().toLatin1());
+  reader.setAutoDetectImageFormat(false);
   QImage image = reader.read();
   if (image.isNull()) {
     reader.setFileName(name);
     reader.setFormat({});
+    reader.setAutoDetectImageFormat(true);
     image = reader.read();
   }
   if (image.isNull())

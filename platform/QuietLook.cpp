@@ -1,7 +1,12 @@
 #include "platform/QuietLook.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QPixmap>
+#include <QProxyStyle>
+#include <string>
+
+#include "platform/Picture.h"
 
 namespace platform {
 namespace {
@@ -18,7 +23,31 @@ QPixmap Draw(const QPainterPath& sign, int side, const QColor& color) {
   return pixmap;
 }
 
+/// Two arrow heads to the right.
+QPainterPath More() {
+  QPainterPath sign;
+  for (const double left : {4.0, 12.0})
+    sign.addPolygon(
+        QPolygonF({{left, 5}, {left + 2, 5}, {left + 8, 12}, {left + 2, 19}, {left, 19}, {left + 6, 12}}));
+  return sign;
+}
+
+class ProgramStyle : public QProxyStyle {
+ public:
+  ProgramStyle() : QProxyStyle("Fusion") {}
+
+  /// Every menu bar asks for this icon at once, to be shown when it has no room. The toolkit's own is read
+  /// from a picture, for which it would load all its readers of pictures during the start.
+  QIcon standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const override {
+    if (icon == SP_ToolBarHorizontalExtensionButton)
+      return QuietSign(More(), QApplication::palette().windowText().color());
+    return QProxyStyle::standardIcon(icon, option, widget);
+  }
+};
+
 }  // namespace
+
+void UseProgramStyle() { QApplication::setStyle(new ProgramStyle); }
 
 QIcon QuietSign(const QPainterPath& sign, const QColor& ink) {
   QIcon icon;
@@ -31,10 +60,12 @@ QIcon QuietSign(const QPainterPath& sign, const QColor& ink) {
 
 QIcon ProgramIcon(const char* program) {
   QIcon icon;
-  // The format is said, so that the toolkit doesn't load all its readers of pictures to find out; and the
-  // largest drawing, which takes longer than all others together, comes by the name of the desktop's file.
-  for (const int side : {16, 24, 32, 48, 64, 128})
-    icon.addPixmap(QPixmap(QString(":/assets/icons/%1-%2.png").arg(program).arg(side), "PNG"));
+  // The larger drawings, which take longer to read than all of these together, come by the name of the
+  // desktop's file.
+  for (const int side : {16, 24, 32, 48, 64}) {
+    const auto path = ":/assets/icons/" + std::string(program) + "-" + std::to_string(side) + ".png";
+    icon.addPixmap(QPixmap::fromImage(Picture::Load(path)->Image()));
+  }
   return icon;
 }
 

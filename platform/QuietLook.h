@@ -16,6 +16,9 @@ inline const QColor kQuietInk(222, 225, 230);
 /// A sign on a button, given within a square of side 24; faint where the button is disabled.
 QIcon QuietSign(const QPainterPath& sign, const QColor& ink = kQuietInk);
 
+/// Gives the process the style that all our programs draw with.
+void UseProgramStyle();
+
 /// The icon of a program from the pictures that are built in: "app", "host" or "recorder".
 QIcon ProgramIcon(const char* program);
 

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QStandardPaths>
-#include <QStyleFactory>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -40,7 +39,7 @@ int Run(int argument_count, char** arguments) {
   QApplication::setApplicationVersion(platform::kVersion);
   QApplication::setDesktopFileName("exposure-sheet-recorder");
   QApplication::setWindowIcon(platform::ProgramIcon("recorder"));
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  platform::UseProgramStyle();
   application->setStyleSheet(RecorderStyle());
   platform::TranslateToolkit(platform::ToolkitSpeaks::UsersLanguage);
   platform::Translate("recorder");

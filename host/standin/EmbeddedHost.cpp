@@ -1,7 +1,10 @@
 #include "host/standin/EmbeddedHost.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QPointer>
+#include <QTimer>
+#include <chrono>
 #include <span>
 #include <string_view>
 
@@ -14,6 +17,25 @@
 namespace host {
 namespace {
 
+constexpr std::chrono::milliseconds kBehindFirstPaint{50};
+
+/// Shows the stand-in's window a moment behind the first window that the tool has painted: who starts the
+/// tool waits for that one.
+class SecondShow : public QObject {
+ public:
+  explicit SecondShow(QWidget* window) : QObject(window), window_(window) { qApp->installEventFilter(this); }
+
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (event->type() != QEvent::Paint || !object->isWidgetType()) return false;
+    qApp->removeEventFilter(this);
+    QTimer::singleShot(kBehindFirstPaint, window_, &QWidget::show);
+    return false;
+  }
+
+ private:
+  QWidget* const window_;
+};
+
 /// The stand-in and its window, held together.
 class EmbeddedHost final : public HostObject {
  public:
@@ -25,7 +47,7 @@ class EmbeddedHost final : public HostObject {
     // The tool holds its host until the process ends, which is later than a window can live.
     QObject::connect(qApp, &QCoreApplication::aboutToQuit, window_, [window = window_] { delete window; });
     platform::AskBeforeEnd([window = window_] { return !window || window->MayEndWithTool(); });
-    window_->show();
+    new SecondShow(window_);
   }
   ~EmbeddedHost() override {
     platform::AskBeforeEnd(nullptr);

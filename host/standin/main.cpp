@@ -2,7 +2,6 @@
 // bus and serves it until the window is closed. Without a bus the window says so and works alone.
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QStyleFactory>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -13,6 +12,7 @@
 #include "host/standin/stand_in.h"
 #include "platform/Accessible.h"
 #include "platform/Lifetime.h"
+#include "platform/QuietLook.h"
 #include "platform/Translation.h"
 #include "platform/version.h"
 
@@ -34,7 +34,7 @@ int Run(int argument_count, char** arguments) {
   parser.addVersionOption();
   parser.process(*application);
   platform::InstallAccessibleRoles();
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  platform::UseProgramStyle();
 
   const auto stand_in = std::make_shared<StandIn>(DrawDemoAnimation());
   stand_in->SetAppDir(QCoreApplication::applicationDirPath().toStdString());

@@ -10,6 +10,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QThread>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -88,6 +89,9 @@ class GuardedApplication : public QApplication {
 class FontPreparation {
  public:
   FontPreparation() {
+    // The toolkit sets the same locale again, which then changes nothing under the library that reads
+    // numbers.
+    std::setlocale(LC_ALL, "");
     if (const auto prepare = reinterpret_cast<int (*)()>(dlsym(RTLD_DEFAULT, "FcInit")))
       thread_ = std::thread([prepare] { prepare(); });
   }

@@ -9,7 +9,7 @@
 #include "painter/cell_store.h"
 #include "painter/strip_state.h"
 #include "platform/Dialogs.h"
-#include "platform/Memory.h"
+#include "platform/memory.h"
 #include "platform/numbers.h"
 
 namespace painter {

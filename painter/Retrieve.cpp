@@ -15,7 +15,7 @@
 #include "platform/Application.h"
 #include "platform/Dialogs.h"
 #include "platform/LongWork.h"
-#include "platform/Memory.h"
+#include "platform/memory.h"
 #include "sheet/SheetDocument.h"
 #include "sheet/timing.h"
 

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "host/standin/frame_pixels.h"
-#include "platform/Memory.h"
+#include "platform/memory.h"
 #include "platform/numbers.h"
 
 namespace host {

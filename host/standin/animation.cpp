@@ -1,5 +1,6 @@
 #include "host/standin/animation.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstring>
 #include <utility>
@@ -47,6 +48,14 @@ ByteTable Animation::Copied(int frame, Channel channel, std::span<const std::uin
   std::uint8_t* const start = room_.bytes.get() + part * plane.size();
   if (!plane.empty()) std::memcpy(start, plane.data(), plane.size());
   return {{start, plane.size()}, room_.bytes};
+}
+
+double Animation::HeldBytes() const {
+  std::size_t planes = 0;
+  for (const Frame& frame : frames_)
+    planes += static_cast<std::size_t>(
+        std::ranges::count_if(frame, [](const ByteTable& plane) { return plane.owner != nullptr; }));
+  return static_cast<double>(planes) * static_cast<double>(size_.PlaneBytes());
 }
 
 void Animation::TakeSize(FrameSize size) {

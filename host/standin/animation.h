@@ -43,6 +43,9 @@ class Animation {
   /// A table with an owner is kept as it is, one that is only lent is copied.
   void SetPlane(int frame, Channel channel, const ByteTable& table);
 
+  /// The memory that the planes take which stand.
+  double HeldBytes() const;
+
   /// Gives an animation of which no plane is written yet another size.
   void TakeSize(FrameSize size);
 

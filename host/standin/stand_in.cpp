@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/memory.h"
 #include "platform/numbers.h"
 
 namespace host {
@@ -73,6 +74,14 @@ ByteTable StandIn::GetBuffer(Channel channel, std::string_view member) {
   return animation_.Plane(buffer_frame_, channel);
 }
 
+/// White frames take no memory, but a tool that creates frames goes on to write them all.
+void StandIn::RequireMemory(std::string_view member, FrameSize size, std::int32_t frames) const {
+  const double needed = 3.0 * static_cast<double>(size.PlaneBytes()) * frames;
+  if (needed > memory_for_frames_)
+    throw HostError(member, "there is not enough memory for " + std::to_string(frames) + " frames. " +
+                                platform::MemoryFigures(needed));
+}
+
 void StandIn::FitSize(std::size_t byte_count, std::string_view member) {
   if (byte_count == animation_.Size().PlaneBytes() && !size_open_) return;
   const auto size =
@@ -81,6 +90,7 @@ void StandIn::FitSize(std::size_t byte_count, std::string_view member) {
     throw HostError(member, "a table of " + std::to_string(byte_count) + " bytes doesn't fit frames of " +
                                 std::to_string(animation_.Size().width) + " by " +
                                 std::to_string(animation_.Size().height));
+  RequireMemory(member, *size, animation_.FrameCount());
   size_open_ = false;
   if (*size == animation_.Size()) return;
   animation_.TakeSize(*size);
@@ -110,6 +120,12 @@ void StandIn::CreateAnimAdv(std::int32_t frame_count) {
   if (frame_count < 1 || frame_count > kMaximumFrames)
     throw HostError("vel_CreateAnimAdv",
                     "an animation can't have " + std::to_string(frame_count) + " frames");
+  memory_for_frames_ = platform::FreeMemoryBytes() + animation_.HeldBytes();
+  // The first plane may yet give it the size of frames that were read before.
+  FrameSize smallest = animation_.Size();
+  for (const FrameSize& read : read_sizes_)
+    if (read.PlaneBytes() < smallest.PlaneBytes()) smallest = read;
+  RequireMemory("vel_CreateAnimAdv", smallest, frame_count);
   TakeAnimation(Animation(animation_.Size(), frame_count));
   size_open_ = true;
 }

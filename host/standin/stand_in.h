@@ -93,6 +93,7 @@ class StandIn final : public HostObject {
  private:
   void RememberSize();
   ByteTable PlaneIn(const ByteTable& memory) const;
+  void RequireMemory(std::string_view member, FrameSize size, std::int32_t frames) const;
   void FitSize(std::size_t byte_count, std::string_view member);
   int NearestFrame(std::int32_t frame) const;
   void Tell(void (StandInView::*change)()) {
@@ -109,6 +110,9 @@ class StandIn final : public HostObject {
   bool unsaved_ = false;
   /// Set from the creation of an animation by a tool until its first plane, which decides its size.
   bool size_open_ = false;
+  /// What was free when that animation was created, and what its predecessor held: that can be used again,
+  /// but the heap may keep it, so that the operating system doesn't count it as free.
+  double memory_for_frames_ = 0;
   /// The sizes that tools have read, the last one first.
   std::vector<FrameSize> read_sizes_;
   std::optional<StatusDisplay> status_;

@@ -12,7 +12,7 @@
 #include "painter/Retrieve.h"
 #include "painter/cell_store.h"
 #include "platform/Application.h"
-#include "platform/Memory.h"
+#include "platform/memory.h"
 #include "sheet/Form3.h"
 #include "support/desk.h"
 

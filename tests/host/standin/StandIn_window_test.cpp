@@ -28,9 +28,9 @@
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
-#include "platform/Memory.h"
 #include "platform/Settings.h"
 #include "platform/Translation.h"
+#include "platform/memory.h"
 #include "platform/version.h"
 
 namespace host {

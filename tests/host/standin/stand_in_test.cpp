@@ -5,6 +5,7 @@
 
 #include "host/members.h"
 #include "host/standin/frame_pixels.h"
+#include "platform/memory.h"
 
 namespace host {
 namespace {
@@ -137,6 +138,34 @@ TEST(StandIn, UnwrittenFramesShareOneWhitePlane) {
   const ByteTable first = host.CurrentAnimation().Plane(0, Channel::Red);
   EXPECT_EQ(first.bytes.data(), host.CurrentAnimation().Plane(199, Channel::Blue).bytes.data());
   EXPECT_THAT(first.bytes, testing::Each(255));
+}
+
+TEST(StandIn, FramesThatTheMemoryCantHoldAreRefusedAndTheOldOnesStay) {
+  StandIn host = MakeSmall();
+  Call(host, "vel_SetRbuffer", {Filled(12, 1)});
+  // Frames of 36 bytes, and 12 that come free.
+  platform::ReadFreeMemoryFrom([] { return 60.0; });
+  const std::string failure = FailureOf(host, "vel_CreateAnimAdv", {std::int32_t{3}, std::int16_t{2}});
+  EXPECT_THAT(failure, testing::HasSubstr("not enough memory for 3 frames"));
+  EXPECT_EQ(host.CurrentAnimation().FrameCount(), 4);
+  Call(host, "vel_CreateAnimAdv", {std::int32_t{2}, std::int16_t{2}});
+  EXPECT_EQ(host.CurrentAnimation().FrameCount(), 2);
+  // What came free stays in the heap.
+  platform::ReadFreeMemoryFrom([] { return 0.0; });
+  EXPECT_EQ(FailureOf(host, "vel_SetRbuffer", {Filled(12, 1)}), "");
+  platform::ReadFreeMemoryFrom(nullptr);
+}
+
+TEST(StandIn, FramesThatTheirFirstPlaneMakesTooLargeAreRefused) {
+  StandIn host(Animation({320, 240}, 2));
+  Call(host, "vel_BufferWidth");
+  host.TakeAnimation(Animation({3, 2}, 2));
+  platform::ReadFreeMemoryFrom([] { return 200.0; });
+  Call(host, "vel_CreateAnimAdv", {std::int32_t{3}, std::int16_t{2}});
+  EXPECT_THAT(FailureOf(host, "vel_SetRbuffer", {Filled(321 * 241, 9)}),
+              testing::HasSubstr("0.7 MB would be needed, 0 MB are free"));
+  EXPECT_EQ(FailureOf(host, "vel_SetRbuffer", {Filled(12, 9)}), "");
+  platform::ReadFreeMemoryFrom(nullptr);
 }
 
 TEST(StandIn, ANewAnimationTakesTheSizeOfItsFirstPlane) {

@@ -1,4 +1,4 @@
-#include "platform/Memory.h"
+#include "platform/memory.h"
 
 #include <cmath>
 #include <fstream>

@@ -53,6 +53,11 @@ class UntimelyEnd(tool_session.Session):
             answer()
         return answer_or_not
 
+    def test_a_signal_that_it_was_started_not_to_mind_ends_nothing(self):
+        self.addCleanup(signal.signal, signal.SIGHUP, signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        status, _, reported = self.run_tool(*self.sheet(), f"signal={int(signal.SIGHUP)}", "quit")
+        self.assertEqual((status, self.rescued()), (0, []), reported)
+
     def test_by_a_failure_of_the_tools_own(self):
         for step, expected in (("throw=the words", 1), ("exit", 1), ("terminate", -signal.SIGABRT)):
             with self.subTest(step=step):

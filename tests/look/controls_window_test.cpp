@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QElapsedTimer>
 #include <QImage>
 #include <QScreen>
 #include <string>
@@ -82,6 +83,8 @@ TEST(VlButton, TwoStateButtonHasFlippedBeforeMouseUpArrives) {
   bench.toggle.SetValue(false);
   EXPECT_FALSE(bench.toggle.value());
   EXPECT_EQ(bench.Seen(), Texts{});
+  Key(toggle, Qt::Key_Space);
+  EXPECT_EQ(bench.Seen(), Texts{"up 1 0 11 11 on"}) << "a key after the mouse";
 }
 
 TEST(VlButton, KeysDoWhatTheMouseDoes) {
@@ -125,10 +128,13 @@ TEST(VlButton, EveryStateLooksDifferentEvenWithoutColour) {
 
 TEST(VlButton, LightFallsOnItFromTheLeft) {
   Bench bench;
-  const QImage look = bench.push.Widget()->grab().toImage();
-  int left = 0, right = 0;
-  for (int x = 0; x < 4; ++x) left += qGray(look.pixel(x, 11)), right += qGray(look.pixel(22 - x, 11));
-  EXPECT_GT(left, right);
+  for (const bool pressed : {false, true}) {
+    if (pressed) Press(bench.push.Widget(), {5, 6});
+    const QImage look = bench.push.Widget()->grab().toImage();
+    int left = 0, right = 0;
+    for (int x = 0; x < 4; ++x) left += qGray(look.pixel(x, 11)), right += qGray(look.pixel(22 - x, 11));
+    EXPECT_EQ(left > right, !pressed) << left << ' ' << right;
+  }
 }
 
 TEST(HGlide, ScrollComesFromTheUserAloneAndEachPositionOnce) {
@@ -188,6 +194,12 @@ TEST(HGlide, BarFollowsThePointerAndAPressBesideItPages) {
   Press(widget, {20, 9});
   Release(widget, {20, 9});
   EXPECT_EQ(bench.Seen(), Texts{"at 2"});
+  // Held, it pages on until the bar is under the pointer.
+  Press(widget, {120, 9});
+  QElapsedTimer clock;
+  for (clock.start(); clock.elapsed() < 600;) QApplication::processEvents();
+  EXPECT_EQ(bench.Seen(), Texts{"at 1"});
+  Release(widget, {120, 9});
 }
 
 TEST(DropDial, ValueStaysWithinItsBounds) {
@@ -217,6 +229,8 @@ TEST(DropDial, SliderDropsDownAndChooses) {
   QWidget* panel = QApplication::activePopupWidget();
   ASSERT_NE(panel, nullptr);
   QWidget* slider = panel->focusProxy();
+  Key(slider, Qt::Key_Right);
+  EXPECT_EQ(bench.dial.value(), 5);
   Press(slider, {149, 11});
   EXPECT_EQ(bench.dial.value(), 20);
   DragTo(slider, {-50, 11});

@@ -105,6 +105,10 @@ TEST(Spoken, WhereTheSheetStandsAndWhatTheMouthDoes) {
   form.List1.SetListIndex(14);  // "O "
   form.List1_Click();
   EXPECT_EQ(announced(form.Grid1), "O: round, open");
+  form.Grid1.SetRow(7);
+  EXPECT_EQ(told(form.Picture1, QAccessible::Name), "Mouth: round, open") << "it is held";
+  form.MYCartoon_Click();
+  EXPECT_EQ(told(form.Picture1, QAccessible::Name), "Mouth: none");
   form.ChooseChannel(2);
   EXPECT_EQ(announced(form.vl_button8), "Velocity track (Green)");
   EXPECT_EQ(told(form.vl_button8, QAccessible::Description), "chosen");
@@ -113,9 +117,11 @@ TEST(Spoken, WhereTheSheetStandsAndWhatTheMouthDoes) {
 TEST(Dialogs, EscapeClosesThemAndNoOtherWindow) {
   QWidget* rate = form3.Hold().TopWidget();
   rate->show();
+  EXPECT_EQ(rate->windowType(), Qt::Tool);
   support::Key(rate, Qt::Key_Escape);
   EXPECT_FALSE(rate->isVisible());
   painter::fp_options.Hold().Show();
+  EXPECT_EQ(painter::fp_options->TopWidget()->windowType(), Qt::Dialog);
   support::Key(painter::fp_options->Text1.Widget(), Qt::Key_Escape);
   EXPECT_EQ(painter::fp_options.IfLoaded(), nullptr);
   QWidget* tool = painter::frame_painter.Hold().TopWidget();

@@ -39,6 +39,22 @@ TEST(Theme, TakesNumbersAndNothingElse) {
     EXPECT_EQ(ThemeFrom({{"Button_Fill_Color", text}})[ThemeKey::ButtonFill], number) << text;
 }
 
+TEST(Theme, AHostWithoutSettingsHasItsOwnColours) {
+  const std::pair<ThemeKey, Color> cases[] = {{ThemeKey::Shine, Rgb(224, 224, 224)},
+                                              {ThemeKey::Shadow, Rgb(32, 32, 32)},
+                                              {ThemeKey::ScrollFill, Rgb(143, 149, 158)},
+                                              {ThemeKey::ScrollBar, Rgb(255, 255, 255)},
+                                              {ThemeKey::TextboxFill, Rgb(85, 85, 102)},
+                                              {ThemeKey::TextboxText, Rgb(255, 238, 136)},
+                                              {ThemeKey::SpecialBackdrop, Rgb(143, 149, 158)},
+                                              {ThemeKey::SpecialTool, Rgb(201, 190, 193)},
+                                              {ThemeKey::SpecialSetting, Rgb(182, 197, 197)},
+                                              {ThemeKey::SpecialAction, Rgb(189, 191, 181)},
+                                              {ThemeKey::BorderlessButtons, 0},
+                                              {ThemeKey::BorderlessScrollers, 0}};
+  for (const auto& [key, color] : cases) EXPECT_EQ(ThemeFrom({})[key], color) << static_cast<int>(key);
+}
+
 TEST(Theme, ButtonsAreDressedByTagAndTrackButtonsNever) {
   const ThemeColors theme = ThemeFrom({{"Button_Fill_Color", "1"},
                                        {"Special_Tool_Color", "2"},

@@ -149,18 +149,22 @@ TEST_F(Painter, StampsEveryFrameThatADragCrosses) {
 
 TEST_F(Painter, ScrollsByThumbnails) {
   Open(20, 30);
-  Window().HGlide1.SetPosition(12);
+  Window().HGlide1.SetPosition(15);
   Window().HGlide1.Scroll();
-  EXPECT_EQ(CellsAt(114), Cell(13));
+  EXPECT_EQ(CellsAt(114), Cell(16));
   PressCell(1);
-  EXPECT_EQ(TheStrips().SelectedCell, 12);
+  EXPECT_EQ(TheStrips().SelectedCell, 15);
   Window().HGlide2.SetPosition(28);
   Window().HGlide2.Scroll();
   PressRoll(115);
-  EXPECT_EQ(TheRoll().entries[29], 12);
+  EXPECT_EQ(TheRoll().entries[29], 15);
   EXPECT_EQ(RollAt(0), kWhite);
-  EXPECT_EQ(RollAt(114), Cell(12));
+  EXPECT_EQ(RollAt(114), Cell(15));
   EXPECT_EQ(RollAt(228), kBlack);
+  for (int i = 0; i < 7; ++i) {
+    EXPECT_EQ(HasInk(Window().Picture7, i * 114), i < 5) << i;
+    EXPECT_EQ(HasInk(Window().Picture4, i * 114), i < 2) << i;
+  }
 }
 
 TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
@@ -183,6 +187,10 @@ TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
   EXPECT_EQ(RollAt(114), Cell(2));
   EXPECT_EQ(RollAt(228), Cell(2));
   EXPECT_EQ(told(window.Picture2), "Frame 3 of 30, blank");
+  const auto focused = [](platform::PictureBox& strip) {
+    return bool(QAccessible::queryAccessibleInterface(strip.Widget())->child(0)->state().focused);
+  };
+  EXPECT_TRUE(focused(window.Picture2) && !focused(window.Picture1));
   // Seven thumbnails stand whole in a strip of 850 pixels.
   keys(window.Picture1, {Qt::Key_End});
   EXPECT_EQ(window.HGlide1.Position(), 13);
@@ -245,6 +253,12 @@ TEST_F(Painter, RetrievesAgainOnlyAfterTheWarning) {
   EXPECT_EQ(TheRoll().entries[0], 2);
   EXPECT_EQ(RollAt(0, 0), kBlack);  // no cell behind it now: a cross on white
   EXPECT_EQ(RollAt(57, 10), kWhite);
+  StartRoll(TheRoll(), 4);
+  Window().ShowNewFrames();
+  for (int i = 0; i < 6; ++i) {
+    EXPECT_EQ(HasInk(Window().Picture7, i * 114), i < 2) << i;
+    EXPECT_EQ(HasInk(Window().Picture4, i * 114), i < 4) << i;
+  }
 }
 
 TEST_F(Painter, ShowsAKeptStoreThatNoLongerFitsAsMissing) {

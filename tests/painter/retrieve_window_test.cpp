@@ -14,6 +14,7 @@
 #include "platform/Application.h"
 #include "platform/memory.h"
 #include "sheet/Form3.h"
+#include "support/UserInput.h"
 #include "support/desk.h"
 
 namespace painter {
@@ -193,6 +194,8 @@ TEST(Retrieve, RefusesFramesThatTheMachineCouldNotHold) {
   struct sysinfo machine;
   ASSERT_EQ(sysinfo(&machine), 0);
   const double most = static_cast<double>(machine.totalram + machine.totalswap) * machine.mem_unit;
+  EXPECT_GT(platform::FreeMemoryBytes(), static_cast<double>(machine.freeram) * machine.mem_unit / 2);
+  EXPECT_LT(platform::FreeMemoryBytes(), most);
   desk.host->width = desk.host->height = 9999;
   desk.host->frames = static_cast<std::int32_t>(2.5 * most / 3e8) + 2;
   desk.host->FailAt("Vel_GotoFrameAdv", 1);
@@ -217,6 +220,8 @@ TEST(Options, RefuseInWordsWhatIsNoLengthOrMoreThanTheMachineHolds) {
     fp_options->Text1.SetText(c.text);
     fp_options->Command1_Click();
     EXPECT_THAT(desk.messages.shown.back().text, HasSubstr(c.words));
+    support::Key(fp_options->Text1.Widget(), Qt::Key_7, Qt::NoModifier, "7");
+    EXPECT_EQ(fp_options->Text1.Text(), "7") << "the next key begins another";
   }
   EXPECT_EQ(desk.messages.shown.size(), 4u);
   EXPECT_TRUE(TheRoll().entries.empty());

@@ -2,9 +2,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
@@ -128,6 +130,9 @@ TEST_F(ShownSample, RaisesTheGridsEventsInsideTheMoveAndOnlyWhenTheCellChanges) 
   const int col_1 = PixelsFromTwips(grid.ColPos(1)) + 3;
   for (const QPoint at : {QPoint(col_1, row_1), QPoint(3, 140)}) {
     support::Press(view->viewport(), at);
+    const QModelIndex before = view->currentIndex();
+    support::DragTo(view->viewport(), QPointF(col_1, 2 * row_1 + 3));
+    EXPECT_EQ(view->currentIndex(), before) << "a drag is no more than its press";
     support::Release(view->viewport(), at);
   }
   EXPECT_THAT(Take(), ElementsAre("leave 2,0", "reach 1,1", "click 1,1", "click 1,1"))
@@ -238,14 +243,64 @@ TEST_F(ShownSample, IsTheOwnerOfAWindowShownBesideIt) {
 }
 
 TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
-  const std::pair<Buttons, Answer> cases[] = {
-      {Buttons::YesNo, Answer::No}, {Buttons::OkCancel, Answer::Cancel}, {Buttons::Ok, Answer::Ok}};
-  for (const auto& [buttons, answer] : cases) {
-    RunLater([] {
-      for (QWidget* widget : QApplication::topLevelWidgets())
-        if (auto* box = qobject_cast<QMessageBox*>(widget)) box->done(QMessageBox::NoButton);
+  const struct {
+    Buttons buttons;
+    QMessageBox::StandardButton pressed;
+    Answer answer;
+  } cases[] = {{Buttons::YesNo, QMessageBox::NoButton, Answer::No},
+               {Buttons::OkCancel, QMessageBox::NoButton, Answer::Cancel},
+               {Buttons::Ok, QMessageBox::NoButton, Answer::Ok},
+               {Buttons::YesNo, QMessageBox::Yes, Answer::Yes},
+               {Buttons::YesNo, QMessageBox::No, Answer::No},
+               {Buttons::OkCancel, QMessageBox::Ok, Answer::Ok}};
+  for (const auto& c : cases) {
+    RunLater([&c] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      EXPECT_EQ(box->text(), "Go <b>on</b>?");
+      EXPECT_EQ(box->textFormat(), Qt::PlainText);
+      c.pressed == QMessageBox::NoButton ? box->done(c.pressed) : box->button(c.pressed)->click();
     });
-    EXPECT_EQ(MsgBox("Go on?", buttons), answer);
+    EXPECT_EQ(MsgBox("Go <b>on</b>?", c.buttons), c.answer);
+  }
+}
+
+TEST(FileDialog, BeginsWhereTheLastOneEndedAndGivesTheEnding) {
+  CommonDialog dialog("Select an exposure sheet", "Exposure sheet|*.exp");
+  const std::string old = support::WriteScratch("old.exp", ""), folder = support::ScratchFolder();
+  const struct {
+    bool save;
+    std::string proposal, stands, typed, chosen;  // nothing typed: Cancel
+  } cases[] = {{false, "", "", old, old},
+               {true, "frog.exp", "frog.exp", "", old},
+               {true, "frog.exp", "frog.exp", "toad", folder + "/toad.exp"},
+               {true, "", "toad.exp", "newt.txt", folder + "/newt.txt"}};
+  for (const auto& c : cases) {
+    RunLater([&c, &folder] {
+      auto* box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      auto* name = box->findChild<QLineEdit*>("fileNameEdit");
+      EXPECT_EQ(box->windowTitle(), "Select an exposure sheet");
+      EXPECT_EQ(box->nameFilters(), QStringList({"Exposure sheet (*.exp *.EXP)", "All files (*)"}));
+      EXPECT_EQ(box->directory().path().toStdString(), c.save ? folder : DocumentsFolder());
+      EXPECT_EQ(name->text().toStdString(), c.stands);
+      if (c.typed.empty()) return box->reject();
+      name->setText(QString::fromStdString(c.typed));
+      static_cast<QDialog*>(box)->accept();
+    });
+    EXPECT_EQ(c.save ? dialog.ShowSave(c.proposal) : dialog.ShowOpen(), !c.typed.empty());
+    EXPECT_EQ(dialog.FileName, c.chosen);
+  }
+}
+
+TEST(StandingQuestion, EscapeStaysAndOnlyItsOwnButtonLeaves) {
+  for (const bool stays : {true, false}) {
+    StandingQuestion question("It doesn't answer.", "Keep waiting", "Give up");
+    EXPECT_EQ(question.Answer(), std::nullopt);
+    QWidget* const box = QApplication::activeModalWidget();
+    ASSERT_NE(box, nullptr);
+    for (auto* button : box->findChildren<QPushButton*>())
+      if (!stays && button->text() == "Give up") button->click();
+    if (stays) support::Key(box, Qt::Key_Escape);
+    EXPECT_EQ(question.Answer(), stays);
   }
 }
 

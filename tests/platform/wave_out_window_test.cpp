@@ -11,6 +11,7 @@
 #include <mutex>
 #include <thread>
 
+#include "platform/Capture.h"
 #include "platform/SliceOutput.h"
 #include "platform/SoundPlayer.h"
 #include "support/desk.h"
@@ -313,14 +314,20 @@ Bytes AskForSound(FakeMachine& machine, std::size_t count) {
   return heard;
 }
 
-TEST(SoundPlayer, AFileComesThroughWholeInItsChannels) {
+TEST(SoundPlayer, AFileComesThroughWholeInTwoOfItsChannels) {
   FakeMachine machine;
   const Bytes data = Noise(40'000);  // more than is read ahead
+  Bytes three;
+  for (std::size_t i = 0; i < data.size(); ++i) {
+    three.push_back(data[i]);
+    if (i % 4 == 3) three.insert(three.end(), 2, 77);
+  }
   SoundPlayer player(machine.Opener());
-  player.Play(WaveFile(2, data));
+  player.Play(WaveFile(3, three));
   EXPECT_EQ(AskForSound(machine, data.size()), data);
   EXPECT_EQ(machine.format, (AudioFormat{8000, 2, SampleForm::Signed16}));
   EXPECT_EQ(machine.Ask(4), (Bytes{0, 0, 0, 0}));
+  EXPECT_TRUE(WaitUntil([&] { return !machine.open; })) << "others may want the device";
 }
 
 TEST(SoundPlayer, NoSilenceComesBeforeAShortLastBlock) {
@@ -356,7 +363,8 @@ TEST(SoundPlayer, ANewSoundReplacesTheOldAndStopEndsIt) {
 
 TEST(SoundPlayer, WhatIsNoSoundIsSilence) {
   FakeMachine machine;
-  SoundPlayer player(machine.Opener());
+  SoundPlayer player(machine.Opener()), mute([](const AudioFormat&, FillBuffer) { return nullptr; });
+  mute.Play(WaveFile(1, Bytes(4000, 1)));
   for (const auto& path : {std::string("/gone.wav"), std::string("/"), support::WriteScratch("text", "?")}) {
     player.Play(path);
     std::this_thread::sleep_for(milliseconds(20));
@@ -364,6 +372,21 @@ TEST(SoundPlayer, WhatIsNoSoundIsSilence) {
   }
   player.Play(WaveFile(1, Bytes(4000, 1)));
   EXPECT_EQ(AskForSound(machine, 4000), Bytes(4000, 1));
+}
+
+TEST(Capture, ADeviceIsOpenedByItsNameAndNoOtherIsInItsPlace) {
+  const SoundDevices devices = FindSoundDevices();
+  ASSERT_EQ(devices.inputs.size(), 1U);
+  EXPECT_TRUE(devices.has_output);
+  std::atomic<std::size_t> taken{0};
+  const auto take = [&taken](std::span<const std::int16_t> samples) { taken += samples.size(); };
+  EXPECT_EQ(OpenCaptureDevice("gone", 8000, take), nullptr);
+  const auto device = OpenCaptureDevice(devices.inputs[0], 8000, take);
+  ASSERT_NE(device, nullptr);
+  EXPECT_FALSE(device->IsLost());
+  device->Start();
+  EXPECT_TRUE(WaitUntil([&] { return taken > 0; }));
+  EXPECT_EQ(taken % 1024, 0U) << "samples, not bytes";
 }
 
 TEST(WaveOut, AFileLeavesThroughTheDevice) {

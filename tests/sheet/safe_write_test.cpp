@@ -153,6 +153,11 @@ TEST_F(SafeWrite, TheOwnerSavesWhatBelongsToTheFile) {
             std::tuple(before.st_uid, before.st_gid, before.st_mode));
   EXPECT_EQ(Attribute(sheet_, "user.note"), note);
   EXPECT_EQ(Attribute(sheet_, kAccessList), access_list);
+  // What the folder would give a new file isn't the old one's.
+  removexattr(sheet_.c_str(), kAccessList);
+  setxattr(folder_.c_str(), "system.posix_acl_default", AccessList(6, 4).data(), AccessList(6, 4).size(), 0);
+  EXPECT_EQ(Save(sheet_, "newer"), "");
+  EXPECT_EQ(Attribute(sheet_, kAccessList), "none");
 }
 
 TEST_F(SafeWrite, TheRightsOfAGroupThatIsLostGoToNobodyElse) {

@@ -6,7 +6,6 @@
 #include <QEvent>
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
 
 #include "app/Form1.h"
 #include "audio/sample_store.h"
@@ -195,17 +194,6 @@ TEST_F(TransportWindow, ASecondPressStartsAnewAndStopEndsTheRun) {
   EXPECT_THAT(TakeSounds(), ElementsAre("play voice.wav", "play voice.wav", "stop", "stop"));
 }
 
-TEST_F(TransportWindow, ARunGoesOnAcrossMidnight) {
-  Load(16000);
-  now = 86399.5;
-  form.vl_button1_Click();
-  Tick(0.5);
-  EXPECT_EQ(form.Grid1.Row(), 12);
-  EXPECT_TRUE(Running());
-  Tick(1.53125);
-  EXPECT_TRUE(Idle());
-}
-
 TEST_F(TransportWindow, AHostThatFailsCostsTheTickButNotTheRun) {
   Load(16000);
   form.vl_button1_Click();
@@ -351,57 +339,6 @@ TEST_F(TransportWindow, APressThatFailsGoesOnAtTheFocus) {
   host_failure.clear();
   Press(171);
   EXPECT_THAT(TakeSounds(), ElementsAre("slice 6000+667")) << "the failed press has not taken the frame";
-}
-
-/// Bytes that are never silent.
-std::string Noise(std::size_t count, int seed) {
-  std::string bytes;
-  for (std::size_t i = 0; i < count; ++i)
-    bytes += static_cast<char>(1 + (i * 7 + static_cast<std::size_t>(seed)) % 126);
-  return bytes;
-}
-
-/// What leaves through the device into a file while the row's frame plays, without the silence around it.
-std::string Heard(Form1& form, int row, char silence, const std::string& path) {
-  form.Grid1.SetRow(row);
-  auto output = platform::MakeWaveOutput();
-  platform::SetWaveOut(output.get());
-  form.Playtick();
-  platform::SetWaveOut(nullptr);
-  output.reset();
-  std::string left = support::ReadWhole(path);
-  left.erase(0, left.find_first_not_of(silence));
-  return left.erase(left.find_last_not_of(silence) + 1);
-}
-
-TEST(PlaytickThroughTheDevice, JustTheFramesBytesLeave) {
-  const std::string path = support::ScratchFolder() + "/left.raw";
-  setenv("SDL_AUDIODRIVER", "disk", 1);
-  setenv("SDL_DISKAUDIOFILE", path.c_str(), 1);
-  support::Desk desk;
-  Form1& form = desk.Main();
-  const std::string mono = Noise(1000, 0), other = Noise(1000, 50);
-  std::string two_at_8, two_at_16;
-  for (std::size_t i = 0; i < 1000; ++i) two_at_8 += {mono[i], other[i]};
-  for (std::size_t i = 0; i < 1000; i += 2) two_at_16 += {mono[i], mono[i + 1], other[i], other[i + 1]};
-
-  struct Case {
-    int bits, channels;
-    const std::string& data;
-    int frame_rows, row;
-    std::size_t start, length;
-  } const cases[] = {
-      {8, 1, mono, 3, 1, 0, 333},         {8, 1, mono, 3, 3, 667, 333}, {8, 1, mono, 4, 4, 750, 250},
-      {16, 1, mono, 3, 2, 332, 333},      {16, 1, mono, 1, 1, 0, 1000}, {8, 2, two_at_8, 3, 2, 333, 333},
-      {16, 2, two_at_16, 3, 2, 332, 333},
-  };
-  for (const Case& c : cases) {
-    form.OpenWaveFile(
-        support::WriteScratch("voice.wav", support::WaveBytes(c.bits, 8000, c.data, c.channels)));
-    form.Grid1.SetRows(c.frame_rows + 1);
-    EXPECT_EQ(Heard(form, c.row, c.bits == 8 ? '\x80' : '\0', path), mono.substr(c.start, c.length))
-        << c.bits << " bits, row " << c.row << " of " << c.frame_rows;
-  }
 }
 
 }  // namespace

@@ -38,10 +38,5 @@ TEST(GlideLayout, DraggingReachesEveryPositionAndStopsAtTheEnds) {
   EXPECT_EQ(PositionAtBarLeft(355, 400, 15, 2000000000), 2000000000);
 }
 
-TEST(GlideLayout, APageIsTheBarsOwnWidthAndAtLeastOne) {
-  EXPECT_EQ(PageOf(400, 15, 355), 45);
-  EXPECT_EQ(PageOf(400, 15, 0), 1);
-}
-
 }  // namespace
 }  // namespace look

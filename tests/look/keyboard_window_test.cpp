@@ -118,6 +118,7 @@ TEST(Dialogs, EscapeClosesThemAndNoOtherWindow) {
   QWidget* rate = form3.Hold().TopWidget();
   rate->show();
   EXPECT_EQ(rate->windowType(), Qt::Tool);
+  EXPECT_TRUE(rate->windowFlags() & Qt::WindowCloseButtonHint);
   support::Key(rate, Qt::Key_Escape);
   EXPECT_FALSE(rate->isVisible());
   painter::fp_options.Hold().Show();

@@ -36,14 +36,5 @@ TEST(Shading, TurningLightnessKeepsTheHue) {
   EXPECT_EQ(LightnessTurned(Rgb(255, 0, 0)), Rgb(255, 0, 0));
 }
 
-TEST(Shading, RaisedFillsAreLitFromAboveAndSunkenOnesDarker) {
-  EXPECT_EQ(FillShades(Rgb(100, 100, 100), 1.2, Height::Raised),
-            (Shades{Rgb(120, 120, 120), Rgb(100, 100, 100)}));
-  const Shades flat = FillShades(Rgb(100, 100, 100), 1.0, Height::Sunken);
-  EXPECT_EQ(flat, (Shades{Rgb(72, 72, 72), Rgb(72, 72, 72)}));
-  const Shades sunken = FillShades(Rgb(100, 100, 100), 1.3, Height::Sunken);
-  EXPECT_LT(Luminance(sunken.top), Luminance(sunken.bottom));
-}
-
 }  // namespace
 }  // namespace look

@@ -40,19 +40,14 @@ TEST(Theme, TakesNumbersAndNothingElse) {
 }
 
 TEST(Theme, AHostWithoutSettingsHasItsOwnColours) {
-  const std::pair<ThemeKey, Color> cases[] = {{ThemeKey::Shine, Rgb(224, 224, 224)},
-                                              {ThemeKey::Shadow, Rgb(32, 32, 32)},
-                                              {ThemeKey::ScrollFill, Rgb(143, 149, 158)},
-                                              {ThemeKey::ScrollBar, Rgb(255, 255, 255)},
-                                              {ThemeKey::TextboxFill, Rgb(85, 85, 102)},
-                                              {ThemeKey::TextboxText, Rgb(255, 238, 136)},
-                                              {ThemeKey::SpecialBackdrop, Rgb(143, 149, 158)},
-                                              {ThemeKey::SpecialTool, Rgb(201, 190, 193)},
-                                              {ThemeKey::SpecialSetting, Rgb(182, 197, 197)},
-                                              {ThemeKey::SpecialAction, Rgb(189, 191, 181)},
-                                              {ThemeKey::BorderlessButtons, 0},
-                                              {ThemeKey::BorderlessScrollers, 0}};
-  for (const auto& [key, color] : cases) EXPECT_EQ(ThemeFrom({})[key], color) << static_cast<int>(key);
+  const ThemeColors theme = ThemeFrom({});
+  std::vector<Color> colors;
+  for (int key = 0; key < kThemeKeys; ++key) colors.push_back(theme[static_cast<ThemeKey>(key)]);
+  EXPECT_EQ(colors, (std::vector<Color>{
+                        Rgb(224, 224, 224), Rgb(32, 32, 32), Rgb(192, 192, 192), Rgb(112, 112, 112),
+                        Rgb(192, 192, 192), Rgb(143, 149, 158), Rgb(255, 255, 255), Rgb(255, 244, 208),
+                        Rgb(250, 232, 184), Rgb(85, 85, 102), Rgb(255, 238, 136), Rgb(143, 149, 158),
+                        Rgb(201, 190, 193), Rgb(182, 197, 197), Rgb(189, 191, 181), 0, 0, 0, 0}));
 }
 
 TEST(Theme, ButtonsAreDressedByTagAndTrackButtonsNever) {

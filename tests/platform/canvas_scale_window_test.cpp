@@ -10,7 +10,6 @@
 
 #include "app/Form1.h"
 #include "painter/FramePainter.h"
-#include "platform/Picture.h"
 #include "support/UserInput.h"
 #include "support/desk.h"
 #include "timeline/MouthSets.h"
@@ -64,24 +63,6 @@ TEST(CanvasOnAFractionalScale, ShowsItsImagePixelByPixel) {
     for (int y = 0; y < 60; ++y)
       for (int x = 0; x < right; ++x)
         ASSERT_EQ(screen.pixel(left + x, top + y), pixels.Row(y)[x]) << x << ',' << y;
-  }
-}
-
-/// A tile of 40 by 30 is 60 by 45 of this screen's pixels; another one of that size takes its place.
-TEST(CanvasOnAFractionalScale, AWallpaperIsStretchedAnewWhenItIsChanged) {
-  support::Desk desk;
-  Form1& form = desk.Main();
-  if (OnScreen().devicePixelRatio() != 1.5) GTEST_SKIP();
-  for (const QColor color : {QColor(Qt::red), QColor(Qt::blue)}) {
-    QImage tile(40, 30, QImage::Format_RGB32);
-    tile.fill(Qt::white);
-    for (int i = 0; i < 100; ++i) tile.setPixelColor(i % 10, i / 10, color);
-    form.Image1.SetPicture(std::make_shared<const platform::Picture>(tile));
-    form.Repaint();
-    const QImage client = form.ContainerWidget()->grab().toImage();
-    // The tile that begins at 560 stands free of controls at the strip's end.
-    EXPECT_EQ(client.pixelColor(847, 7), color);
-    EXPECT_EQ(client.pixelColor(877, 30), QColor(Qt::white));
   }
 }
 

@@ -36,6 +36,16 @@ inline void ExpectSamePixels(const Canvas& shown, const Canvas& wanted, const st
       ASSERT_EQ(shown.At(x, y), wanted.At(x, y)) << when << ": " << x << ',' << y;
 }
 
+/// Brings what is said to have changed from the canvas to the screen.
+inline void ShowBoxes(const std::vector<platform::PixelBox>& boxes, const Canvas& canvas,
+                      const Canvas& screen) {
+  for (const platform::PixelBox& box : boxes) {
+    const platform::PixelBox cut = platform::Intersect(box, screen.view.clip);
+    for (int y = cut.top; y < cut.bottom; ++y)
+      for (int x = cut.left; x < cut.right; ++x) screen.view.Row(y)[x] = canvas.view.Row(y)[x];
+  }
+}
+
 /// Numbers that look random and are the same on every machine.
 class Numbers {
  public:

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QWidget>
 #include <cmath>
+#include <set>
 
 #include "app/Form1.h"
 #include "audio/sample_store.h"
@@ -378,24 +379,42 @@ TEST_F(Mouths, ChangeTheirSetAtOnceOrGoBlank) {
   EXPECT_EQ(form.Picture1.Point(60, 60), form.Picture1.BackColor());
 }
 
-/// The same drawing in twice the pixels: each square of four stands for one of the bitmap's.
-TEST_F(Mouths, HaveTwinsForDenseScreens) {
-  for (const QString look : {"sketch", "cartoon"})
+/// Of any two of a set, how far the levels are apart on average; of a twin, how far each square of four is
+/// from the bitmap's pixel that it stands for.
+TEST_F(Mouths, AreGreyBitmapsThatOneTellsApartWithTwinsForDenseScreens) {
+  const struct {
+    const char* look;
+    std::set<int> ground;
+    double least_difference;
+  } sets[] = {{"sketch", {163, 164}, 4.0}, {"cartoon", {255}, 10.0}};
+  for (const auto& set : sets) {
+    std::vector<QImage> mouths;
     for (int number = 1; number <= 11; ++number) {
-      const QString name = QString(":/assets/mouths/%1/%2").arg(look).arg(number);
+      const QString name = QString(":/assets/mouths/%1/%2").arg(set.look).arg(number);
+      SCOPED_TRACE(name.toStdString());
       const QImage small(name + ".bmp"), twin(name + "@2x.png");
-      ASSERT_EQ(twin.size(), small.size() * 2) << name.toStdString();
-      double difference = 0;
+      ASSERT_EQ(small.size(), QSize(128, 128));
+      ASSERT_EQ(twin.size(), small.size() * 2);
+      EXPECT_TRUE(small.depth() == 8 && small.allGray());
+      std::set<int> along_edges;
+      double from_twin = 0;
+      std::vector<double> from_others(mouths.size());
       for (int y = 0; y < 128; ++y)
         for (int x = 0; x < 128; ++x) {
-          const auto twins = [&](int right, int down) {
-            return qGray(twin.pixel(2 * x + right, 2 * y + down));
-          };
-          const double mean = (twins(0, 0) + twins(1, 0) + twins(0, 1) + twins(1, 1)) / 4.0;
-          difference += std::abs(mean - qGray(small.pixel(x, y))) / (128 * 128);
+          const int level = qGray(small.pixel(x, y));
+          if (std::min(x, y) < 4 || std::max(x, y) >= 124) along_edges.insert(level);
+          double sum = 0;
+          for (const int i : {0, 1, 2, 3}) sum += qGray(twin.pixel(2 * x + i % 2, 2 * y + i / 2));
+          from_twin += std::abs(sum / 4 - level) / (128 * 128);
+          for (std::size_t i = 0; i < mouths.size(); ++i)
+            from_others[i] += std::abs(qGray(mouths[i].pixel(x, y)) - level) / (128.0 * 128);
         }
-      EXPECT_LT(difference, 2.0) << name.toStdString();
+      EXPECT_EQ(along_edges, set.ground);
+      EXPECT_LT(from_twin, 2.0);
+      EXPECT_THAT(from_others, testing::Each(testing::Gt(set.least_difference)));
+      mouths.push_back(small);
     }
+  }
 }
 
 TEST_F(Mouths, StandUnscaledAtTheLeftTopCorner) {

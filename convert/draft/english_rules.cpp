@@ -48,6 +48,8 @@ const std::map<std::string_view, std::string_view>& Exceptions() {
                                                                      {"gone", "G AO N"},
                                                                      {"good", "G UH D"},
                                                                      {"great", "G R EY T"},
+                                                                     {"guy", "G AY"},
+                                                                     {"guys", "G AY Z"},
                                                                      {"has", "HH AE Z"},
                                                                      {"have", "HH AE V"},
                                                                      {"head", "HH EH D"},
@@ -125,6 +127,7 @@ const std::map<std::string_view, std::string_view>& Exceptions() {
                                                                      {"work", "W ER K"},
                                                                      {"world", "W ER L D"},
                                                                      {"would", "W UH D"},
+                                                                     {"yes", "Y EH S"},
                                                                      {"you", "Y UW"},
                                                                      {"young", "Y AH NG"},
                                                                      {"your", "Y AO R"},
@@ -142,7 +145,8 @@ struct Rule {
   std::string_view left, letters, right, sounds;
 };
 
-constexpr Rule kRules[] = {{"", "able", "_", "AX B AX L"},
+constexpr Rule kRules[] = {{"#:", "able", "_", "AX B AX L"},
+                           {"_", "aw", "#", "AX W"},
                            {"", "augh", "", "AO"},
                            {"", "au", "", "AO"},
                            {"", "aw", "", "AO"},
@@ -170,7 +174,6 @@ constexpr Rule kRules[] = {{"", "able", "_", "AX B AX L"},
                            {"#:", "an", "_", "AX N"},
                            {"", "a", "_", "AX"},
                            {"_", "a", "bout", "AX"},
-                           {"_", "a", "w", "AX"},
                            {"", "a", "", "AE"},
 
                            {"m", "b", "_", ""},
@@ -214,9 +217,9 @@ constexpr Rule kRules[] = {{"", "able", "_", "AX B AX L"},
                            {"g", "es", "_", "IH Z"},
                            {"c", "es", "_", "IH Z"},
                            {"#:", "es", "_", "Z"},
-                           {"", "eart", "", "AA R T"},
                            {"", "ear", "n", "ER"},
                            {"", "ear", "th", "ER"},
+                           {"", "eart", "", "AA R T"},
                            {"", "ear", "", "IY R"},
                            {"", "eer", "", "IY R"},
                            {"", "ee", "", "IY"},
@@ -271,6 +274,8 @@ constexpr Rule kRules[] = {{"", "able", "_", "AX B AX L"},
                            {"", "igh", "", "AY"},
                            {"", "ign", "_", "AY N"},
                            {"", "ild", "_", "AY L D"},
+                           {"_", "ind", "", "IH N D"},
+                           {"", "ind", "ow", "IH N D"},
                            {"", "ind", "", "AY N D"},
                            {"_:", "ie", "_", "AY"},
                            {"_:", "ied", "_", "AY D"},
@@ -297,6 +302,7 @@ constexpr Rule kRules[] = {{"", "able", "_", "AX B AX L"},
                            {"", "mm", "", "M"},
                            {"", "m", "", "M"},
                            {"", "ngle", "_", "NG G AX L"},
+                           {"a", "nger", "_", "N JH ER"},
                            {"", "nger", "_", "NG G ER"},
                            {"", "ng", "e", "N JH"},
                            {"", "ng", "", "NG"},
@@ -470,7 +476,8 @@ bool Fits(std::string_view pattern, Side side, int step, std::string_view rest) 
         while (IsConsonant(side.Letter())) side.Go();
         break;
       case '^':
-        if (!IsConsonant(letter)) return false;
+        // An x sounds as two consonants.
+        if (!IsConsonant(letter) || letter == 'x') return false;
         side.Go();
         break;
       case '+':

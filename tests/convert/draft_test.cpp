@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <sstream>
 
 #include "convert/draft/alignment.h"
 #include "convert/draft/english_rules.h"
@@ -93,28 +94,58 @@ std::string Spoken(std::string_view word) {
   return all;
 }
 
+/// Words with their sounds.
+constexpr const char* kSpelled =
+    "about AX B AW T; accent AE K S EH N T; animal AE N IH M AX L; antique AE N T IY K; "
+    "apples AE P AX L Z; arms AA R M Z; away AX W EY; back B AE K; be B IY; bees B IY Z; "
+    "board B AO R D; boat B OW T; bought B AO T; boxes B AA K S IH Z; boy B OY; bread B R EH D; "
+    "breathe B R IY DH; brother B R AH DH ER; building B IH L D IH NG; bus B AH S; buys B AY Z; "
+    "buzzes B AH Z IH Z; cabs K AE B Z; called K AO L D; camel K AE M AX L; care K EH R; "
+    "carrier K AE R IY ER; cars K AA R Z; castle K AE S AX L; cause K AO Z; cautious K AO SH AX S; "
+    "ceiling S IY L IH NG; change CH EY N JH; cheque CH EH K; cherry CH EH R IY; chew CH UW; "
+    "chrome K R OW M; churches CH ER CH IH Z; circle S ER K AX L; cold K OW L D; cough K AO F; "
+    "country K AH N T R IY; cows K AW Z; daddy D AE D IY; danger D EY N JH ER; dishes D IH SH IH Z; "
+    "dogs D AA G Z; double D AH B AX L; dough D OW; earth ER TH; easy IY Z IY; egg EH G; "
+    "enforcement EH N F AO R S M AX N T; extra EH K S T R AX; faces F EY S IH Z; feud F Y UW D; "
+    "few F Y UW; field F IY L D; find F AY N D; finger F IH NG G ER; flew F L UW; flies F L AY Z; "
+    "floor F L AO R; flu F L UW; fly F L AY; fruit F R UW T; full F UH L; garden G AA R D AX N; "
+    "ghost G OW S T; girls G ER L Z; glove G L AH V; gnome N OW M; goes G OW Z; grew G R UW; "
+    "group G R UW P; grow G R OW; guess G EH S; hair HH EH R; half HH AE F; hearts HH AA R T S; "
+    "hi HH AY; honor AA N ER; hour AW ER; hurry HH ER IY; hymn HH IH M; i'm AY M; india IH N D IY AX; "
+    "judge JH AH JH; key K IY; kissed K IH S T; kisses K IH S IH Z; knife N AY F; known N OW N; "
+    "lamb L AE M; lawyer L AO Y ER; lazy L EY Z IY; learn L ER N; letter L EH T ER; looked L UH K T; "
+    "lure L UH R; mission M IH SH AX N; names N EY M Z; nation N EY SH AX N; needed N IY D IH D; "
+    "nervous N ER V AX S; nicely N AY S L IY; night N AY T; no N OW; off AO F; "
+    "optician AA P T IH SH AX N; organ AO R G AX N; pages P EY JH IH Z; partial P AA R SH AX L; "
+    "patio P AE T IY OW; peaceful P IY S F AX L; phone F OW N; picture P IH K CH ER; pie P AY; "
+    "pour P AO R; precious P R EH SH AX S; psalm S AA M; puffed P AH F T; queen K W IY N; "
+    "rabbit R AE B IH T; raccoon R AE K UW N; rain R EY N; reached R IY CH T; roll R OW L; "
+    "rough R AH F; runs R AH N Z; scene S IY N; school S K UW L; show SH OW; sign S AY N; "
+    "sincere S IH N S IY R; single S IH NG G AX L; slow S L OW; snow S N OW; song S AO NG; soup S UW P; "
+    "special S P EH SH AX L; stopped S T AA P T; summer S AH M ER; table T EY B AX L; taste T EY S T; "
+    "taxi T AE K S IY; tennis T EH N IH S; think TH IH NG K; toe T OW; tough T AH F; tried T R AY D; "
+    "tune T UW N; type T AY P; use Y UW Z; vein V EY N; village V IH L IH JH; vision V IH ZH AX N; "
+    "voice V OY S; walk W AO K; wanted W AA N T IH D; warm W AO R M; washed W AA SH T; watch W AA CH; "
+    "weather W EH DH ER; white W AY T; whose HH UW Z; wild W AY L D; window W IH N D OW; "
+    "words W ER D Z; wouldn't W UH D N T; write R AY T; make M EY K; making M EY K IH NG; "
+    "little L IH T AX L; happy HH AE P IY; moon M UW N; again AX G EH N; any EH N IY; are AA R; "
+    "because B IH K AO Z; been B IH N; blood B L AH D; both B OW TH; busy B IH Z IY; buy B AY; "
+    "come K AH M; do D UW; does D AH Z; done D AH N; enough IH N AH F; eye AY; father F AA DH ER; "
+    "foot F UH T; friend F R EH N D; from F R AH M; get G EH T; give G IH V; good G UH D; "
+    "great G R EY T; have HH AE V; into IH N T UW; know N OW; laugh L AE F; listen L IH S AX N; "
+    "live L IH V; lose L UW Z; many M EH N IY; money M AH N IY; mother M AH DH ER; move M UW V; "
+    "of AH V; once W AH N S; one W AH N; only OW N L IY; people P IY P AX L; put P UH T; said S EH D; "
+    "says S EH Z; shoe SH UW; some S AH M; sugar SH UH G ER; that DH AE T; the DH AX; their DH EH R; "
+    "there DH EH R; they DH EY; this DH IH S; though DH OW; through TH R UW; today T AX D EY; "
+    "together T AX G EH DH ER; touch T AH CH; two T UW; was W AH Z; water W AO T ER; were W ER; "
+    "what W AH T; where W EH R; with W IH DH; woman W UH M AX N; women W IH M IH N; won't W OW N T; "
+    "you Y UW; young Y AH NG; your Y AO R; zero Z IY R OW; yes Y EH S";
+
 TEST(Draft, SpellsEnglish) {
-  for (const auto& [word, sounds] : std::map<std::string, std::string>{{"make", "M EY K"},
-                                                                       {"making", "M EY K IH NG"},
-                                                                       {"thought", "TH AO T"},
-                                                                       {"night", "N AY T"},
-                                                                       {"nation", "N EY SH AX N"},
-                                                                       {"knife", "N AY F"},
-                                                                       {"phone", "F OW N"},
-                                                                       {"stopped", "S T AA P T"},
-                                                                       {"queen", "K W IY N"},
-                                                                       {"little", "L IH T AX L"},
-                                                                       {"judge", "JH AH JH"},
-                                                                       {"watch", "W AA CH"},
-                                                                       {"happy", "HH AE P IY"},
-                                                                       {"words", "W ER D Z"},
-                                                                       {"church", "CH ER CH"},
-                                                                       {"picture", "P IH K CH ER"},
-                                                                       {"moon", "M UW N"},
-                                                                       {"", ""},
-                                                                       {"'", ""}}) {
-    EXPECT_EQ(Spoken(word), sounds) << word;
-  }
+  std::istringstream words(kSpelled);
+  for (std::string word, sounds; words >> word && std::getline(words, sounds, ';');)
+    EXPECT_EQ(" " + Spoken(word), sounds) << word;
+  for (const char* mute : {"", "'"}) EXPECT_EQ(Spoken(mute), "");
   // Seven hundred and, as spoken, twenty one: by its sounds the same as in letters.
   for (const auto& [digits, letters] : std::map<std::string, std::string>{
            {"721", "seven-hundred-twenty-one"}, {"1000", "one-thousand"}, {"1001", "one-thousand-one"}}) {

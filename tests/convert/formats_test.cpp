@@ -134,12 +134,15 @@ struct Foreign {
   Reader read;
   const char* bytes;
   const char* cells;
+  const char* said = "";
 };
 constexpr Foreign kForeign[] = {
     {"switch data with a frame 0 and two ends of line", convert::ReadSwitchData,
-     "MohoSwitch1\r\n0 rest\r\n5 MBP\n\n9 smile\n", "0:Closed 4:M 8\"smile\" /9"},
+     "MohoSwitch1\r\n0 rest\r\n5 MBP\n\n9 smile\n", "0:Closed 4:M 8\"smile\" /9",
+     "line 5: the table of names has no mouth \"smile\"; it goes into the comment\n"
+     "switch data doesn't tell its length"},
     {"cues as a table, the end told by X", convert::ReadCueTable, "0.00\tX\n0.50\tD\n0.52\tB\n1.00\tX\n",
-     "0:Closed 12:S /24"},
+     "0:Closed 12:S /24", "a mouth shorter than a frame is left out, at frame 12\n"},
     {"cues as JSON", convert::ReadCueJson,
      R"({"metadata":{"soundFile":"v.wav","duration":1.0},"mouthCues":[{"start":0.00,"end":0.25,"value":"X"},)"
      R"({"start":0.25,"end":1.0,"value":"G"}]})",
@@ -152,29 +155,25 @@ constexpr Foreign kForeign[] = {
     {"two voices, a pause between the words", convert::ReadPapagayo,
      "lipsync version 1\nv.wav\n24\n20\n2\n\tAnn\n\tHi|you\n\t1\n\t\tHi you\n\t\t2\n\t\t15\n\t\t2\n\t\t\tHi "
      "2 5 1\n"
-     "\t\t\t\t2 AI\n\t\t\tyou\t10 15 2\n\t\t\t\t10 etc\n\t\t\t\t12 U\n\tBob\n\t\n\t0\n",
-     "2:A 2\"Hi\" 6:Closed 10:S 10\"you\" 12:U 16:Closed /20"},
+     "\t\t\t\t2 AI\n\t\t\tyou\t10 15 3\n\t\t\t\t10 etc\n\t\t\t\t12 U\n\t\t\t\t30 O\n\tBob\n\t\n\t0\n",
+     "2:A 2\"Hi\" 6:Closed 10:S 10\"you\" 12:U 16:Closed /20",
+     "of 2 voices only the first, \"Ann\", is taken\n"
+     "an entry behind the sheet's end, which is at frame 20, is left out\n"},
     {"a time sheet with marks, an empty cell and drawings by number", convert::ReadXdts,
-     "exchangeDigitalTimeSheet Save "
-     "Data\n{\"timeTables\":[{\"duration\":10,\"name\":\"t\",\"timeTableHeaders\":"
-     "[{\"fieldId\":3,\"names\":[\"Ann\"]},{\"fieldId\":0,\"names\":[\"BODY\",\"MOUTH\"]}],\"fields\":["
-     "{\"fieldId\":0,\"tracks\":[{\"trackNo\":0,\"frames\":[{\"frame\":0,\"data\":[{\"id\":0,\"values\":["
-     "\"1\"]}]}]},"
-     "{\"trackNo\":1,\"frames\":[{\"frame\":1,\"data\":[{\"id\":0,\"values\":[\"2\"]}]},"
-     "{\"frame\":2,\"data\":[{\"id\":0,\"values\":[\"SYMBOL_HYPHEN\"]}]},"
-     "{\"frame\":4,\"data\":[{\"id\":0,\"values\":[\"Th\"]}]},"
-     "{\"frame\":6,\"data\":[{\"id\":0,\"values\":[\"SYMBOL_NULL_CELL\"]}]},"
-     "{\"frame\":8,\"data\":[{\"id\":0,\"values\":[\"AI\"]}]},"
-     "{\"frame\":10,\"data\":[{\"id\":0,\"values\":[\"SYMBOL_NULL_CELL\"]}]}]}]},"
-     "{\"fieldId\":3,\"tracks\":[{\"trackNo\":0,\"frames\":[{\"frame\":1,\"data\":[{\"id\":0,\"values\":["
-     "\"hello\"]}]}"
-     "]}]}]}],\"version\":5}",
+     "exchangeDigitalTimeSheet Save Data\n"
+     R"({"timeTables":[{"duration":10,"name":"t","timeTableHeaders":[{"fieldId":3,"names":["Ann"]},)"
+     R"({"fieldId":0,"names":["BODY","MOUTH"]}],"fields":[{"fieldId":0,"tracks":[{"trackNo":0,"frames":[)"
+     R"({"frame":0,"data":[{"id":0,"values":["1"]}]}]},{"trackNo":1,"frames":[)"
+     R"({"frame":1,"data":[{"id":0,"values":["2"]}]},{"frame":2,"data":[{"id":0,"values":["SYMBOL_HYPHEN"]}]},)"
+     R"({"frame":4,"data":[{"id":0,"values":["Th"]}]},{"frame":6,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
+     R"({"frame":8,"data":[{"id":0,"values":["AI"]}]},{"frame":10,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]}]}]},)"
+     R"({"fieldId":3,"tracks":[{"trackNo":0,"frames":[{"frame":1,"data":[{"id":0,"values":["hello"]}]}]}]}]}],"version":5})",
      "1:B 1\"hello\" 4:Th 6:Closed 8:A /10"},
     {"a table with semicolons, quotes, other columns and decimals", convert::ReadCsv,
      "sep=;\r\nTake;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\r\nc\";0;A ;\"32,0\"\r\n2;;3;M;0\r\n;;;;\r\n",
      "0:A 0\"a;\"b\" c\" 3:M /4"},
-    {"a table without headings", convert::ReadCsv, "0,A,\"x, y\"\n1,,5\" nail\n2,grin,\n",
-     "0:A 0\"x, y\" 1\"5\" nail\" 2\"grin\" /3"},
+    {"a table without headings", convert::ReadCsv, "0,A,\"x, y\"\n1,,5\" nail;;;;;;;;\n2,grin,\n",
+     "0:A 0\"x, y\" 1\"5\" nail;;;;;;;;\" 2\"grin\" /3", "line 3: the table of names has no mouth \"grin\""},
 };
 
 TEST(Formats, ReadsWhatOtherProgramsWrite) {
@@ -182,6 +181,7 @@ TEST(Formats, ReadsWhatOtherProgramsWrite) {
     const Reading reading = file.read(file.bytes, Plain());
     ASSERT_TRUE(reading.sheet) << file.name << ": " << InEnglish(reading.failure);
     EXPECT_EQ(CellsOf(*reading.sheet), file.cells) << file.name;
+    EXPECT_THAT(Told(reading.notes), HasSubstr(file.said)) << file.name;
   }
   const Reading two = convert::ReadXdts(
       "exchangeDigitalTimeSheet Save "
@@ -253,17 +253,17 @@ TEST(Formats, TheSoundDecidesTheLengthAndTheRateMovesEntries) {
   context.rate_text = "12";
   const Reading reading = convert::ReadPapagayo(
       "lipsync version 1\nv\n24\n60\n1\n\tA\n\tx\n\t1\n\t\tx\n\t\t0\n\t\t59\n\t\t1\n"
-      "\t\t\tx 0 59 3\n\t\t\t\t10 AI\n\t\t\t\t11 E\n\t\t\t\t50 O\n",
+      "\t\t\tx 0 59 4\n\t\t\t\t10 AI\n\t\t\t\t11 E\n\t\t\t\t50 O\n\t\t\t\t55 U\n",
       context);
   Document sheet = *reading.sheet;
   convert::Messages notes;
   convert::Fit(sheet, context, notes);
   EXPECT_EQ(sheet.frame_rate_text, "12");
-  // Frame 11 lies halfway between two and goes to the even one; frame 50 is behind the end.
+  // Frame 11 lies halfway between two and goes to the even one; 50 and 55 are behind the end.
   EXPECT_EQ(CellsOf(sheet), "0\"x\" 5:A 6:E /24");
   EXPECT_EQ(sheet.track_values.size(), 24u);
   notes.insert(notes.end(), reading.notes.begin(), reading.notes.end());
-  EXPECT_THAT(Told(notes), HasSubstr("an entry behind the sheet's end, which is at frame 48, is left out"));
+  EXPECT_THAT(Told(notes), HasSubstr("2 entries behind the sheet's end, which is at frame 48, are left out"));
 }
 
 TEST(ShapeTable, ATableOfOnesOwnReplacesTheNames) {

@@ -58,27 +58,41 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   EXPECT_NE(pdf.bytes->find("/Count 2"), std::string::npos);
 
   const auto svg = convert::PrintSheet(sheet, "frogs", sound.get(), convert::Paper::kLetter, true);
-  for (const char* text : {"frogs.wav", "2.96 s, 71 frames, 4+07 ft", "2 of 2", "&quot;moon&quot;", ">(M)<"})
+  for (const char* text : {"frogs.wav", "2.96 s, 71 frames, 4+07 ft", "2 of 2", "&quot;moon&quot;", ">(M)<",
+                           ">24 fps<", ">2s<", ">+23<", ">2+15<"})
     EXPECT_NE(svg.bytes->find(text), std::string::npos) << text;
   QSvgRenderer renderer(QByteArray::fromStdString(*svg.bytes));
   ASSERT_TRUE(renderer.isValid());
   EXPECT_NEAR(renderer.viewBoxF().height(), 2 * 27940, 1);
-  // The sound's column: ink beside the vowel of "Five", next to none in the pause behind "jump".
   QImage page(1080, 2794, QImage::Format_RGB32);
   QPainter painter(&page);
   renderer.render(&painter);
-  const auto ink_right_of_middle = [&](int frame) {
+  const auto ink = [&](int from, int to, int frame) {
     const double body_top = 1000 + 1500 + 300 + 550, row = (27940 - body_top - 900) / 48;
     const int y = static_cast<int>((body_top + (frame + 0.5) * row) / 20);
-    int ink = 0;
-    for (int x = 1200 / 20 + 172 + 3; x < 1200 / 20 + 172 + 80; ++x) ink += qGray(page.pixel(x, y)) < 160;
-    return ink;
+    int dark = 0;
+    for (int x = from; x < to; ++x) dark += qGray(page.pixel(x, y)) < 160;
+    return dark;
   };
-  EXPECT_GT(ink_right_of_middle(3), 30);
-  EXPECT_LT(ink_right_of_middle(35), 5);
+  // The sound on both sides of its middle at 315: loud in the vowel of "Five", nothing in the pause after
+  // "jump".
+  for (const auto& [from, to] : {std::pair{235, 312}, {318, 395}}) {
+    EXPECT_GT(ink(from, to, 3), 30) << from;
+    EXPECT_LT(ink(from, to, 35), 5) << from;
+  }
+  EXPECT_GT(ink(400, 457, 0), 0) << "the picture of the F";
+  EXPECT_GT(ink(473, 479, 11), 0) << "the E is held";
+  // The yellow track goes right by the mouth's opening: 12 in frame 3, 57 in frame 8. The red one is at rest.
+  EXPECT_GT(ink(897, 904, 3), 0);
+  EXPECT_GT(ink(872, 880, 8), 0);
+  EXPECT_EQ(ink(872, 895, 3) + ink(882, 904, 8), 0);
+  EXPECT_GT(ink(926, 933, 8), 0);
   int ink_of_second_page = 0;
   for (int y = 1400; y < 2790; ++y) ink_of_second_page += qGray(page.pixel(120, y)) < 160;
   EXPECT_GT(ink_of_second_page, 0);
+  const auto late =
+      convert::PrintSheet(support::SheetWith(60, "50:M"), "", nullptr, convert::Paper::kA4, true);
+  EXPECT_EQ(late.bytes->find("()"), std::string::npos) << "no mouth is held from the page before";
 }
 
 TEST(Paper, TellsASheetThatIsTooLong) {

@@ -103,9 +103,27 @@ std::function<void(QWidget*)> AnswerQuestion(QMessageBox::StandardButton button,
 
 const Progress kSilent = [](double) {};
 
+/// Notes what a label shows whenever it is painted.
+struct Painted : QObject {
+  explicit Painted(QLabel* label) { label->installEventFilter(this); }
+  bool eventFilter(QObject* label, QEvent* event) override {
+    if (event->type() == QEvent::Paint) texts << static_cast<QLabel*>(label)->text();
+    return false;
+  }
+  QStringList texts;
+};
+
 TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
-  stand_in_->GotoFrame(3);
+  stand_in_->GotoFrameAdv(3);
+  for (const Channel channel : {Channel::Red, Channel::Green, Channel::Blue})
+    stand_in_->SetBuffer(channel, OwnTable(std::vector<std::uint8_t>(9 * 7, 0)), "");
   EXPECT_EQ(LabelText("FrameLabel"), "Frame 3") << "the tool may block the thread right after";
+  for (const int frame : {2, 3}) {
+    stand_in_->GotoFrame(frame);
+    EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == QString("Frame %1").arg(frame); }));
+    const QImage view = window_->findChild<QWidget*>("FrameView")->grab().toImage();
+    EXPECT_EQ(qGray(view.pixel(view.rect().center())), frame == 3 ? 0 : 255);
+  }
   for (int step = 0; step < 5000; ++step) stand_in_->GotoFrame(step % 10);
   EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9"; }));
   EXPECT_THAT(LabelText("FactsLabel").toStdString(), testing::HasSubstr("10 frames"));
@@ -116,10 +134,9 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
   EXPECT_FALSE(bar->isVisible());
   stand_in_->StatusOpen("Developing...");
   EXPECT_TRUE(bar->isVisible());
-  for (const char* text : {"Saving...", "Developing..."}) {
-    stand_in_->StatusOpen(text);
-    EXPECT_EQ(LabelText("StatusLabel"), text) << "another display shows at once";
-  }
+  Painted status(window_->findChild<QLabel*>("StatusLabel"));
+  for (const char* text : {"Saving...", "Developing..."}) stand_in_->StatusOpen(text);
+  EXPECT_EQ(status.texts, QStringList({"Saving...", "Developing..."})) << "another display shows at once";
   QThread::msleep(700);
   stand_in_->GotoFrame(4);
   stand_in_->StatusPercent(62.5);
@@ -275,9 +292,12 @@ TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
 TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
   Animation animation({2, 1}, 2);
   animation.SetPlane(1, Channel::Green, OwnTable({7, 8, 8, 7, 8, 8}));
-  EXPECT_EQ(SavePictures(animation, File("walk"), kSilent), std::nullopt);
+  std::vector<double> told;
+  const Progress tell = [&](double percent) { told.push_back(percent); };
+  EXPECT_EQ(SavePictures(animation, File("walk"), tell), std::nullopt);
   EXPECT_EQ(NumberedNames("walk", 2), (QStringList{"walk0000.png", "walk0001.png"}));
-  const auto result = ReadPictures(PicturesIn(folder_.path()), kSilent);
+  const auto result = ReadPictures(PicturesIn(folder_.path()), tell);
+  EXPECT_THAT(told, testing::ElementsAre(50, 100, 50, 100));
   const auto& back = std::get<Animation>(result);
   ASSERT_EQ(back.FrameCount(), 2);
   EXPECT_THAT(back.Plane(0, Channel::Green).bytes, testing::Each(255));
@@ -299,8 +319,10 @@ TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
   EXPECT_THAT(question.toStdString(), testing::HasSubstr("take0003.png is already there"));
   EXPECT_EQ(QImage(File("take0003.png")).width(), 1);
   EXPECT_FALSE(QFile::exists(File("take0000.png")));
+  Painted status(window_->findChild<QLabel*>("StatusLabel"));
   OnDialogs({name_it, AnswerQuestion(QMessageBox::Yes, &question)});
   Choose("Save");
+  EXPECT_TRUE(status.texts.contains("Saving pictures..."));
   EXPECT_EQ(QImage(File("take0003.png")).width(), 8);
   EXPECT_TRUE(QFile::exists(File("take0009.png")));
   EXPECT_EQ(LabelText("StatusLabel"), "10 pictures saved in " + folder_.path());
@@ -403,7 +425,17 @@ TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   for (const QAction* menu : german.menuBar()->actions()) menus << menu->text();
   EXPECT_EQ(menus.join(' '), "&Animation &Bilder &Aussehen &Werkzeuge &Hilfe");
   EXPECT_EQ(german.findChild<QAction*>("ThemeDark")->text(), "Farben: Dunkel");
-  EXPECT_EQ(german.findChild<QAction*>("Save")->shortcut(), QKeySequence(QKeySequence::Save));
+  for (const auto& [action, keys] :
+       std::initializer_list<std::pair<const char*, const char*>>{{"New", "Ctrl+N"},
+                                                                  {"OpenPictures", "Ctrl+O"},
+                                                                  {"Save", "Ctrl+S"},
+                                                                  {"Leave", "Ctrl+Q"},
+                                                                  {"Play", "Space"},
+                                                                  {"First", "Home"},
+                                                                  {"Back", ","},
+                                                                  {"Forward", "."},
+                                                                  {"Last", "End"}})
+    EXPECT_EQ(german.findChild<QAction*>(action)->shortcut().toString(), keys);
   EXPECT_TRUE(german.findChild<QLabel*>("FactsLabel")->text().startsWith("10 Bilder"));
 
   QString about;

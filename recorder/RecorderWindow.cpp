@@ -90,9 +90,10 @@ void RecorderWindow::HasEnded(Ending ending) {
 
 QString RecorderWindow::Words(Ending ending) const {
   const QString device = devices_->currentText();
-  QString kept = take_->DataBytes() == 0
-                     ? tr("Nothing was recorded.")
-                     : tr("What was recorded until then is kept: %1.").arg(TimeText(take_->Seconds()));
+  const QString kept = take_->DataBytes() == 0
+                           ? tr("Nothing was recorded.")
+                           : tr("What was recorded until then is kept: %1.").arg(TimeText(take_->Seconds()));
+  QString why;
   switch (ending) {
     case Ending::Asked:
       if (take_->DataBytes() == 0) return kept;
@@ -104,20 +105,25 @@ QString RecorderWindow::Words(Ending ending) const {
     case Ending::Refused:
       return tr("\"%1\" can't be opened. Another program may be using it.").arg(device);
     case Ending::NoAnswer:
-      return tr("\"%1\" doesn't answer.").arg(device) + " " + kept;
+      why = tr("\"%1\" doesn't answer.").arg(device);
+      break;
     case Ending::Gone:
-      return tr("\"%1\" has gone.").arg(device) + " " + kept;
+      why = tr("\"%1\" has gone.").arg(device);
+      break;
     case Ending::Silent:
-      return tr("\"%1\" delivers no sound any more.").arg(device) + " " + kept;
+      why = tr("\"%1\" delivers no sound any more.").arg(device);
+      break;
     case Ending::Overrun:
-      return tr("The disk is too slow for the recording.") + " " + kept;
+      why = tr("The disk is too slow for the recording.");
+      break;
     case Ending::WriteFailed:
-      return tr("The recording can't be written: %1.").arg(QString::fromStdString(take_->Failure())) + " " +
-             kept;
+      why = tr("The recording can't be written: %1.").arg(QString::fromStdString(take_->Failure()));
+      break;
     case Ending::Full:
-      return tr("The recording has the greatest length that a file can have.") + " " + kept;
+      why = tr("The recording has the greatest length that a file can have.");
+      break;
   }
-  return {};
+  return why + " " + kept;
 }
 
 void RecorderWindow::Listen() {

@@ -2,9 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QToolButton>
 #include <atomic>
+#include <csignal>
 #include <filesystem>
 #include <mutex>
 #include <thread>
@@ -32,7 +34,7 @@ struct Machine {
   std::atomic<bool> lost = false;
   /// Held by a test, it makes the opening hang.
   std::mutex opening;
-  std::atomic<std::chrono::milliseconds> now{0ms};
+  std::atomic<std::chrono::milliseconds> now{1h};
 };
 
 struct FakeCapture : platform::CaptureDevice {
@@ -57,7 +59,7 @@ class Recorder : public testing::Test {
 
   static std::string TakeFolder() { return support::ScratchFolder() + "/takes"; }
 
-  void MakeWindow() {
+  void MakeWindow(bool finds_devices = true) {
     window_.reset();
     window_ = std::make_unique<RecorderWindow>(Surroundings{
         [machine = machine_] {
@@ -81,7 +83,7 @@ class Recorder : public testing::Test {
       return QString::fromStdString(support::Next(paths_, std::string()));
     };
     window_->Tell = [this](const QString& text) { told_.push_back(text.toStdString()); };
-    Until([this] { return Status() != "Looking for recording devices..."; });
+    if (finds_devices) Until([this] { return Status() != "Looking for recording devices..."; });
   }
 
   /// Lets the window work until that is so. A device's side has a thread of its own, hence the loop.
@@ -126,6 +128,8 @@ class Recorder : public testing::Test {
 TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   window_->findChild<QComboBox*>("Devices")->setCurrentText("Line");
   EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false));
+  const auto* button = window_->findChild<QToolButton*>("RecordButton");
+  EXPECT_GT(button->sizeHint().width(), 20 + button->fontMetrics().horizontalAdvance("Record"));
   BeginToRecord();
   EXPECT_EQ(machine_->opened, "Line");
   EXPECT_THAT(Enabled(), ElementsAre(false, true, false, false));
@@ -155,14 +159,20 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
 TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
   const std::string kept = "What was recorded until then is kept: 0:00.5.";
   for (const auto& [way, words] : {std::pair{"lost", "\"Microphone\" has gone. " + kept},
-                                   {"hangs", "\"Microphone\" delivers no sound any more. " + kept}}) {
+                                   {"hangs", "\"Microphone\" delivers no sound any more. " + kept},
+                                   {"disk", "The recording can't be written: File too large. " + kept}}) {
     BeginToRecord();
     Deliver(std::vector<std::int16_t>(22050));
     Until([this] { return Time() == "0:00.5"; });
     if (std::string(way) == "lost") {
       machine_->lost = true;
-    } else {
+    } else if (std::string(way) == "hangs") {
       Pass(2001ms);
+    } else {
+      signal(SIGXFSZ, SIG_IGN);
+      const rlimit full{44 + 2 * 22050, RLIM_INFINITY};
+      setrlimit(RLIMIT_FSIZE, &full);
+      Deliver({1});
     }
     Until([this] { return !Status().starts_with("Recording from"); });
     EXPECT_EQ(Status(), words);
@@ -209,6 +219,16 @@ TEST_F(Recorder, ADeviceThatCantBeOpenedIsTold) {
 }
 
 TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
+  {
+    const std::lock_guard hanging(machine_->mutex);
+    MakeWindow(false);
+    for (const auto& [time, status] :
+         {std::pair{5000ms, "Looking for recording devices..."}, {1ms, "The sound system doesn't answer."}}) {
+      Pass(time);
+      window_->Tick();
+      EXPECT_EQ(Status(), status);
+    }
+  }
   SetDevices({});
   MakeWindow();
   EXPECT_THAT(Status(), StartsWith("No recording device was found."));

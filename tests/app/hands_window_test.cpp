@@ -72,7 +72,10 @@ TEST_F(Hands, LettersPutShapesAndTheRowStays) {
   Type("o", Qt::ControlModifier);
   Type("o", Qt::AltModifier);
   EXPECT_EQ(grid.TextMatrix(1, 1), "Th ");
+  Type("t");
   Key(sheet, Qt::Key_Down);
+  Type("h");
+  EXPECT_EQ(grid.TextMatrix(2, 1), "") << "the letters of another row";
   Type("m");
   EXPECT_EQ(grid.Row(), 2);
   EXPECT_EQ(grid.TextMatrix(2, 1), "M ");

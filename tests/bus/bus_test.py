@@ -81,6 +81,8 @@ class BusSession(Session):
         self.run_tool("shown", f"wave={self.sound}", "play", "played", "quit")
         frames = follow(self.host.calls)
         self.assertIn(2, frames[-3:])
+        # The sheet's own frame is an integer on the wire, that of an advance a fraction.
+        self.assertEqual({type(frame) for frame in frames}, {int, float})
         self.assertLessEqual(max(frames), 2)
 
     def test_a_window_may_come_up_late(self):
@@ -133,28 +135,20 @@ class BusSession(Session):
                                    ("/Form1", "PrefsCallback"): error + "AccessDenied",
                                    ("/Form2", "Show"): error + "UnknownObject"})
 
-    def test_a_failed_call_is_reported_by_member_and_the_hosts_words(self):
+    def test_an_answer_of_another_form_is_reported_by_member(self):
         short, long_ = dbus.ByteArray(bytes(11)), dbus.ByteArray(bytes(13))
-        words = "the host says no"
         painter = ["frame-painter", "length=2", "shoot", "done"]
         cases = [  # member, nth call, what happens, steps, words of the report
-            ("Vel_SendFormObject", 1, "error", [], words),
-            ("Vel_GetAppDir", 1, "error", [], words),
+            ("Vel_GetAppDir", 1, "error", [], "the host says no"),
             ("Vel_GetFrameRate", 1, dbus.Int32(12), [], "an integer where a text"),
-            ("Vel_GetFrameRate", 1, "leave", [], ""),
             ("vel_GetTotalFrames", 1, "12", [], "a text where an integer"),
             ("vel_GetTotalFrames", 1, dbus.Double(3), [], "a double where an integer"),
-            ("Vel_GotoFrame", 2, "error", [f"wave={self.sound}"], words),
-            ("vel_SetFrameRate", 1, "error", ["rate=24"], words),
-            ("vel_BufferHeight", 1, "leave", painter, ""),
+            ("vel_GetTotalFrames", 1, dbus.Int16(3), [], "a short integer where an integer"),
+            ("vel_GetTotalFrames", 1, (), [], "nothing where an integer"),
+            ("vel_GetTotalFrames", 1, dbus.Byte(3), [], "another type where an integer"),
             ("vel_GetRbuffer", 2, short, painter, "11 bytes where 12"),
             ("Vel_GetBbuffer", 3, long_, painter, "13 bytes where 12"),
             ("vel_GetGbuffer", 1, dbus.String("x"), painter, "a text where a byte table"),
-            ("Vel_GotoFrameAdv", 2, "leave", painter, ""),
-            ("vel_CreateAnimAdv", 1, "error", painter, words),
-            ("vel_SetBBuffer", 2, "leave", painter, ""),
-            ("vel_Status", 5, "error", painter, words),  # four while retrieving, where they are guarded
-            ("vel_StatusClose", 2, "error", painter, words),
         ]
         for member, nth, how, steps, report in cases:
             with self.subTest(member=member, nth=nth, how=how):
@@ -164,18 +158,6 @@ class BusSession(Session):
                 self.assertEqual(status, 1, reported)
                 self.assertIn(f"The host's member {member} failed", reported)
                 self.assertIn(report, reported)
-
-    def test_guarded_places_go_on(self):
-        painter = ["frame-painter", "length=2", "done"]
-        for member, nth, how in [("Vel_WallpaperFilename", 1, "error"), ("Vel_WallpaperFilename", 1, dbus.Int32(1)),
-                                 ("Vel_GetAppDir", 2, "error"), ("vel_StatusOpen", 1, "error"),
-                                 ("vel_Status", 1, "error"), ("vel_Status", 2, "error")]:
-            with self.subTest(member=member, nth=nth, how=how):
-                self.begin_anew()
-                self.host.fail(member, nth, how)
-                status, _, reported = self.run_tool("shown", *painter, "quit")
-                self.assertEqual(status, 0, reported)
-                self.assertEqual(self.host.names().count("Vel_GetBbuffer"), 3)
 
 
 if __name__ == "__main__":

@@ -9,6 +9,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+from unittest.mock import MagicMock
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path[:0] = [os.path.join(HERE, "double"), os.path.dirname(HERE)]
@@ -32,6 +33,7 @@ from exposure_sheet.host import Host  # noqa: E402
 from exposure_sheet.wire import Service  # noqa: E402
 
 NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
+OPEN_WINDOW = roll.open_window
 WIDTH, HEIGHT, FIRST, FRAMES = 3, 2, 10, 6
 GETTERS = ("vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer")
 SETTERS = ("vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer")
@@ -290,6 +292,9 @@ class Bridge(unittest.TestCase):
         self.assertTrue(first.registerService(NAME))
         self.assertIn("is the host already", str(self.service.start()))
         first.unregisterService(NAME)
+        bus, self.service._connection = self.service._connection, QDBusConnection("none")
+        self.assertEqual(str(self.service.start()), "there is no session bus")
+        self.service._connection = bus
         QDBusConnection.disconnectFromBus("first")
 
     def test_writes_the_theme_that_fits(self):
@@ -304,6 +309,12 @@ class Bridge(unittest.TestCase):
             self.assertEqual(settings.value("Startup/Textbox_Fill_Color"), str(10 + 256 * 20 + 65536 * 30))
             settings.beginGroup("Startup")
             self.assertEqual(len(settings.allKeys()), 19)
+
+    def test_shows_the_rolls_window_before_the_roll_is_in_it(self):
+        krita = MagicMock()
+        OPEN_WINDOW(krita, "roll")
+        self.assertEqual([name for name, _, _ in krita.openWindow.return_value.mock_calls if name != "qwindow"],
+                         ["qwindow().resize", "qwindow().show", "addView"])
 
     def test_is_taken_out_as_it_was_put_in(self):
         """The user's settings file before, and after uninstalling; None is no file."""

@@ -35,6 +35,7 @@ class Layer:
     def setPixelData(self, data, x, y, width, height):
         time = self.document.currentTime()
         self.keys[max(key for key in self.keys if key <= time)] = bytes(data)
+        self.document.is_fresh = False
 
 
 class Document:
@@ -43,7 +44,7 @@ class Document:
     def __init__(self, width, height, name, *_):
         self._size, self._name, self._rate = (width, height), name, 24
         self._clip, self._time, self._next, self._resolution = [0, 100], 0, None, 72.0
-        self.busy = False
+        self.busy, self.is_fresh = False, True
         self.went = []
         self.layers = [Layer(self)]
 
@@ -105,7 +106,7 @@ class Document:
 
     def waitForDone(self):
         if self._next is not None:
-            self._time, self._next = self._next, None
+            self._time, self._next, self.is_fresh = self._next, None, True
 
     def tryBarrierLock(self):
         return not self.busy
@@ -129,7 +130,7 @@ class Document:
         pass
 
     def refreshProjection(self):
-        pass
+        self.is_fresh = True
 
     def setModified(self, modified):
         pass
@@ -140,7 +141,8 @@ class Document:
     def projection(self, x, y, width, height):
         picture = QImage(*self._size, QImage.Format_ARGB32)
         picture.fill(Qt.transparent)
-        for layer in self.layers:
+        # What a script draws isn't seen before the projection is refreshed.
+        for layer in self.layers if self.is_fresh else []:
             pixels = layer.shown_at(self._time)
             for place in range(width * height):
                 blue, green, red, opacity = pixels[4 * place:4 * place + 4]

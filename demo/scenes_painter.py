@@ -108,8 +108,10 @@ def stamp(tour, painter, folder):
                  folder + "roll_thumbs": [painter.thumbnail(ROLL, i).getpixel((50, 60)) for i in range(7)]})
     tour.portrait(folder + "3-stamped", "cells stamped onto the roll, by clicks and drags", painter.window)
     # Cell and frame 10 stand beyond the strips' right edge.
+    left = [(CELLS, 0, painter.thumbnail(CELLS, 0)), (ROLL, 5, painter.thumbnail(ROLL, 5))]
     painter.drag_bar(CELL_BAR, 150)
     painter.drag_bar(ROLL_BAR, STRIP_WIDTH - 10)
+    tour.note(**{folder + "scrolled": [differs(painter.thumbnail(strip, i), seen) for strip, i, seen in left]})
     tour.portrait(folder + "4-scrolled", "both strips scrolled", painter.window)
 
 
@@ -171,6 +173,7 @@ def done(tour, painter, folder):
     box.front()
     painter.desk.keys("alt+n")
     painter.desk.gone(box)
+    painter.desk.settle()
     stays = painter.desk.find("^Frame painter$") != []
     painter.click(DONE)
     box = painter.desk.window("^Exposure Sheet$")

@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
+#include <utility>
 
 #include "app/Form1.h"
 #include "audio/Form2.h"
@@ -110,8 +111,8 @@ class AimlessUser {
     });
     platform::AnswerMessagesWith([this](const platform::Message& message) { return AnswerTo(message); });
     platform::ReadClockFrom([this] { return now_; });
-    // A roll of a million frames would take its time to shoot.
-    platform::ReadFreeMemoryFrom([] { return 4000.0; });
+    // Room for the stand-in's frames, but not for all that a host may claim to have.
+    platform::ReadFreeMemoryFrom([] { return 6e7; });
     platform::SetWaveOut(&silence_);
     modal_closer_.callOnTimeout([this] { LeaveModalDialog(); });
     modal_closer_.start(0);
@@ -120,7 +121,7 @@ class AimlessUser {
     desk_.host->before = [this](std::string_view member) {
       if (member == "vel_BufferWidth") desk_.host->planes.clear();
     };
-    if (seed % 2 == 1) host::HostSession.Set(host::MakeEmbeddedHost());
+    hand_.callOnTimeout([this] { DoNextThing(); });
   }
   ~AimlessUser() {
     platform::AnswerFileDialogsWith(nullptr);
@@ -129,6 +130,29 @@ class AimlessUser {
     platform::ReadFreeMemoryFrom(nullptr);
     platform::SetWaveOut(nullptr);
     host::HostSession.Set(nullptr);
+  }
+
+  /// Starts the program again whenever it has ended. Within its event loop, as dialogs that are opened when
+  /// there is none, or when one has ended, don't stay.
+  void Work(std::uint64_t events) {
+    events_ = events;
+    hand_.start(0);
+    while (event_number < events_) {
+      if (seed % 2 == 1) {
+        host::HostSession.Set(nullptr);
+        host::HostSession.Set(host::MakeEmbeddedHost());
+      }
+      QCoreApplication::exec();
+    }
+    hand_.stop();
+  }
+
+ private:
+  void DoNextThing() {
+    if (event_number == events_) return QCoreApplication::exit();
+    DoSomething();
+    if (++event_number % 10000 == 0)
+      std::fprintf(stderr, "%llu events\n", static_cast<unsigned long long>(event_number));
   }
 
   void DoSomething() {
@@ -159,7 +183,6 @@ class AimlessUser {
     CheckWhatAlwaysHolds();
   }
 
- private:
   std::string Letters(int count) {
     std::string letters;
     for (int i = 0; i < count; ++i) letters += static_cast<char>(dice_.Below(256));
@@ -305,8 +328,12 @@ class AimlessUser {
 
   void CloseWindow() { dice_.Pick(Windows())->close(); }
 
-  /// Dialogs that aren't scripted, such as the stand-in's, have an event loop of their own.
+  /// Dialogs that aren't scripted, such as the stand-in's, have an event loop of their own. So have a few
+  /// menus.
   void LeaveModalDialog() {
+    looks_ = std::exchange(looked_at_, event_number) == event_number ? looks_ + 1 : 0;
+    QWidget* const popup = QApplication::activePopupWidget();
+    if (popup != nullptr && looks_ > 100) popup->close();
     auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr) return;
     const auto buttons = dialog->findChildren<QPushButton*>();
@@ -315,8 +342,11 @@ class AimlessUser {
     dice_.Pick(buttons)->click();
   }
 
-  /// A rate that was typed at random gives a sheet of a million rows.
+  /// A rate that was typed at random gives a sheet of a million rows, and a length a roll of as many frames.
   void KeepItQuick() {
+    auto* const options = painter::fp_options.IfLoaded();
+    if (options != nullptr && options->Text1.Text().size() > 1)
+      options->Text1.SetText(std::to_string(1 + dice_.Below(6)));
     const std::string text = form3->Text7.Text();
     if (sheet::FrameRate() > 60 || text.size() > 20) form3->Text7.SetText(dice_.OneIn(2) ? "12" : "-7 fps");
     if (desk_.host->calls.size() > 10000) desk_.host->calls.clear();
@@ -336,7 +366,9 @@ class AimlessUser {
   Dice dice_;
   support::Desk desk_;
   NoSound silence_;
-  QTimer modal_closer_;
+  QTimer modal_closer_, hand_;
+  std::uint64_t events_ = 0, looked_at_ = 0;
+  int looks_ = 0;
   double now_ = 100;
   std::vector<std::string> sounds_, sheets_;
 };
@@ -354,11 +386,7 @@ int main(int argument_count, char** arguments) {
   platform::PrepareApplication();
   {
     AimlessUser user;
-    for (; event_number < events; ++event_number) {
-      user.DoSomething();
-      if (event_number % 10000 == 9999)
-        std::fprintf(stderr, "%llu events\n", static_cast<unsigned long long>(event_number + 1));
-    }
+    user.Work(events);
     platform::DestroyAllWindows();
   }
   return 0;

@@ -4,7 +4,9 @@
 //
 // A seed gives the same choices each time; what depends on the moment at which a timer fires can differ. An
 // even seed works beside a recording host, an odd one beside the embedded stand-in. Ends with 0 if nothing
-// was found; otherwise it says at which event.
+// was found; otherwise it says at which event. An event that doesn't end is a finding too.
+#include <unistd.h>
+
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
@@ -14,6 +16,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -45,6 +48,19 @@ std::uint64_t seed = 2, event_number = 0;
   std::fprintf(stderr, "seed %llu, event %llu: %s\n", static_cast<unsigned long long>(seed),
                static_cast<unsigned long long>(event_number), what.c_str());
   std::_Exit(1);
+}
+
+/// Within this time even a machine under load and a sanitizer's build handle an event.
+constexpr unsigned kSecondsForAnEvent = 120;
+
+/// Aborts, so that a debugger or a core file shows what didn't end.
+void EndStuckEvent(int) {
+  char words[120];
+  const int length =
+      std::snprintf(words, sizeof words, "seed %llu, event %llu: it doesn't end\n",
+                    static_cast<unsigned long long>(seed), static_cast<unsigned long long>(event_number));
+  if (write(STDERR_FILENO, words, static_cast<std::size_t>(length)) < 0) std::_Exit(1);
+  std::abort();
 }
 
 class Dice {
@@ -145,11 +161,13 @@ class AimlessUser {
       QCoreApplication::exec();
     }
     hand_.stop();
+    alarm(0);
   }
 
  private:
   void DoNextThing() {
     if (event_number == events_) return QCoreApplication::exit();
+    alarm(kSecondsForAnEvent);
     DoSomething();
     if (++event_number % 10000 == 0)
       std::fprintf(stderr, "%llu events\n", static_cast<unsigned long long>(event_number));
@@ -382,6 +400,7 @@ int main(int argument_count, char** arguments) {
   for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
     setenv(name, support::ScratchFolder().c_str(), 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  std::signal(SIGALRM, EndStuckEvent);
   const auto application = platform::MakeApplication(argument_count, arguments);
   platform::PrepareApplication();
   {

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QScreen>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -123,6 +124,22 @@ TEST(VlButton, EveryStateLooksDifferentEvenWithoutColour) {
         }
       }
     }
+  }
+}
+
+TEST(Controls, ShowWhereTheKeyboardIs) {
+  Bench bench;
+  while (!bench.TopWidget()->isActiveWindow()) QApplication::processEvents();
+  for (platform::Control* control : std::initializer_list<platform::Control*>{&bench.toggle, &bench.glide}) {
+    bench.push.SetFocus();
+    const QImage before = control->Widget()->grab().toImage();
+    control->SetFocus();
+    const QImage shown = control->Widget()->grab().toImage();
+    std::set<int> levels;
+    for (int y = 0; y < shown.height(); ++y)
+      for (int x = 0; x < shown.width(); ++x)
+        if (shown.pixel(x, y) != before.pixel(x, y)) levels.insert(qGray(shown.pixel(x, y)));
+    EXPECT_TRUE(levels.contains(0) && levels.contains(255)) << "a ring for any ground: " << control->Name();
   }
 }
 
@@ -245,11 +262,13 @@ TEST(DropDial, SliderDropsDownAndChooses) {
 
   // At the screen's lower edge it drops up.
   QWidget* window = bench.dial.Widget()->window();
-  window->move(100, window->screen()->availableGeometry().bottom() - window->height());
+  const QRect screen = window->screen()->availableGeometry();
+  window->move(screen.right() - 60, screen.bottom() - window->height());
   Press(bench.dial.Widget(), {46, 9});
   panel = QApplication::activePopupWidget();
   ASSERT_NE(panel, nullptr);
   EXPECT_LT(panel->geometry().center().y(), bench.dial.Widget()->mapToGlobal(QPoint(0, 0)).y());
+  EXPECT_LT(panel->geometry().center().x(), screen.right() - 60) << "and is drawn in from the right one";
   panel->close();
 }
 

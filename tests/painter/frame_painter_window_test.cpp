@@ -124,6 +124,10 @@ TEST_F(Painter, ChoosesACellWithAnyButtonAndNothingBesideTheCells) {
 TEST_F(Painter, StampsEveryFrameThatADragCrosses) {
   Open(3, 5);
   PressCell(230);
+  int painted = 0;
+  Window().Picture2.Paint = [&painted] { ++painted; };
+  Window().SetRollFrame(0, -1);
+  EXPECT_EQ(painted, 1) << "at once, whatever comes next";
   QWidget* strip = Window().Picture2.Widget();
   const auto drag = [strip](QPointF to, Qt::MouseButton button) {
     DragTo(strip, to, button);

@@ -100,6 +100,7 @@ TEST(Thumbnails, ShowBlankFramesWhiteAndMissingCellsCrossed) {
   EXPECT_EQ(strip.At(2, 8, 0), 3);
   EXPECT_EQ(strip.At(0, 16, 0), 0);  // the cross's arms
   EXPECT_EQ(strip.At(1, 23, 7), 0);
+  EXPECT_EQ(strip.At(2, 23, 0), 0);
   EXPECT_EQ(strip.At(0, 20, 0), 255);
   EXPECT_EQ(strip.At(0, 24, 0), 7);  // frame 3 was not asked for
   retrieval.FrameWidth = 9;          // the store no longer fits

@@ -128,5 +128,18 @@ TEST(VelocityDrawing, AKeptPictureIsTheWholePictureAfterEveryChange) {
   FollowChanges(2, 300);
 }
 
+TEST(VelocityDrawing, AnotherScaleHasLettersOfItsOwn) {
+  std::string made;
+  VelocityPicture picture([&made](const std::string& text) { return made += text, BlockLetters(text); });
+  Canvas plain(150, 64), dense(300, 128, 0, 2);
+  picture.Capture(Scene(150, 24));
+  picture.CaptureShape(3, "M");
+  for (const Canvas* canvas : {&plain, &dense}) {
+    made.clear();
+    picture.DrawOn(canvas->view);
+    for (const char letter : std::string("M0123456789")) EXPECT_NE(made.find(letter), made.npos) << letter;
+  }
+}
+
 }  // namespace
 }  // namespace timeline

@@ -47,6 +47,12 @@ Document WithoutComments(Document sheet) {
   return sheet;
 }
 
+std::string Told(const convert::Messages& notes) {
+  std::string all;
+  for (const auto& note : notes) all += InEnglish(note) + "\n";
+  return all;
+}
+
 TEST(Formats, TheSampleSheetGoesOutAndBack) {
   const Document frogs = Frogs();
   const ShapeTable& names = ShapeTable::Default();
@@ -98,6 +104,7 @@ TEST(Formats, APapagayoWordHoldsItsMouthUntilTheNextWordShowsOne) {
   EXPECT_THAT(*written.bytes,
               HasSubstr("\t\t\tone 0 5 1\n\t\t\t\t0 AI\n\t\t\ttwo_words 4 11 1\n\t\t\t\t6 MBP\n"));
   EXPECT_EQ(CellsOf(*convert::ReadPapagayo(*written.bytes, Plain()).sheet), CellsOf(sheet));
+  EXPECT_THAT(Told(written.notes), HasSubstr("blanks within a comment are written as _"));
   for (const char* rate : {"23.976", "24.4"}) {
     sheet.frame_rate_text = rate;
     EXPECT_THAT(InEnglish(convert::WritePapagayo(sheet, ShapeTable::Default()).notes.at(0)),
@@ -105,26 +112,23 @@ TEST(Formats, APapagayoWordHoldsItsMouthUntilTheNextWordShowsOne) {
   }
 }
 
-std::string Told(const convert::Messages& notes) {
-  std::string all;
-  for (const auto& note : notes) all += InEnglish(note) + "\n";
-  return all;
-}
-
 TEST(Formats, SaysWhatAFormatCantCarry) {
-  Document sheet = SheetWith(3, "0:A 1:smile 2:grin");
+  Document sheet = SheetWith(5, "0:A 1:smile 2:grin 3:V 4:I");
   sheet.rows[1][2] = "note";
   sheet.wave_file_name = "voice.wav";
   sheet.track_visible[2] = false;
   sheet.track_values = {{32, 32, 32, 31}};
   EXPECT_EQ(Told(convert::WriteSwitchData(sheet, ShapeTable::Default()).notes),
             "2 mouths that the table of names doesn't know are left out, the first at frame 1: \"smile\"\n"
+            "mouths that share a name in this format come back as the one in brackets: I (A), V (F)\n"
             "the comments are left out: the format has none\n"
             "the velocity tracks are left out: the format has none\n"
             "the lock and the tracks' visibility are left out: the format has none\n"
             "the name of the sound, \"voice.wav\", is left out: the format has no place for it\n"
             "the frame rate, 24, is left out: the format has no place for it\n");
   EXPECT_TRUE(convert::WriteExposureSheet(sheet).notes.empty());
+  EXPECT_THAT(Told(convert::WriteCueTable(SheetWith(2, "0:A 1:smile"), ShapeTable::Default()).notes),
+              HasSubstr("a mouth that the table of names doesn't know is left out, at frame 1: \"smile\"\n"));
 }
 
 /// Files as other programs write them, made by hand from their published forms.
@@ -152,6 +156,10 @@ constexpr Foreign kForeign[] = {
      "<duration>0.5</duration></metadata>\n<mouthCues>\n<mouthCue start=\"0.00\" end=\"0.25\">H</mouthCue>\n"
      "<mouthCue start=\"0.25\" end=\"0.5\">F</mouthCue>\n</mouthCues></rhubarbResult>",
      "0:L 6:U /12"},
+    {"cues as JSON and as XML that end with their last one", convert::ReadCueJson,
+     R"({"mouthCues":[{"start":0.00,"end":0.5,"value":"B"}]})", "0:S /12"},
+    {"the same as XML", convert::ReadCueXml,
+     "<rhubarbResult><mouthCue start='0' end='0.5'>B</mouthCue></rhubarbResult>", "0:S /12"},
     {"two voices, a pause between the words", convert::ReadPapagayo,
      "lipsync version 1\nv.wav\n24\n20\n2\n\tAnn\n\tHi|you\n\t1\n\t\tHi you\n\t\t2\n\t\t15\n\t\t2\n\t\t\tHi "
      "2 5 1\n"
@@ -264,6 +272,17 @@ TEST(Formats, TheSoundDecidesTheLengthAndTheRateMovesEntries) {
   EXPECT_EQ(sheet.track_values.size(), 24u);
   notes.insert(notes.end(), reading.notes.begin(), reading.notes.end());
   EXPECT_THAT(Told(notes), HasSubstr("2 entries behind the sheet's end, which is at frame 48, are left out"));
+}
+
+TEST(Formats, AnotherRateTakesTheTracksAlong) {
+  Document sheet = Frogs();
+  Context context = Plain();
+  context.rate_text = "12";
+  convert::Messages notes;
+  convert::Fit(sheet, context, notes);
+  EXPECT_EQ(sheet.track_values.size(), 36U);
+  for (const auto& [frame, value] : {std::pair{0, 56}, {4, 57}, {16, 57}, {35, 51}})
+    EXPECT_EQ(sheet.track_values[static_cast<std::size_t>(frame)][0], value) << frame;
 }
 
 TEST(ShapeTable, ATableOfOnesOwnReplacesTheNames) {

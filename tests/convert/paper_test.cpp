@@ -53,7 +53,8 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   QGuiApplication application(count, nullptr);
   const auto sheet = *convert::ReadExposureSheet(support::FileBytes(SOURCE_DIR "/samples/frogs.exp")).sheet;
   const auto sound = convert::SoundFile::Open(SOURCE_DIR "/samples/frogs.wav").sound;
-  const auto pdf = convert::PrintSheet(sheet, "frogs", sound.get(), convert::Paper::kA4, false);
+  const auto pdf = convert::PrintSheet(sheet, "frogs", sound.get(), convert::Paper::kLetter, false);
+  EXPECT_NE(pdf.bytes->find("/MediaBox [0 0 612"), std::string::npos);
   EXPECT_EQ(pdf.bytes->substr(0, 5), "%PDF-");
   EXPECT_NE(pdf.bytes->find("/Count 2"), std::string::npos);
 
@@ -81,6 +82,14 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
     EXPECT_LT(ink(from, to, 35), 5) << from;
   }
   EXPECT_GT(ink(400, 457, 0), 0) << "the picture of the F";
+  EXPECT_LT(ink(400, 457, 0), 30) << "its ground";
+  const auto rule_above = [&](int frame) {
+    const int y = static_cast<int>((3350 + frame * (27940 - 3350 - 900) / 48.0) / 20);
+    return std::min(
+        {qGray(page.pixel(800, y - 1)), qGray(page.pixel(800, y)), qGray(page.pixel(800, y + 1))});
+  };
+  EXPECT_LT(rule_above(12), rule_above(11) - 40) << "the half of a second";
+  EXPECT_LT(rule_above(24), rule_above(12) - 20) << "the second";
   EXPECT_GT(ink(473, 479, 11), 0) << "the E is held";
   // The yellow track goes right by the mouth's opening: 12 in frame 3, 57 in frame 8. The red one is at rest.
   EXPECT_GT(ink(897, 904, 3), 0);

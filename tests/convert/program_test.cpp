@@ -70,6 +70,7 @@ TEST_F(ConvertProgram, WorksInAPipe) {
   EXPECT_EQ(Run("$C --to csv $S/frogs.exp - >/dev/full"), 1);
   EXPECT_THAT(err_, HasSubstr("standard output: No space left on device"));
   EXPECT_EQ(Run("head -c 100000000 /dev/zero | $C --from tsv --to dat - -"), 1) << "more than a text has";
+  EXPECT_THAT(err_, HasSubstr("standard input: File too large"));
 }
 
 TEST_F(ConvertProgram, SpeaksTheUsersLanguage) {
@@ -136,6 +137,8 @@ TEST_F(ConvertProgram, TakesTheLengthOfASoundAndATableOfNames) {
   EXPECT_THAT(File("b.exp"), StartsWith(start));
   ASSERT_EQ(Run("sed s/frogs.wav/gone.wav/ $S/frogs.exp >c.exp && $C c.exp c.svg"), 0);
   EXPECT_THAT(err_, HasSubstr("the sound \"gone.wav\" can't be read; its waveform is left out"));
+  EXPECT_EQ(Run("echo A >wrong && $C --shapes wrong a.dat d.tsv"), 1);
+  EXPECT_THAT(err_, HasSubstr("wrong: line 1: expected names of the sheet"));
   EXPECT_THAT(File("b.exp"), HasSubstr("\r\n4\r\nClosed \r\n\r\n5\r\n\r\n\r\n6\r\n"));
 }
 

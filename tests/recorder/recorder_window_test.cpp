@@ -140,6 +140,13 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   Press("StopButton");
   EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true));
   EXPECT_TRUE(window_->isWindowModified());
+  Press("ListenButton");
+  for (const auto& [time, enabled] : {std::pair{1000ms, ElementsAre(false, true, false, true)},
+                                      {1ms, ElementsAre(true, false, true, true)}}) {
+    Pass(time);
+    window_->Tick();
+    EXPECT_THAT(Enabled(), enabled);
+  }
   paths_ = {support::ScratchFolder() + "/missing/voice.wav", support::ScratchFolder() + "/voice.wav"};
   Press("SaveButton");
   EXPECT_THAT(told_, ElementsAre(HasSubstr("missing/voice.wav\" can't be saved: ")));
@@ -236,8 +243,9 @@ TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
   SetDevices({{"Microphone"}, false});
   Until([this] { return bool{Enabled()[0]}; });
   BeginToRecord();
-  Deliver({1});
+  Deliver({1, 32767, 1});
   Press("StopButton");
+  EXPECT_THAT(Status(), StartsWith("Recorded, but too loud in places"));
   Press("ListenButton");
   EXPECT_EQ(Status(), "There is no device to listen with.");
 }
@@ -247,7 +255,7 @@ TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
   Deliver(std::vector<std::int16_t>(4410));
   keeps_ = {Keep::Cancel, Keep::Save, Keep::Cancel};
   EXPECT_FALSE(window_->close());
-  EXPECT_THAT(Status(), StartsWith("Recorded."));
+  EXPECT_THAT(Status(), StartsWith("Recorded. Listen to it, or save it."));
   // The user chooses to save, and then cancels the file dialog.
   EXPECT_FALSE(window_->close());
   Press("RecordButton");

@@ -173,7 +173,12 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   const QString file = QString::fromStdString(platform::SettingsFile("vellumark"));
   QSettings(file, QSettings::IniFormat).setValue("Startup/Of_Another", 7);
 
+  const auto ticked = [this](const char* action) {
+    return window_->findChild<QAction*>(action)->isChecked();
+  };
+  EXPECT_TRUE(ticked("ThemeDefault"));
   Choose("ThemeDark");
+  EXPECT_TRUE(ticked("ThemeDark") && !ticked("ThemeDefault"));
   EXPECT_EQ(form.callbacks, 1);
   EXPECT_EQ(CurrentTheme(), Theme::Dark);
   // Red 30, green 32, blue 37.
@@ -220,6 +225,12 @@ TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
   EXPECT_THAT(animation.Plane(1, Channel::Green).bytes, testing::Each(50));
   EXPECT_THAT(animation.Plane(2, Channel::Blue).bytes, testing::Each(30));
   EXPECT_THAT(animation.Plane(3, Channel::Green).bytes, testing::Each(224));
+  OnDialogs({[this](QWidget* dialog) {
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(folder_.path());
+    QMetaObject::invokeMethod(dialog, "accept");
+  }});
+  Choose("OpenFolder");
+  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 4);
 }
 
 TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
@@ -264,6 +275,10 @@ TEST_F(StandInWindowTest, StopsReadingPicturesBeforeTheMemoryIsFull) {
     EXPECT_THAT(std::get<std::string>(result), testing::HasSubstr(" would be needed, "));
     EXPECT_EQ(files_read > 0, at_first == 1e8);
   }
+  // What has been read isn't needed a second time.
+  double free = 1e8;
+  platform::ReadFreeMemoryFrom([&] { return std::exchange(free, 3e7); });
+  EXPECT_TRUE(std::holds_alternative<Animation>(ReadPictures(files, kSilent)));
   platform::ReadFreeMemoryFrom(nullptr);
 }
 
@@ -418,12 +433,27 @@ TEST_F(StandInWindowTest, TheDemoMovesFromFrameToFrame) {
   }
 }
 
+TEST_F(StandInWindowTest, WithinTheToolItHasNoToolsAndOutlivesNothing) {
+  QStringList items;
+  for (const QAction* menu : window_->menuBar()->actions())
+    for (const QAction* item : menu->menu()->actions())
+      if (!item->isSeparator()) items << item->objectName();
+  EXPECT_EQ(
+      items.join(' '),
+      "New OpenPictures OpenFolder Demonstration Save Leave Play First Back Forward Last Rate ThemeDefault "
+      "ThemeDark ThemeLoud  Wallpaperlinen Wallpapernight Wallpaperpaper Wallpaperslate  About");
+  EXPECT_EQ(window_->findChild<QAction*>("Leave")->text(), "&Minimise");
+  EXPECT_FALSE(window_->testAttribute(Qt::WA_QuitOnClose));
+  EXPECT_TRUE(StandInWindow(stand_in_, RunsAs::Program).testAttribute(Qt::WA_QuitOnClose));
+}
+
 TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   ASSERT_TRUE(platform::Translate("standin", {"de-DE"}));
   StandInWindow german(stand_in_, RunsAs::Program);
   QStringList menus;
   for (const QAction* menu : german.menuBar()->actions()) menus << menu->text();
   EXPECT_EQ(menus.join(' '), "&Animation &Bilder &Aussehen &Werkzeuge &Hilfe");
+  EXPECT_EQ(german.findChild<QAction*>("First")->toolTip(), "Erstes Bild (Home)");
   EXPECT_EQ(german.findChild<QAction*>("ThemeDark")->text(), "Farben: Dunkel");
   for (const auto& [action, keys] :
        std::initializer_list<std::pair<const char*, const char*>>{{"New", "Ctrl+N"},

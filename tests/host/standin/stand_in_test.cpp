@@ -83,6 +83,10 @@ TEST(StandIn, AnotherAnimationBeginsWithItsFirstFrame) {
   Call(host, "vel_SetRbuffer", {Filled(12, 7)});
   Call(host, "vel_GetRbuffer");
   EXPECT_EQ(host.Counts().written + host.Counts().read, 2);
+  Call(host, "vel_StatusOpen", {std::string("Retrieving frames...")});
+  EXPECT_EQ(host.Counts().written + host.Counts().read, 0);
+  Call(host, "vel_GetRbuffer");
+  EXPECT_EQ(host.Counts().read, 1) << "the same frame for another run";
   host.TakeAnimation(Animation(host.CurrentAnimation().Size(), 3));
   EXPECT_FALSE(host.Unsaved());
   EXPECT_EQ(host.Counts().written + host.Counts().read, 0);

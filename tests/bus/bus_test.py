@@ -140,6 +140,7 @@ class BusSession(Session):
         painter = ["frame-painter", "length=2", "shoot", "done"]
         cases = [  # member, nth call, what happens, steps, words of the report
             ("Vel_GetAppDir", 1, "error", [], "the host says no"),
+            ("Vel_GetAppDir", 1, "wordless", [], "Vellumark.Error.Failed"),
             ("Vel_GetFrameRate", 1, dbus.Int32(12), [], "an integer where a text"),
             ("vel_GetTotalFrames", 1, "12", [], "a text where an integer"),
             ("vel_GetTotalFrames", 1, dbus.Double(3), [], "a double where an integer"),
@@ -158,6 +159,10 @@ class BusSession(Session):
                 self.assertEqual(status, 1, reported)
                 self.assertIn(f"The host's member {member} failed", reported)
                 self.assertIn(report, reported)
+                if not steps:
+                    while not self.host.show_errors:
+                        GLib.MainContext.default().iteration(True)
+                    self.assertIn(report, self.host.show_errors[0])
 
 
 if __name__ == "__main__":

@@ -72,6 +72,7 @@ class LoggingHost:
         self.forms = {}   # path: sender
         self.shows_late = False
         self.leaves_before_showing = False
+        self.show_errors = []  # of windows that came up, or what they said instead
         bus.add_message_filter(self._filter)
         bus.request_name(NAME, dbus.bus.NAME_FLAG_DO_NOT_QUEUE)
 
@@ -110,6 +111,8 @@ class LoggingHost:
             connection.close()
         elif fault == "error":
             self._refuse(message, "the host says no")
+        elif fault == "wordless":
+            self._refuse(message, "")
         elif fault == "silence":
             self.when_silent()
         elif isinstance(fault, tuple):
@@ -132,8 +135,10 @@ class LoggingHost:
             self._reply(message)
             GLib.timeout_add(300, lambda: self.call_form(path, "Show", lambda error: None))
             return
-        self.call_form(path, "Show",
-                       lambda error: self._refuse(message, error) if error else self._reply(message))
+        def shown(error):
+            self.show_errors.append(error)
+            self._refuse(message, error) if error else self._reply(message)
+        self.call_form(path, "Show", shown)
 
     def _answer(self, message, member, arguments):
         def answer():

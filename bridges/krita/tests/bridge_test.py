@@ -9,7 +9,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
-from unittest.mock import MagicMock
+from unittest.mock import DEFAULT, MagicMock, patch
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path[:0] = [os.path.join(HERE, "double"), os.path.dirname(HERE)]
@@ -28,9 +28,10 @@ PACKAGE = importlib.util.module_from_spec(importlib.util.spec_from_loader("expos
 PACKAGE.__path__ = [os.path.join(os.path.dirname(HERE), "exposure_sheet")]
 sys.modules["exposure_sheet"] = PACKAGE
 
-from exposure_sheet import extension, roll, theme  # noqa: E402
+from exposure_sheet import extension, roll, status, theme, tool  # noqa: E402
 from exposure_sheet.host import Host  # noqa: E402
 from exposure_sheet.wire import Service  # noqa: E402
+from exposure_sheet.words import Refused  # noqa: E402
 
 NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
 OPEN_WINDOW = roll.open_window
@@ -204,8 +205,9 @@ class Bridge(unittest.TestCase):
 
     def test_shoots_a_roll_on_which_equal_frames_are_held(self):
         before = dict(self.layer.keys)
+        self.document.setFramesPerSecond(12)
         self.call("vel_CreateAnimAdv", 6, 2)
-        self.assertEqual((self.call("vel_GetTotalFrames"), self.call("Vel_GetFrameRate")), (6, "24"))
+        self.assertEqual((self.call("vel_GetTotalFrames"), self.call("Vel_GetFrameRate")), (6, "12"))
         for frame, grey in enumerate([1, 1, 2, 2, 1, 1]):
             self.set_frame(frame, grey, grey + 1, grey + 2)
         self.call("vel_StatusClose")
@@ -223,6 +225,7 @@ class Bridge(unittest.TestCase):
         self.assertEqual(self.shot(), {0: (5, 5, 5), 3: white})
         self.set_frame(1, 9, 9, 9)
         self.set_frame(4, 7)
+        self.assertEqual(self.plane(GETTERS[0]), bytes([7]) * 6)
         self.call("vel_StatusClose")
         self.assertEqual(self.shot(), {0: (5, 5, 5), 1: (9, 9, 9), 2: (5, 5, 5), 3: white, 4: (255, 255, 7), 5: white})
 
@@ -268,6 +271,29 @@ class Bridge(unittest.TestCase):
             self.call(member, *given)
         self.assertEqual(self.status.calls, [("open", "Saving..."), ("show", 12.5), ("close",)])
 
+        display = status.Status()
+        display.show(5)
+        display.open("Saving...")
+        dialog = display._dialog
+        display.show(150.0)
+        self.assertEqual((dialog.labelText(), dialog.value(), dialog.isVisible()), ("Saving...", 100, True))
+        display.open("Developing...")
+        self.assertEqual((dialog.labelText(), dialog.value()), ("Developing...", 0))
+        display.close()
+        self.assertFalse(dialog.isVisible())
+
+    def test_looks_for_the_program_beside_it_and_in_the_path(self):
+        with tempfile.NamedTemporaryFile("w") as built, patch.object(tool, "BUILT_FILE", built.name), \
+                patch.object(tool.shutil, "which", return_value=None) as which:
+            for named, found in [("/bin/sh", "/bin/sh"), ("/etc/passwd", None), ("", None)]:
+                write(built.name, named)
+                if found:
+                    self.assertEqual(tool.find_program(), found)
+                else:
+                    self.assertRaisesRegex(Refused, f"looked for at {named}.*in your path", tool.find_program)
+            which.return_value = "/usr/bin/sheet"
+            self.assertEqual(tool.find_program(), "/usr/bin/sheet")
+
     def test_answers_when_the_window_is_up(self):
         form = QObject()
         form.test, form.rate = self, None
@@ -309,6 +335,22 @@ class Bridge(unittest.TestCase):
             self.assertEqual(settings.value("Startup/Textbox_Fill_Color"), str(10 + 256 * 20 + 65536 * 30))
             settings.beginGroup("Startup")
             self.assertEqual(len(settings.allKeys()), 19)
+
+    def test_tells_why_a_sheet_does_not_begin_and_when_it_ended_too_soon(self):
+        said, sheet = [], extension.ExposureSheet(None)
+        with patch.multiple(extension, say=said.append, Host=DEFAULT, Tool=DEFAULT, theme=DEFAULT) as doubles, \
+                patch.object(extension.Session, "_tell_document"):
+            for comes in (True, False):
+                sheet.start()
+                if comes:
+                    sheet._session._tool_left("a tool that died at work")
+                    self.assertEqual(doubles["Host"].return_value.end.call_count, 1)
+                doubles["Tool"].call_args[0][0](3)
+            self.assertEqual(doubles["theme"].store.call_count, 2)
+            self.krita.open.clear()
+            sheet.start()
+        self.assertEqual(said, ["The exposure sheet ended before it had a window (exit status 3).",
+                                "Open or make the animation first that the exposure sheet shall work with."])
 
     def test_shows_the_rolls_window_before_the_roll_is_in_it(self):
         krita = MagicMock()

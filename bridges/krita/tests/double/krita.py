@@ -177,5 +177,8 @@ class Krita:
         self.open.append(Document(*shape))
         return self.open[-1]
 
+    def activeDocument(self):
+        return self.open[0] if self.open else None
+
     def activeWindow(self):
         return None

@@ -69,6 +69,10 @@ TEST(VlButton, PushButtonClicksOnReleaseInsideByTheLeftButtonOnly) {
   Press(push, {5, 6}, Qt::RightButton);
   Release(push, {5, 6}, Qt::RightButton);
   EXPECT_EQ(bench.Seen(), Texts{"up 2 0 5 6 off"});
+  QMouseEvent right(QEvent::MouseButtonPress, {5, 6}, push->mapToGlobal(QPointF(5, 6)), Qt::RightButton,
+                    Qt::RightButton, Qt::NoModifier);
+  QApplication::sendEvent(push, &right);
+  EXPECT_TRUE(right.isAccepted()) << "what lies below must not get it";
 }
 
 TEST(VlButton, TwoStateButtonHasFlippedBeforeMouseUpArrives) {
@@ -243,6 +247,8 @@ TEST(DropDial, ValueStaysWithinItsBounds) {
 
 TEST(DropDial, SliderDropsDownAndChooses) {
   Bench bench;
+  Press(bench.dial.Widget(), {46, 9}, Qt::RightButton);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   Press(bench.dial.Widget(), {46, 9});
   QWidget* panel = QApplication::activePopupWidget();
   ASSERT_NE(panel, nullptr);

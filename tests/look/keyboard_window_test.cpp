@@ -112,6 +112,8 @@ TEST(Spoken, WhereTheSheetStandsAndWhatTheMouthDoes) {
   form.ChooseChannel(2);
   EXPECT_EQ(announced(form.vl_button8), "Velocity track (Green)");
   EXPECT_EQ(told(form.vl_button8, QAccessible::Description), "chosen");
+  form.ChooseChannel(0);
+  EXPECT_NE(told(form.vl_button8, QAccessible::Description), "chosen");
 }
 
 TEST(Dialogs, EscapeClosesThemAndNoOtherWindow) {

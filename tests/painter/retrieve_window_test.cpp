@@ -240,7 +240,7 @@ TEST(Options, MakeABlankRollAndBringUpThePainter) {
   LaunchFramePainter();
   fp_options->Text1.SetText("24.5");
   desk.host->Take();
-  fp_options->Command1_Click();
+  fp_options->Command1.Click();
   EXPECT_THAT(desk.host->Take(),
               ElementsAre("Vel_SendFormObject(FramePainter, 0s)", "Vel_WallpaperFilename()"));
   EXPECT_EQ(TheRoll().entries, std::vector<std::int16_t>(24, -1));
@@ -254,7 +254,7 @@ TEST(Options, MakeABlankRollAndBringUpThePainter) {
   TheRoll().entries[1] = 7;
   LaunchFramePainter();
   EXPECT_EQ(fp_options->Text1.Text(), "30");
-  fp_options->Command1_Click();
+  support::Key(fp_options->Text1.Widget(), Qt::Key_Return);
   EXPECT_EQ(frame_painter->HGlide1.Range(), 4);
   EXPECT_EQ(frame_painter->HGlide2.Range(), 30);
   EXPECT_EQ(TheRoll().entries, std::vector<std::int16_t>(30, -1));

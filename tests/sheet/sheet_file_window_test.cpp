@@ -282,14 +282,4 @@ TEST_F(SheetFile, HostileFilesAreToldAndTheWindowLivesOn) {
   }
 }
 
-TEST_F(SheetFile, TheSampleSheetFitsTheVoiceBesideIt) {
-  desk.files.paths = {SOURCE_DIR "/samples/frogs.exp"};
-  form.MenuOpen_Click();
-  EXPECT_THAT(desk.messages.Texts(), IsEmpty());
-  EXPECT_EQ(form.CommonDialog1.FileName, SOURCE_DIR "/samples/frogs.wav");
-  // 65,601 samples at 22,050 a second are 2.975 seconds, 71.4 frames.
-  EXPECT_EQ(form.Grid1.Rows(), 72);
-  EXPECT_EQ(tracks.Frames(), 71);
-}
-
 }  // namespace

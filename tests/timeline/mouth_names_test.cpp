@@ -24,6 +24,8 @@ TEST(MouthNames, TwentyFourNamesFallOnElevenDrawings) {
     }
   for (const char* text : {"", " ", "a", "q", "None", "Shape", "TH", "th ", "closed", "Thx", "A\n", "Å"})
     EXPECT_EQ(MouthNumber(text), std::nullopt) << '"' << text << '"';
+  EXPECT_EQ(MouthInWords(*MouthNumber("Closed")), "closed, at rest");
+  EXPECT_EQ(MouthInWords(*MouthNumber("D")), "half open");
   EXPECT_EQ(MouthInWords(*MouthNumber("M")), "lips pressed together");
   EXPECT_EQ(MouthInWords(*MouthNumber("F")), "upper teeth on the lower lip");
 }

@@ -39,18 +39,6 @@ TEST(VelocityTable, TellsWhereTwoDiffer) {
   EXPECT_EQ(table.DifferenceFrom(other), (FrameSpan{90, 2048}));
 }
 
-TEST(VelocityTracks, AResetTakesTheHistoryUnlessThereAreNoFrames) {
-  VelocityTracks tracks;
-  ResetTracks(tracks, 4);
-  tracks.UndoHistory.push_back(tracks.VelocityValues);
-  ResetTracks(tracks, 0);
-  EXPECT_EQ(tracks.VelocityValues.Frames(), 4);
-  EXPECT_EQ(tracks.UndoHistory.size(), 1u);
-  ResetTracks(tracks, 9);
-  EXPECT_EQ(tracks.VelocityValues.Frames(), 9);
-  EXPECT_TRUE(tracks.UndoHistory.empty());
-}
-
 TEST(VelocityTracks, AThousandStrokesOnTenMinutesFitAndCanAllBeUndone) {
   constexpr std::int32_t kFrames = 14400;
   VelocityTracks tracks;

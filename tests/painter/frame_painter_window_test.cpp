@@ -195,6 +195,9 @@ TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
     return bool(QAccessible::queryAccessibleInterface(strip.Widget())->child(0)->state().focused);
   };
   EXPECT_TRUE(focused(window.Picture2) && !focused(window.Picture1));
+  const QImage strip = window.Picture2.Widget()->grab().toImage();
+  for (const auto& [x, framed] : {std::pair(343, true), {399, false}, {454, true}, {458, false}})
+    EXPECT_EQ(strip.pixelColor(x, 40) != QColor(Qt::white), framed) << x;
   // Seven thumbnails stand whole in a strip of 850 pixels.
   keys(window.Picture1, {Qt::Key_End});
   EXPECT_EQ(window.HGlide1.Position(), 13);

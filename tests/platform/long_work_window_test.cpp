@@ -10,7 +10,10 @@
 #include <QSocketNotifier>
 #include <QTableView>
 #include <QTimer>
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
 #include <stdexcept>
 
 #include "platform/Clock.h"
@@ -177,6 +180,13 @@ TEST_F(LongWorkTest, RepeatsOfAKeyThatASlowMoveHasOvertakenAreDropped) {
   EXPECT_EQ(busy->grid.Row(), 6) << "what the user presses anew always counts";
   for (int i = 0; i < 2; ++i) press(true, 0);
   EXPECT_EQ(busy->grid.Row(), 8) << "of events without a time nothing is known";
+}
+
+TEST(Clock, CountsTheSecondsOfTheLocalDay) {
+  setenv("TZ", "ELSEWHERE-5:30", 1);
+  tzset();
+  const auto passed = static_cast<double>((std::time(nullptr) + 19'800) % 86'400);
+  EXPECT_LT(std::fmod(SecondsSinceMidnight() - passed + 86'401, 86'400), 4);
 }
 
 TEST(ErrorReport, OnlyItsReaderEndsIt) {

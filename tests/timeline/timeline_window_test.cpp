@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QWidget>
 #include <cmath>
 #include <set>
@@ -137,6 +138,12 @@ TEST_F(Timeline, ZoomSetsWidthsReadoutAndRangeAndPullsTheScrollDown) {
   EXPECT_EQ(form.HScroll1.LargeChange(), 1024);
   form.HScroll1.SetValue(500);
   EXPECT_EQ(form.Picture4.Left(), -500);
+  auto* bar = static_cast<QScrollBar*>(form.HScroll1.Widget());
+  for (const bool held : {true, false}) {
+    bar->setSliderDown(held);
+    bar->setValue(held ? 300 : 500);
+    EXPECT_EQ(form.Picture2.Left(), -bar->value()) << "while its handle is dragged too";
+  }
   EXPECT_EQ(form.vl_button13.Left(), 0);
   form.vl_button4_Click();
   EXPECT_EQ(form.HScroll1.Max(), 384);

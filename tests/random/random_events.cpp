@@ -294,9 +294,8 @@ class AimlessUser {
   void ChooseFromMenu() {
     std::vector<QAction*> items;
     for (QAction* item : dice_.Pick(Windows())->findChildren<QAction*>()) {
-      // One starts another program, the others ask in a dialog of the toolkit's for files.
-      const bool apart = item->objectName() == "RecordAudio";
-      if (item->isEnabled() && item->menu() == nullptr && !item->isSeparator() && !apart)
+      const bool starts_program = item->objectName() == "RecordAudio";
+      if (item->isEnabled() && item->menu() == nullptr && !item->isSeparator() && !starts_program)
         items.push_back(item);
     }
     if (!items.empty()) dice_.Pick(items)->trigger();

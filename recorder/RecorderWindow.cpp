@@ -90,9 +90,9 @@ void RecorderWindow::HasEnded(Ending ending) {
 
 QString RecorderWindow::Words(Ending ending) const {
   const QString device = devices_->currentText();
-  const QString kept = take_->DataBytes() == 0
-                           ? tr("Nothing was recorded.")
-                           : tr("What was recorded until then is kept: %1.").arg(TimeText(take_->Seconds()));
+  QString kept = take_->DataBytes() == 0
+                     ? tr("Nothing was recorded.")
+                     : tr("What was recorded until then is kept: %1.").arg(TimeText(take_->Seconds()));
   QString why;
   switch (ending) {
     case Ending::Asked:

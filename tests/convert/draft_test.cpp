@@ -6,12 +6,14 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <numbers>
 #include <sstream>
 
 #include "convert/draft/alignment.h"
 #include "convert/draft/english_rules.h"
 #include "convert/draft/frame_mouths.h"
 #include "convert/draft/phrases.h"
+#include "convert/draft/voice_features.h"
 #include "convert/formats/formats.h"
 #include "tests/convert/sheets.h"
 
@@ -154,7 +156,33 @@ TEST(Draft, SpellsEnglish) {
     for (const auto& sound : convert::EnglishSounds(letters)) by_letters += sound.mouths + ",";
     EXPECT_EQ(by_digits, by_letters) << digits;
   }
+  for (const auto& [mnemonic, mouth] : {std::pair{"tS", "Ch"}, {"t2", "T"}, {"aI@", "A I"}, {"?", ""}})
+    EXPECT_EQ(convert::SoundOfMnemonic(mnemonic).mouths, mouth) << mnemonic;
   EXPECT_TRUE(convert::EnglishSounds("\xe6\xbc\xa2").empty());
+}
+
+TEST(Draft, TheListenerTellsAVoiceFromPauses) {
+  convert::VoiceListener listener(8000);
+  std::string expected, found;
+  // Hops of 80 samples, the loud ones of 1000 hertz. Twelve are a stop's closure, and the beginning is no
+  // pause.
+  for (const auto& [hops, loud, mark] : {std::tuple{3, 0.0, '.'},
+                                         {30, 0.5, 'v'},
+                                         {12, 0.0, 'v'},
+                                         {30, 0.5, 'v'},
+                                         {13, 0.0, '.'},
+                                         {30, 0.5, 'v'}}) {
+    std::vector<double> samples(80U * static_cast<std::size_t>(hops));
+    for (std::size_t i = 0; i < samples.size(); ++i)
+      samples[i] = loud * std::sin(static_cast<double>(i) * std::numbers::pi / 4);
+    listener.Listen(samples);
+    expected.append(static_cast<std::size_t>(hops), mark);
+  }
+  for (const auto& hop : listener.Finish()) {
+    found += hop.voiced ? 'v' : '.';
+    EXPECT_TRUE(hop.level < -60 || (std::abs(hop.level) < 0.1F && std::abs(hop.hertz - 1000) < 30)) << found;
+  }
+  EXPECT_EQ(found, expected);
 }
 
 TEST(Draft, SoundsFallOnWhatTheySoundLike) {
@@ -177,6 +205,9 @@ TEST(Draft, SoundsFallOnWhatTheySoundLike) {
   EXPECT_EQ(spans[0][1].end, 82);
   EXPECT_EQ(spans[2][0].begin, 282);
   EXPECT_EQ(spans[2][0].end, 297);
+  // Four sounds have to share two hops.
+  const auto crowd = convert::Align(std::span(hops).first(2), {{hiss, vowel}, {hiss, vowel}});
+  EXPECT_TRUE(crowd[0][1].begin == 0 && crowd[0][1].end == 1 && crowd[1][1].end == 2);
 }
 
 TEST(Draft, AFrameShowsTheMouthThatTheEyeWouldMiss) {
@@ -184,8 +215,9 @@ TEST(Draft, AFrameShowsTheMouthThatTheEyeWouldMiss) {
   const auto shown = convert::MouthsOfFrames(
       {{0, 0.18, "A"}, {0.18, 0.22, "M"}, {0.22, 0.46, "E"}, {0.46, 0.48, "O"}, {0.48, 0.6, "T"}}, 6, 0.6);
   EXPECT_THAT(shown, testing::ElementsAre("A", "", "E", "", "", "T"));
-  const auto lips = convert::MouthsOfFrames({{0, 0.14, "A"}, {0.14, 0.175, "M"}, {0.175, 0.3, "E"}}, 3, 0.3);
-  EXPECT_THAT(lips, testing::ElementsAre("A", "M", "E"));
+  for (const char* lips : {"M", "B", "P"})
+    EXPECT_THAT(convert::MouthsOfFrames({{0, 0.14, "A"}, {0.14, 0.175, lips}, {0.175, 0.3, "E"}}, 3, 0.3),
+                testing::ElementsAre("A", lips, "E"));
   // A vowel that is crowded out gets a frame of a mouth that is shown for two.
   const auto crowded = convert::MouthsOfFrames({{0, 0.03, "A"}, {0.03, 0.3, "M"}}, 3, 0.3);
   EXPECT_THAT(crowded, testing::ElementsAre("A", "M", ""));

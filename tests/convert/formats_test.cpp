@@ -174,6 +174,7 @@ constexpr Foreign kForeign[] = {
      R"({"frame":0,"data":[{"id":0,"values":["1"]}]}]},{"trackNo":1,"frames":[)"
      R"({"frame":1,"data":[{"id":0,"values":["2"]}]},{"frame":2,"data":[{"id":0,"values":["SYMBOL_HYPHEN"]}]},)"
      R"({"frame":4,"data":[{"id":0,"values":["Th"]}]},{"frame":6,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
+     R"({"frame":7,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":8,"data":[{"id":0,"values":["AI"]}]},{"frame":10,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]}]}]},)"
      R"({"fieldId":3,"tracks":[{"trackNo":0,"frames":[{"frame":1,"data":[{"id":0,"values":["hello"]}]}]}]}]}],"version":5})",
      "1:B 1\"hello\" 4:Th 6:Closed 8:A /10"},

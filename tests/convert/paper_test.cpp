@@ -60,7 +60,7 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
 
   const auto svg = convert::PrintSheet(sheet, "frogs", sound.get(), convert::Paper::kLetter, true);
   for (const char* text : {"frogs.wav", "2.96 s, 71 frames, 4+07 ft", "2 of 2", "&quot;moon&quot;", ">(M)<",
-                           ">24 fps<", ">2s<", ">+23<", ">2+15<"})
+                           ">frogs</text>", ">24 fps<", ">2s<", ">+23<", ">2+15<"})
     EXPECT_NE(svg.bytes->find(text), std::string::npos) << text;
   QSvgRenderer renderer(QByteArray::fromStdString(*svg.bytes));
   ASSERT_TRUE(renderer.isValid());

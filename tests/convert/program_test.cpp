@@ -67,6 +67,8 @@ TEST_F(ConvertProgram, WorksInAPipe) {
   ASSERT_EQ(Run("cat $S/frogs.wav | $C --from wav --to wav - - | cmp - $S/frogs.wav"), 0) << err_;
   ASSERT_EQ(Run("mkfifo p; wc -l <p & $C --to csv $S/frogs.exp p; wait; test -p p"), 0) << err_;
   EXPECT_EQ(out_, "72\n");
+  EXPECT_EQ(Run("printf 'MohoSwitch1\n1 grin\n' | $C --from dat --to csv - -"), 0);
+  EXPECT_THAT(err_, HasSubstr("standard input: line 2: the table of names has no mouth \"grin\""));
   EXPECT_EQ(Run("$C --to csv $S/frogs.exp - >/dev/full"), 1);
   EXPECT_THAT(err_, HasSubstr("standard output: No space left on device"));
   EXPECT_EQ(Run("head -c 100000000 /dev/zero | $C --from tsv --to dat - -"), 1) << "more than a text has";

@@ -16,6 +16,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
+#include <QSlider>
+#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QTimer>
@@ -127,6 +129,8 @@ TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
   for (int step = 0; step < 5000; ++step) stand_in_->GotoFrame(step % 10);
   EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9"; }));
   EXPECT_THAT(LabelText("FactsLabel").toStdString(), testing::HasSubstr("10 frames"));
+  window_->findChild<QSlider*>("Scrub")->setValue(7);
+  EXPECT_EQ(stand_in_->CurrentFrame(), 7);
 }
 
 TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInsteadOfClosing) {
@@ -176,7 +180,7 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   const auto ticked = [this](const char* action) {
     return window_->findChild<QAction*>(action)->isChecked();
   };
-  EXPECT_TRUE(ticked("ThemeDefault"));
+  EXPECT_TRUE(ticked("ThemeDefault") && ticked("Wallpaperslate") && !ticked("Wallpapernight"));
   Choose("ThemeDark");
   EXPECT_TRUE(ticked("ThemeDark") && !ticked("ThemeDefault"));
   EXPECT_EQ(form.callbacks, 1);
@@ -206,6 +210,7 @@ TEST_F(StandInWindowTest, AWallpaperIsAFileThatToolsCanLoad) {
     Choose("Wallpaper" + name);
     const QString file = QString::fromStdString(stand_in_->WallpaperFilename());
     EXPECT_FALSE(QImage(file).isNull()) << name.toStdString();
+    EXPECT_TRUE(QFile::permissions(file) & QFile::WriteOwner) << "the next version replaces it";
     EXPECT_EQ(ChosenWallpaper(), name);
   }
 }
@@ -359,6 +364,14 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
   Choose("Demonstration");
   EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 48);
   Choose("Demonstration");  // nothing to ask about
+  OnDialogs({[](QWidget* dialog) {
+    for (const auto& [field, value] : {std::pair{"Width", 12}, {"Height", 0}, {"Frames", 3}})
+      dialog->findChild<QSpinBox*>(field)->setValue(value);
+    QMetaObject::invokeMethod(dialog, "accept");
+  }});
+  Choose("New");
+  EXPECT_EQ(stand_in_->CurrentAnimation().Size(), (FrameSize{12, 1}));
+  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 3);
   StandInWindow program(stand_in_, RunsAs::Program);
   program.show();
   stand_in_->SetBuffer(Channel::Red, stand_in_->CurrentAnimation().Plane(0, Channel::Red), "vel_SetRbuffer");

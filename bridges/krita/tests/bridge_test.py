@@ -212,6 +212,7 @@ class Bridge(unittest.TestCase):
             self.set_frame(frame, grey, grey + 1, grey + 2)
         self.call("vel_StatusClose")
         self.assertEqual(self.shot(), {0: (3, 2, 1), 2: (4, 3, 2), 4: (3, 2, 1)})
+        self.assertTrue(self.krita.documents()[-1].is_modified, "it would go without a question")
         self.call("Vel_GotoFrameAdv", 3, 3)
         self.assertEqual([self.plane(getter)[0] for getter in GETTERS], [2, 3, 4])
         self.assertEqual(self.layer.keys, before)

@@ -44,7 +44,7 @@ class Document:
     def __init__(self, width, height, name, *_):
         self._size, self._name, self._rate = (width, height), name, 24
         self._clip, self._time, self._next, self._resolution = [0, 100], 0, None, 72.0
-        self.busy, self.is_fresh = False, True
+        self.busy, self.is_fresh, self.is_modified = False, True, False
         self.went = []
         self.layers = [Layer(self)]
 
@@ -133,7 +133,7 @@ class Document:
         self.is_fresh = True
 
     def setModified(self, modified):
-        pass
+        self.is_modified = modified
 
     def pixelData(self, x, y, width, height):
         return self.layers[0].shown_at(self._time)

@@ -13,24 +13,12 @@
 namespace {
 
 TEST(PageLayout, PagesBeginAtAMarkAndRowsCanBeRead) {
-  struct Case {
-    double rate;
-    std::int64_t rows;
-  };
   // The page has 250 millimetres for rows, and a row takes at least 3.8.
-  for (const auto& [rate, rows] : {Case{24, 48},
-                                   {12, 60},
-                                   {25, 50},
-                                   {30, 60},
-                                   {29.97, 60},
-                                   {60, 60},
-                                   {120, 60},
-                                   {1000, 50},
-                                   {0, 48},
-                                   {-24, 48},
-                                   {127, 65}}) {
+  constexpr std::pair<double, std::int64_t> cases[] = {{24, 48},    {12, 60},  {25, 50},  {30, 60},
+                                                       {29.97, 60}, {60, 60},  {120, 60}, {1000, 50},
+                                                       {0, 48},     {-24, 48}, {127, 65}};
+  for (const auto& [rate, rows] : cases)
     EXPECT_EQ(convert::RowsOfPage(rate, 25'000).rows_per_page, rows) << rate;
-  }
   EXPECT_EQ(convert::PageCount(0, 48), 1);
   EXPECT_EQ(convert::PageCount(96, 48), 2);
   EXPECT_EQ(convert::PageCount(97, 48), 3);

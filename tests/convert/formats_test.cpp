@@ -181,6 +181,7 @@ constexpr Foreign kForeign[] = {
     {"a table with semicolons, quotes, other columns and decimals", convert::ReadCsv,
      "sep=;\r\nTake;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\r\nc\";0;A ;\"32,0\"\r\n2;;3;M;0\r\n;;;;\r\n",
      "0:A 0\"a;\"b\" c\" 3:M /4"},
+    {"a heading twice", convert::ReadCsv, "Frame,Shape,SHAPE\n0,A,M\n", "0:A /1"},
     {"a table without headings", convert::ReadCsv, "0,A,\"x, y\"\n1,,5\" nail;;;;;;;;\n2,grin,\n",
      "0:A 0\"x, y\" 1\"5\" nail;;;;;;;;\" 2\"grin\" /3", "line 3: the table of names has no mouth \"grin\""},
 };

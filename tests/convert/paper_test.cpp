@@ -58,7 +58,8 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   renderer.render(&painter);
   const auto ink = [&](int from, int to, int frame) {
     const double body_top = 1000 + 1500 + 300 + 550, row = (27940 - body_top - 900) / 48;
-    const int y = static_cast<int>((body_top + (frame + 0.5) * row) / 20);
+    const double between_pages = frame < 48 ? 0 : 27940 - 48 * row;
+    const int y = static_cast<int>((body_top + (frame + 0.5) * row + between_pages) / 20);
     int dark = 0;
     for (int x = from; x < to; ++x) dark += qGray(page.pixel(x, y)) < 160;
     return dark;
@@ -79,6 +80,7 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   EXPECT_LT(rule_above(12), rule_above(11) - 40) << "the half of a second";
   EXPECT_LT(rule_above(24), rule_above(12) - 20) << "the second";
   EXPECT_GT(ink(473, 479, 11), 0) << "the E is held";
+  EXPECT_GT(ink(473, 479, 49), 0) << "so is the M, overleaf";
   // The yellow track goes right by the mouth's opening: 12 in frame 3, 57 in frame 8. The red one is at rest.
   EXPECT_GT(ink(897, 904, 3), 0);
   EXPECT_GT(ink(872, 880, 8), 0);

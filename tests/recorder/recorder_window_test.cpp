@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
 #include <QToolButton>
 #include <atomic>
 #include <csignal>
@@ -77,6 +80,7 @@ class Recorder : public testing::Test {
         },
         [machine = machine_] { return std::chrono::steady_clock::time_point(machine->now.load()); },
         TakeFolder()});
+    asks_ = window_->AskKeep;
     window_->AskKeep = [this] { return support::Next(keeps_, Keep::Cancel); };
     window_->AskPath = [this](const QString& proposal) {
       proposed_ = proposal.toStdString();
@@ -119,6 +123,7 @@ class Recorder : public testing::Test {
   void Pass(std::chrono::milliseconds time) { machine_->now = machine_->now.load() + time; }
 
   std::shared_ptr<Machine> machine_ = std::make_shared<Machine>();
+  std::function<Keep()> asks_;
   std::vector<Keep> keeps_;
   std::vector<std::string> paths_, told_;
   std::string proposed_;
@@ -256,6 +261,14 @@ TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
   keeps_ = {Keep::Cancel, Keep::Save, Keep::Cancel};
   EXPECT_FALSE(window_->close());
   EXPECT_THAT(Status(), StartsWith("Recorded. Listen to it, or save it."));
+  for (const auto& [button, keep] : {std::pair{QMessageBox::Save, Keep::Save},
+                                     {QMessageBox::Discard, Keep::Discard},
+                                     {QMessageBox::Cancel, Keep::Cancel}}) {
+    QTimer::singleShot(0, window_.get(), [button = button] {
+      qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(button)->click();
+    });
+    EXPECT_EQ(asks_(), keep);
+  }
   // The user chooses to save, and then cancels the file dialog.
   EXPECT_FALSE(window_->close());
   Press("RecordButton");

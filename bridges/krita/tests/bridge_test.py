@@ -48,6 +48,7 @@ class Timeline:
         self.layer = window.layers[0]
 
     def make_key(self, _, moment, kind):
+        assert self.layer.document.active is self.layer
         pixels = WIDTH * HEIGHT
         self.layer.keys[moment] = b"\xff" * 4 * pixels if kind == self.BLANK else self.layer.shown_at(moment)
 

@@ -127,7 +127,7 @@ class Document:
         self.layers.append(layer)
 
     def setActiveNode(self, layer):
-        pass
+        self.active = layer
 
     def refreshProjection(self):
         self.is_fresh = True

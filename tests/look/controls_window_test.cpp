@@ -112,6 +112,12 @@ TEST(VlButton, EveryStateLooksDifferentEvenWithoutColour) {
   // The focus shows in the active window alone.
   while (!bench.TopWidget()->isActiveWindow()) QApplication::processEvents();
   vl_button& button = bench.toggle;
+  bench.push.SetPicture(":/assets/icons/play");
+  const auto ink = [&] { return qGray(bench.push.Widget()->grab().toImage().pixel(10, 11)); };
+  const int usable = ink();
+  bench.push.Widget()->setEnabled(false);
+  EXPECT_GT(ink(), usable + 30) << "what can't be used is faded";
+  bench.push.Widget()->setEnabled(true);
   for (const int size : {9, 11, 23}) {
     for (const bool borderless : {false, true}) {
       button.Move(30, 4, size, size);

@@ -189,6 +189,12 @@ TEST_F(Prefs, WallpaperIsTiledFromTheLeftTop) {
   form1.Hold().Image1.SetPicture(Tile(300, 200));
   EXPECT_EQ(pixel(0, 0), QColor(Qt::red));
   EXPECT_EQ(pixel(40, 30), QColor(Qt::blue));
+  painter::FramePainter& painter = painter::frame_painter.Hold();
+  painter.Show();
+  painter.Image1.SetPicture(Tile(40, 30));
+  const QImage shown = painter.ContainerWidget()->grab().toImage();
+  EXPECT_EQ(shown.pixelColor(500, 400), QColor(Qt::blue));
+  EXPECT_NE(shown.pixelColor(500, 415), QColor(Qt::blue)) << "the status bar keeps a ground of its own";
 }
 
 TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {

@@ -92,10 +92,14 @@ TEST(Boxes, FillAndInvertAreCut) {
 }
 
 TEST(BlendMask, MixesByCoverageAtItsOffsetAndStaysInTheClip) {
-  const TextMask mask{1, -1, 3, 2, 0, {255, 51, 0, 255, 255, 255}};
-  Sheet sheet(4, 2);
-  BlendMask(sheet.view.Within({0, 0, 3, 2}), 0, 1, mask, kBlack);
-  EXPECT_EQ(sheet.Shown(), ".##.\n.##.\n");
+  const TextMask mask{1, -1, 3, 2, 0, {255, 51, 0, 0, 255, 255}};
+  for (const auto& [clip, shown] : {std::pair(PixelBox{0, 0, 3, 2}, ".##.\n..#.\n"),
+                                    {PixelBox{0, 1, 3, 2}, "....\n..#.\n"},
+                                    {PixelBox{2, 0, 4, 2}, "..#.\n..##\n"}}) {
+    Sheet sheet(4, 2);
+    BlendMask(sheet.view.Within(clip), 0, 1, mask, kBlack);
+    EXPECT_EQ(sheet.Shown(), shown);
+  }
 }
 
 TEST(BlendMask, MixesToTheNearestOfEverySum) {

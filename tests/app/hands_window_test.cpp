@@ -13,6 +13,7 @@
 #include "app/Form1.h"
 #include "painter/FramePainter.h"
 #include "platform/Clock.h"
+#include "platform/LongWork.h"
 #include "sheet/SheetDocument.h"
 #include "support/UserInput.h"
 #include "support/desk.h"
@@ -90,7 +91,7 @@ TEST_F(Hands, LettersPutShapesAndTheRowStays) {
 }
 
 TEST_F(Hands, CtrlWithAnArrowGoesFromShapeToShape) {
-  for (const int row : {3, 4, 20}) {
+  for (const int row : {1, 3, 4, 20}) {
     Go(row, 1);
     grid.SetText(row == 4 ? " " : "A ");
   }
@@ -98,7 +99,7 @@ TEST_F(Hands, CtrlWithAnArrowGoesFromShapeToShape) {
   const struct {
     int key, row;
   } steps[] = {{Qt::Key_Down, 3}, {Qt::Key_Down, 20}, {Qt::Key_Down, 20},
-               {Qt::Key_Up, 3},   {Qt::Key_Up, 3},    {Qt::Key_Down, 20}};
+               {Qt::Key_Up, 3},   {Qt::Key_Up, 1},    {Qt::Key_Up, 1}};
   for (const auto& step : steps) {
     Key(sheet, step.key, Qt::ControlModifier);
     EXPECT_EQ(grid.Row(), step.row);
@@ -202,16 +203,17 @@ TEST_F(Hands, RowsAheadStayInView) {
 }
 
 TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
-  const auto drop = [&](const std::string& path) {
+  const auto drop = [&](const std::string& path, bool during_work = false) {
     QMimeData files;
     files.setUrls({QUrl("http://example.org/x.wav"),
                    QUrl::fromEncoded("file://" + QByteArray::fromStdString(path).toPercentEncoding("/"))});
     QWidget* top = form.TopWidget();
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QDropEvent fall({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::postEvent(top,
+                            new QDropEvent({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier));
     QApplication::sendEvent(top, &enter);
     EXPECT_TRUE(enter.isAccepted());
-    QApplication::sendEvent(top, &fall);
+    if (during_work) const platform::LongWork work;
     support::HandleEvents();
   };
   desk.files.paths = {support::ScratchFolder() + "/kept.exp"};
@@ -227,6 +229,8 @@ TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
   EXPECT_EQ(grid.Rows(), 61);
   form.MenuSave_Click();
   EXPECT_EQ(desk.files.asked.back().proposal, "");
+  drop(support::ScratchFolder() + "/stereo.wav", true);
+  EXPECT_EQ(grid.Rows(), 61) << "it is dropped with the rest of the input";
   drop(support::WriteScratch("notes.txt", "no sound"));
   EXPECT_EQ(desk.messages.shown.size(), 2U);
   EXPECT_EQ(grid.Rows(), 61);

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -129,6 +130,7 @@ TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
   for (int step = 0; step < 5000; ++step) stand_in_->GotoFrame(step % 10);
   EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9"; }));
   EXPECT_THAT(LabelText("FactsLabel").toStdString(), testing::HasSubstr("10 frames"));
+  EXPECT_EQ(window_->findChild<QSlider*>("Scrub")->maximum(), 9);
   window_->findChild<QSlider*>("Scrub")->setValue(7);
   EXPECT_EQ(stand_in_->CurrentFrame(), 7);
 }
@@ -155,7 +157,13 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
 TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
   stand_in_->SetFrameRate(2);
   stand_in_->GotoFrame(6);
+  // Beside the triangle's tip there is nothing; there Pause has a bar.
+  const auto bar = [this] {
+    return qAlpha(window_->findChild<QAction*>("Play")->icon().pixmap(24).toImage().pixel(15, 6)) > 0;
+  };
+  EXPECT_FALSE(bar());
   Choose("Play");
+  EXPECT_TRUE(bar());
   for (int i = 0; i < 10; ++i) QApplication::processEvents(), QThread::msleep(30);
   EXPECT_EQ(stand_in_->CurrentFrame(), 6) << "it goes on from where it stood";
   EXPECT_EQ(window_->findChild<QAction*>("Play")->text(), "Pause");
@@ -206,12 +214,20 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
 }
 
 TEST_F(StandInWindowTest, AWallpaperIsAFileThatToolsCanLoad) {
+  CountingForm form;
+  stand_in_->KeepForm(form);
+  int told = 0;
   for (const QString& name : WallpaperNames()) {
     Choose("Wallpaper" + name);
     const QString file = QString::fromStdString(stand_in_->WallpaperFilename());
     EXPECT_FALSE(QImage(file).isNull()) << name.toStdString();
     EXPECT_TRUE(QFile::permissions(file) & QFile::WriteOwner) << "the next version replaces it";
     EXPECT_EQ(ChosenWallpaper(), name);
+    EXPECT_EQ(form.callbacks, ++told);
+    // A window that comes up later ticks what was chosen.
+    const StandInWindow later(std::make_shared<StandIn>(Animation({8, 6}, 10)), RunsAs::PartOfTool);
+    for (const QAction* choice : later.findChild<QAction*>("Wallpaper" + name)->actionGroup()->actions())
+      EXPECT_EQ(choice->isChecked(), choice->objectName() == "Wallpaper" + name);
   }
 }
 

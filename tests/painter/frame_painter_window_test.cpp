@@ -226,6 +226,14 @@ TEST_F(Painter, KeepsItsHeightAndShowsMoreWhenWidened) {
   Window().TopWidget()->resize(1286, 700);
   support::HandleEvents();
   EXPECT_EQ(Window().ScaleHeight(), 424);
+  // Nothing covers anything, but for the end of a label that has no text.
+  for (const platform::Control* a : Window().Controls())
+    for (const platform::Control* b : Window().Controls()) {
+      const QWidget &one = *a->Widget(), &two = *b->Widget();
+      if (a == b || one.parentWidget() != two.parentWidget() || !one.isVisible() || !two.isVisible())
+        continue;
+      EXPECT_LE(one.geometry().intersected(two.geometry()).width(), 3) << a->Name() << ", " << b->Name();
+    }
   EXPECT_EQ(Window().Picture1.Width(), 1250);
   EXPECT_EQ(TheStrips().RollStripWidth, 1250);
   EXPECT_EQ(CellsAt(0), Cell(5));

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QScrollBar>
 #include <QWidget>
 #include <cmath>
@@ -299,6 +300,14 @@ TEST_F(Timeline, OnlyTheCurrentRowShowsItsComment) {
   for (const int row : {9, 3, 4}) {
     form.Grid1.SetRow(row);
     EXPECT_EQ(marked(), row == 3) << row;
+    // The screen has all of what has changed, not a part of it.
+    const auto screen = [this] {
+      support::HandleEvents();
+      return form.TopWidget()->screen()->grabWindow(form.TopWidget()->winId()).toImage();
+    };
+    const QImage shown = screen();
+    form.Picture4.Widget()->update();
+    EXPECT_EQ(screen(), shown) << row;
   }
 }
 

@@ -152,6 +152,13 @@ TEST(Draft, SpellsEnglish) {
   }
   for (const auto& [mnemonic, mouth] : {std::pair{"tS", "Ch"}, {"t2", "T"}, {"aI@", "A I"}, {"?", ""}})
     EXPECT_EQ(convert::SoundOfMnemonic(mnemonic).mouths, mouth) << mnemonic;
+  std::string shown;
+  for (const auto& sound : convert::EnglishSounds(
+           "camel-judge-finger-half-weather-bus-vision-puffed-young-rough-dishes-both-change"))
+    shown += sound.mouths + " ";
+  EXPECT_EQ(shown,
+            "K A M E L Ch A Ch F E N G E R  A F W E Th E R B A S V E Ch E N P A F T E A N R A F D E Ch E S B "
+            "O U Th Ch E I N Ch ");
   EXPECT_TRUE(convert::EnglishSounds("\xe6\xbc\xa2").empty());
 }
 

@@ -229,6 +229,7 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
       {convert::ReadCueJson, "{\n\"mouthCues\":[\n{]}", "line 3: "},
       {convert::ReadCueJson, "[]", "expected a JSON object"},
       {convert::ReadCueJson, R"({"mouthCues":[{"start":0,"value":"A"},{"start":"0"}]})", "cue 2: expected"},
+      {convert::ReadCueJson, R"({"mouthCues":[{"start":0,"value":7}]})", "cue 1: expected"},
       {convert::ReadCueXml, "<rhubarbResult>\n<mouthCue start=\"x\">A</mouthCue>",
        "line 2: the cue has no start"},
       {convert::ReadCueXml, "<rhubarbResult>\n<mouthCues>", "line 2: "},

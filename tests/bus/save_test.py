@@ -134,6 +134,18 @@ class Save(Session):
             status, _, reported = self.run_save([], f"save={self.target}", "quit")
             self.assertEqual(self.state(), (self.new, [], []), reported)
 
+    def test_a_rescued_sheet_takes_no_files_place(self):
+        taken = {os.path.join(self.folder.name, time.strftime("Rescued half a second %Y-%m-%d %H.%M.%S.exp",
+                                                              time.localtime(time.time() + later)))
+                 for later in range(60)}
+        for name in taken:
+            open(name, "w").close()
+        for conditions in ([], [NO_NAMELESS]):
+            status, _, reported = self.run_save(conditions, "arm=0,0", "signal=15", "wait")
+            self.assertEqual(status, -15, reported)
+        self.assertEqual([name for name in taken if os.path.getsize(name)], [])
+        self.assertEqual(len(set(self.rescued()) - taken), 2)
+
     def test_with_a_call_that_fails(self):
         for kind, (before, conditions) in self.kinds.items():
             calls = self.calls_of(before, conditions)

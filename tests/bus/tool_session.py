@@ -79,9 +79,10 @@ class Session(unittest.TestCase):
         with open(files[0], newline="") as file:
             self.assertEqual(file.read(), sheet_file(seen))
 
-    def run_tool(self, *steps):
+    def run_tool(self, *steps, **variables):
         """Plays the steps with the tool; gives its status, what its user saw and what it reported."""
-        environment = dict(os.environ, HOME=self.folder.name, QT_QPA_PLATFORM="offscreen", SDL_AUDIODRIVER="dummy")
+        environment = dict(os.environ, HOME=self.folder.name, QT_QPA_PLATFORM="offscreen", SDL_AUDIODRIVER="dummy",
+                           **variables)
         self.tool = tool = subprocess.Popen([DRIVER, *steps], env=environment, stdout=subprocess.PIPE,
                                             stderr=subprocess.PIPE, text=True)
         context = GLib.MainContext.default()

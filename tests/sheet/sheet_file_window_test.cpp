@@ -178,6 +178,7 @@ TEST_F(SheetFile, WhatIsNoSheetAtAllChangesNothing) {
       {"", "Line 1: expected the file's magic word, but the file ends."},
       {"Dear Ann,\nthe frogs\nhave gone.\n\nYours\nTom, the\n10\n", "Line 5: expected the row count"},
       {"ExposureSheet02\r\n24\r\nother.wav\r\n", "Line 4: expected a reserved field, but the file ends."},
+      {"ExposureSheet02\r\n24\r\nother.wav\r\n\r\n\r\n 0 \r\n", "Line 6: expected the row count"},
   };
   for (const auto& c : cases) {
     desk.files.paths = {support::WriteScratch("letter.txt", c.text)};

@@ -30,7 +30,7 @@ sys.modules["exposure_sheet"] = PACKAGE
 
 from exposure_sheet import extension, roll, status, theme, tool  # noqa: E402
 from exposure_sheet.host import Host  # noqa: E402
-from exposure_sheet.wire import Service  # noqa: E402
+from exposure_sheet.wire import Service, program_name  # noqa: E402
 from exposure_sheet.words import Refused  # noqa: E402
 
 NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
@@ -253,6 +253,8 @@ class Bridge(unittest.TestCase):
         for words, member, *given in [("5 bytes where", "vel_SetRbuffer", QByteArray(bytes(5))), ("No such", "vel_GetAppDir"),
                                       ("0 frames", "vel_CreateAnimAdv", 0, 2), ("No such", "Vel_GotoFrame", "1")]:
             self.refused(words, member, *given)
+        self.document.framesPerSecond = None
+        self.refused("TypeError: ", "Vel_GetFrameRate")
         for setter in SETTERS[:2]:
             self.call(setter, QByteArray(bytes(6)))
         self.refused('"Frogs" stays as it is', SETTERS[2], QByteArray(bytes(6)))
@@ -320,6 +322,12 @@ class Bridge(unittest.TestCase):
         self.assertTrue(first.registerService(NAME))
         self.assertIn("is the host already", str(self.service.start()))
         first.unregisterService(NAME)
+        with tempfile.TemporaryDirectory() as folder:
+            program = os.path.join(folder, "a-sheet-of-a-long-name")
+            os.symlink("/bin/sleep", program)
+            with subprocess.Popen([program, "9"]) as sheet:
+                self.wait_until(lambda: program_name(sheet.pid) == "a-sheet-of-a-long-name")
+                sheet.kill()
         bus, self.service._connection = self.service._connection, QDBusConnection("none")
         self.assertEqual(str(self.service.start()), "there is no session bus")
         self.service._connection = bus

@@ -33,23 +33,18 @@ TEST(Numbers, RoundToNearestWithTiesToEvenAndStayInRange) {
 TEST(Numbers, ReadTheNumberAtTheStartOfAText) {
   const std::pair<const char*, double> cases[] = {{"29.97", 29.97},
                                                   {"12 fps", 12},
-                                                  {"", 0},
                                                   {"  24", 24},
                                                   {"-3", -3},
                                                   {"+3", 3},
                                                   {".5", 0.5},
                                                   {"1.2.3", 1.2},
                                                   {"12,5", 12},
-                                                  {"fps 12", 0},
-                                                  {"-", 0},
-                                                  {".", 0},
                                                   {"1e3", 1},
-                                                  {"0x10", 0},
-                                                  {"inf", 0},
                                                   {"12 4", 124},
                                                   {" - 1\t2 . 5 x", -12.5},
                                                   {"1 2.3 .4", 12.3}};
   for (const auto& [text, value] : cases) EXPECT_EQ(NumberAtStart(text), value) << text;
+  for (const char* none : {"", "fps 12", "-", ".", "0x10", "inf"}) EXPECT_EQ(NumberAtStart(none), 0) << none;
   EXPECT_FALSE(std::signbit(NumberAtStart("-0")));
   const std::string nines(400, '9');
   EXPECT_EQ(NumberAtStart(nines), std::numeric_limits<double>::max());

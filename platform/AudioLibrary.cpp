@@ -1,16 +1,20 @@
 #include "platform/AudioLibrary.h"
 
-#include <QLibrary>
+#include <dlfcn.h>
+
+#include <type_traits>
 
 namespace platform {
 namespace {
 
+// By the system's own calls: the toolkit's loader of libraries is gone at the end of the process, when a
+// thread may still be looking for a device.
 AudioRoutines LookUp() {
   AudioRoutines found;
-  QLibrary library("libSDL2-2.0.so.0");
-  bool whole = library.load();
+  void* const library = dlopen("libSDL2-2.0.so.0", RTLD_NOW | RTLD_LOCAL);
+  bool whole = library != nullptr;
   const auto get = [&](auto& routine, const char* name) {
-    routine = reinterpret_cast<std::remove_reference_t<decltype(routine)>>(library.resolve(name));
+    if (whole) routine = reinterpret_cast<std::remove_reference_t<decltype(routine)>>(dlsym(library, name));
     whole = whole && routine != nullptr;
   };
   get(found.SetHint, "SDL_SetHint");

@@ -1,5 +1,7 @@
 // Retrieving and shooting frames with the embedded stand-in, beside copying the same planes into fresh
 // memory.
+#include <QApplication>
+#include <QWidget>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -21,6 +23,9 @@ constexpr std::int32_t kFrames = 40;
 
 void FillHost() {
   HostSession.Set(host::MakeEmbeddedHost());
+  // It shows itself behind the tool's first paint, of which there is none here.
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->objectName() == "StandIn") window->show();
   std::vector<std::uint8_t> plane(kFrame.Samples());
   for (std::size_t i = 0; i < plane.size(); ++i) plane[i] = static_cast<std::uint8_t>(i * 7 + i / 1000);
   HostSession.Call("vel_CreateAnimAdv", kFrames, std::int16_t{2});

@@ -53,6 +53,20 @@ std::string Told(const convert::Messages& notes) {
   return all;
 }
 
+/// The rate, the sound and the tracks' values that aren't those of a new sheet: "24 v.wav tracks 2: 1.3=0".
+std::string RestOf(const Document& sheet) {
+  std::string rest = sheet.frame_rate_text;
+  if (!sheet.wave_file_name.empty()) rest += " " + sheet.wave_file_name;
+  if (!sheet.lock || sheet.track_visible != Document(SheetWith(0, "")).track_visible) rest += " toggles";
+  const auto& tracks = sheet.track_values;
+  if (!tracks.empty()) rest += " tracks " + std::to_string(tracks.size()) + ":";
+  for (std::size_t i = 0; i < tracks.size(); ++i)
+    for (std::size_t channel = 0; channel < 4; ++channel)
+      if (const int value = tracks[i][channel]; value != 32)
+        rest += " " + std::to_string(i) + "." + std::to_string(channel) + "=" + std::to_string(value);
+  return rest;
+}
+
 TEST(Formats, TheSampleSheetGoesOutAndBack) {
   const Document frogs = Frogs();
   const ShapeTable& names = ShapeTable::Default();
@@ -60,9 +74,17 @@ TEST(Formats, TheSampleSheetGoesOutAndBack) {
   known_length.sound_seconds = 71.0 / 24;
 
   EXPECT_EQ(*convert::WriteExposureSheet(frogs).bytes, support::FileBytes(SOURCE_DIR "/samples/frogs.exp"));
+  Document other = frogs;
+  other.rows[0][0] = "x";
+  other.lock = other.track_visible[2] = false;
+  const Document own = *convert::ReadExposureSheet(*convert::WriteExposureSheet(other).bytes).sheet;
+  EXPECT_EQ(CellsOf(own), CellsOf(frogs)) << "the frames are numbered anew";
+  EXPECT_FALSE(own.lock);
+  EXPECT_EQ(own.track_visible, other.track_visible);
   const Document csv = *convert::ReadCsv(*convert::WriteCsv(frogs).bytes, Plain()).sheet;
   EXPECT_EQ(CellsOf(csv), CellsOf(frogs));
   EXPECT_EQ(csv.track_values, frogs.track_values);
+  EXPECT_EQ(convert::WriteCsv(frogs).notes.size(), 2U) << "the rate and the sound";
   EXPECT_EQ(CellsOf(*convert::ReadXdts(*convert::WriteXdts(frogs).bytes, Plain()).sheet), CellsOf(frogs));
   const Document papagayo =
       *convert::ReadPapagayo(*convert::WritePapagayo(frogs, names).bytes, Plain()).sheet;
@@ -77,7 +99,7 @@ TEST(Formats, TheSampleSheetGoesOutAndBack) {
 }
 
 TEST(Formats, TimesFindTheirFramesAgainAtAnyRate) {
-  for (const char* rate : {"12", "23.976", "29.97", "60", "120", "999"}) {
+  for (const char* rate : {"1", "12", "23.976", "29.97", "60", "120", "540"}) {
     Document sheet = SheetWith(500, "0:M");
     for (auto& row : sheet.rows) row[1] = "M";
     sheet.frame_rate_text = rate;
@@ -90,26 +112,55 @@ TEST(Formats, TimesFindTheirFramesAgainAtAnyRate) {
 
 TEST(Formats, AHeldMouthIsWrittenOnceAndARepeatedOneTwice) {
   const Document sheet = SheetWith(9, "2:M 4:P 6:M 7:Closed");
-  EXPECT_EQ(*convert::WriteSwitchData(sheet, ShapeTable::Default()).bytes,
-            "MohoSwitch1\n1 rest\n3 MBP\n5 MBP\n7 MBP\n8 rest\n");
-  EXPECT_EQ(*convert::WriteCueTable(sheet, ShapeTable::Default()).bytes,
-            "0.00\tX\n0.08\tA\n0.16\tA\n0.25\tA\n0.29\tX\n0.37\tX\n");
+  const Writing data = convert::WriteSwitchData(sheet, ShapeTable::Default());
+  EXPECT_EQ(*data.bytes, "MohoSwitch1\n1 rest\n3 MBP\n5 MBP\n7 MBP\n8 rest\n");
+  EXPECT_EQ(InEnglish(data.notes.at(1)),
+            "the sheet has no mouth on its first frame; rest is written there, since readers need one");
+  const Writing cues = convert::WriteCueTable(sheet, ShapeTable::Default());
+  EXPECT_EQ(*cues.bytes, "0.00\tX\n0.08\tA\n0.16\tA\n0.25\tA\n0.29\tX\n0.37\tX\n");
+  EXPECT_THAT(Told(cues.notes), HasSubstr("no mouth on its first frame; X is written there"));
+  Document short_one = SheetWith(2, "0:M");
+  EXPECT_EQ(*convert::WriteCueTable(short_one, ShapeTable::Default()).bytes, "0.00\tA\n0.08\tX\n");
+  short_one.frame_rate_text = "0";
+  EXPECT_EQ(InEnglish(convert::WriteCueTable(short_one, ShapeTable::Default()).failure),
+            "the sheet's rate, \"0\", gives no times (see --rate)");
 }
 
 TEST(Formats, APapagayoWordHoldsItsMouthUntilTheNextWordShowsOne) {
-  Document sheet = SheetWith(12, "0:A 6:M");
-  sheet.rows[0][2] = "one";
+  Document sheet = SheetWith(12, "1:A 6:M");
   sheet.rows[4][2] = "two words";
   const Writing written = convert::WritePapagayo(sheet, ShapeTable::Default());
-  EXPECT_THAT(*written.bytes,
-              HasSubstr("\t\t\tone 0 5 1\n\t\t\t\t0 AI\n\t\t\ttwo_words 4 11 1\n\t\t\t\t6 MBP\n"));
+  EXPECT_EQ(*written.bytes,
+            "lipsync version 1\n\n24\n12\n1\n\tMouth\n\t- two_words\n\t1\n\t\t- two_words\n\t\t1\n\t\t11\n"
+            "\t\t2\n\t\t\t- 1 5 1\n\t\t\t\t1 AI\n\t\t\ttwo_words 4 11 1\n\t\t\t\t6 MBP\n");
   EXPECT_EQ(CellsOf(*convert::ReadPapagayo(*written.bytes, Plain()).sheet), CellsOf(sheet));
-  EXPECT_THAT(Told(written.notes), HasSubstr("blanks within a comment are written as _"));
-  for (const char* rate : {"23.976", "24.4"}) {
+  EXPECT_EQ(Told(written.notes),
+            "blanks within a comment are written as _, since a word of this format has none\n");
+  for (const auto& [rate, whole] : {std::pair{"23.976", "24"}, {"24.4", "24"}, {"0.2", "1"}}) {
     sheet.frame_rate_text = rate;
-    EXPECT_THAT(InEnglish(convert::WritePapagayo(sheet, ShapeTable::Default()).notes.at(0)),
-                HasSubstr(std::string(rate) + ", is written as 24"));
+    EXPECT_EQ(InEnglish(convert::WritePapagayo(sheet, ShapeTable::Default()).notes.at(0)),
+              std::string("the frame rate, ") + rate + ", is written as " + whole +
+                  ": the format has whole numbers");
   }
+}
+
+TEST(Formats, WhatOtherProgramsReadIsWrittenToTheByte) {
+  Document sheet = SheetWith(3, "0:M");
+  sheet.rows[1][2] = "a, \"b\"";
+  sheet.track_values = {{0, 1, 32, 255}, {32, 32, 32, 32}};
+  EXPECT_EQ(
+      *convert::WriteCsv(sheet).bytes,
+      "Frame,Shape,Comment,Yellow,Red,Green,Blue\r\n0,M,,0,1,32,255\r\n1,,\"a, \"\"b\"\"\",32,32,32,32\r\n"
+      "2,,,,,,\r\n");
+  EXPECT_EQ(
+      *convert::WriteXdts(sheet).bytes,
+      "exchangeDigitalTimeSheet Save Data\n"
+      R"({"header":{"cut":"1","scene":"1"},"timeTables":[{"duration":3,"fields":[{"fieldId":3,"tracks":[)"
+      R"({"frames":[{"data":[{"id":0,"values":["a, \"b\""]}],"frame":1}],"trackNo":0}]},{"fieldId":0,)"
+      R"("tracks":[{"frames":[{"data":[{"id":0,"values":["M"]}],"frame":0}],"trackNo":0}]}],)"
+      R"("name":"sheet1","timeTableHeaders":[{"fieldId":3,"names":["Comment"]},{"fieldId":0,)"
+      R"("names":["Mouth"]}]}],"version":5})"
+      "\n");
 }
 
 TEST(Formats, SaysWhatAFormatCantCarry) {
@@ -117,94 +168,138 @@ TEST(Formats, SaysWhatAFormatCantCarry) {
   sheet.rows[1][2] = "note";
   sheet.wave_file_name = "voice.wav";
   sheet.track_visible[2] = false;
-  sheet.track_values = {{32, 32, 32, 31}};
-  EXPECT_EQ(Told(convert::WriteSwitchData(sheet, ShapeTable::Default()).notes),
-            "2 mouths that the table of names doesn't know are left out, the first at frame 1: \"smile\"\n"
-            "mouths that share a name in this format come back as the one in brackets: I (A), V (F)\n"
-            "the comments are left out: the format has none\n"
-            "the velocity tracks are left out: the format has none\n"
-            "the lock and the tracks' visibility are left out: the format has none\n"
-            "the name of the sound, \"voice.wav\", is left out: the format has no place for it\n"
-            "the frame rate, 24, is left out: the format has no place for it\n");
-  EXPECT_TRUE(convert::WriteExposureSheet(sheet).notes.empty());
-  EXPECT_THAT(Told(convert::WriteCueTable(SheetWith(2, "0:A 1:smile"), ShapeTable::Default()).notes),
+  sheet.track_values.assign(6, {32, 32, 32, 31});
+  const ShapeTable& names = ShapeTable::Default();
+  const std::string
+      shapes =
+          "2 mouths that the table of names doesn't know are left out, the first at frame 1: "
+          "\"smile\"\nmouths that share a name in this format come back as the one in brackets: "
+          "I (A), V (F)\n",
+      comments = "the comments are left out: the format has none\n",
+      tracks = "the velocity tracks are left out: the format has none\n",
+      toggles = "the lock and the tracks' visibility are left out: the format has none\n",
+      sound = "the name of the sound, \"voice.wav\", is left out: the format has no place for it\n",
+      rate = "the frame rate, 24, is left out: the format has no place for it\n";
+  EXPECT_EQ(Told(convert::WriteSwitchData(sheet, names).notes),
+            shapes + comments + tracks + toggles + sound + rate);
+  EXPECT_EQ(Told(convert::WriteCueTable(sheet, names).notes),
+            shapes + comments + tracks + toggles + sound + rate);
+  EXPECT_EQ(Told(convert::WritePapagayo(sheet, names).notes), shapes + tracks + toggles);
+  EXPECT_EQ(Told(convert::WriteXdts(sheet).notes), tracks + toggles + sound + rate);
+  EXPECT_EQ(Told(convert::WriteCsv(sheet).notes),
+            "the tracks are longer than the sheet; their end is left out\n" + toggles + sound + rate);
+  EXPECT_EQ(Told(convert::WriteExposureSheet(sheet).notes), "");
+  EXPECT_THAT(Told(convert::WriteCueTable(SheetWith(2, "0:A 1:smile"), names).notes),
               HasSubstr("a mouth that the table of names doesn't know is left out, at frame 1: \"smile\"\n"));
 }
 
 /// Files as other programs write them, made by hand from their published forms.
 using Reader = Reading (*)(std::string_view, const Context&);
+constexpr Reader kOwn = [](std::string_view text, const Context&) {
+  return convert::ReadExposureSheet(text);
+};
 struct Foreign {
   const char* name;
   Reader read;
   const char* bytes;
   const char* cells;
+  /// What is said besides that no rate is told.
   const char* said = "";
+  const char* rest = "24";
 };
 constexpr Foreign kForeign[] = {
+    {"an older sheet, which has neither toggles nor tracks", kOwn,
+     "ExposureSheet\r\n12\r\n\r\nReserved\r\nReserved\r\n 2 \r\n 3 "
+     "\r\nReserved\r\nReserved\r\n0\r\nM\r\noh\r\n"
+     "Reserved\r\nReserved\r\nReserved\r\nReserved\r\n",
+     "0:M 0\"oh\" /1", "", "12"},
     {"switch data with a frame 0 and two ends of line", convert::ReadSwitchData,
      "MohoSwitch1\r\n0 rest\r\n5 MBP\n\n9 smile\n", "0:Closed 4:M 8\"smile\" /9",
      "line 5: the table of names has no mouth \"smile\"; it goes into the comment\n"
-     "switch data doesn't tell its length"},
-    {"cues as a table, the end told by X", convert::ReadCueTable, "0.00\tX\n0.50\tD\n0.52\tB\n1.00\tX\n",
-     "0:Closed 12:S /24", "a mouth shorter than a frame is left out, at frame 12\n"},
+     "switch data doesn't tell its length: the sheet ends with the last mouth (see --sound)\n"},
+    {"cues as a table, the end told by X", convert::ReadCueTable,
+     "0.00\tX\n0.50\tD\n0.52\tB\n0.75\tQ\n1.00\tX\n", "0:Closed 12:S 18\"Q\" /24",
+     "line 4: the table of names has no mouth \"Q\"; it goes into the comment\n"
+     "a mouth shorter than a frame is left out, at frame 12\n"},
+    {"the end told by A", convert::ReadCueTable, "0.00\tB\n0.50\tA\n", "0:S /12"},
+    {"one cue alone", convert::ReadCueTable, "0.00\tX\n", "0:Closed /1"},
     {"cues as JSON", convert::ReadCueJson,
-     R"({"metadata":{"soundFile":"v.wav","duration":1.0},"mouthCues":[{"start":0.00,"end":0.25,"value":"X"},)"
+     R"({"metadata":{"soundFile":"v.wav","duration":1.25},"mouthCues":[{"start":0.00,"end":0.25,"value":"X"},)"
      R"({"start":0.25,"end":1.0,"value":"G"}]})",
-     "0:Closed 6:F /24"},
+     "0:Closed 6:F /30", "", "24 v.wav"},
     {"cues as XML", convert::ReadCueXml,
      "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<rhubarbResult>\n<metadata><soundFile>v.wav</soundFile>"
-     "<duration>0.5</duration></metadata>\n<mouthCues>\n<mouthCue start=\"0.00\" end=\"0.25\">H</mouthCue>\n"
+     "<duration>0.75</duration></metadata>\n<mouthCues>\n<mouthCue start=\"0.00\" end=\"0.25\">H</mouthCue>\n"
      "<mouthCue start=\"0.25\" end=\"0.5\">F</mouthCue>\n</mouthCues></rhubarbResult>",
-     "0:L 6:U /12"},
+     "0:L 6:U /18", "", "24 v.wav"},
     {"cues as JSON and as XML that end with their last one", convert::ReadCueJson,
      R"({"mouthCues":[{"start":0.00,"end":0.5,"value":"B"}]})", "0:S /12"},
     {"the same as XML", convert::ReadCueXml,
      "<rhubarbResult><mouthCue start='0' end='0.5'>B</mouthCue></rhubarbResult>", "0:S /12"},
-    {"two voices, a pause between the words", convert::ReadPapagayo,
-     "lipsync version 1\nv.wav\n24\n20\n2\n\tAnn\n\tHi|you\n\t1\n\t\tHi you\n\t\t2\n\t\t15\n\t\t2\n\t\t\tHi "
-     "2 5 1\n"
-     "\t\t\t\t2 AI\n\t\t\tyou\t10 15 3\n\t\t\t\t10 etc\n\t\t\t\t12 U\n\t\t\t\t30 O\n\tBob\n\t\n\t0\n",
-     "2:A 2\"Hi\" 6:Closed 10:S 10\"you\" 12:U 16:Closed /20",
+    {"two voices, words in any order, one frame between two of them", convert::ReadPapagayo,
+     "lipsync version 1\nv.wav\n1\n20\n2\n\tAnn\n\tHi|you\n\t1\n\t\tHi you\n\t\t0\n\t\t15\n\t\t4\n"
+     "\t\t\tyou\t10 15 4\n\t\t\t\t10 etc\n\t\t\t\t12 U\n\t\t\t\t13 huh\n\t\t\t\t30 O\n"
+     "\t\t\toh 0 0 1\n\t\t\t\t0 O\n\t\t\tHi 2 5 1\n\t\t\t\t2 AI\n\t\t\tbye now 16 17 0\n\tBob\n\t\n\t0\n",
+     "0:O 0\"oh\" 1:Closed 2:A 2\"Hi\" 6:Closed 10:S 10\"you\" 12:U 13\"(huh)\" 16\"bye now\" 18:Closed /20",
+     "line 16: the table of names has no mouth \"huh\"; it goes into the comment\n"
      "of 2 voices only the first, \"Ann\", is taken\n"
-     "an entry behind the sheet's end, which is at frame 20, is left out\n"},
+     "an entry behind the sheet's end, which is at frame 20, is left out\n",
+     "1 v.wav"},
+    {"a word of one frame before the last one", convert::ReadPapagayo,
+     "lipsync version 1\n\n24\n2\n1\n\tA\n\tx\n\t1\n\t\tx\n\t\t0\n\t\t0\n\t\t1\n\t\t\tx 0 0 1\n\t\t\t\t0 "
+     "AI\n",
+     "0:A 0\"x\" 1:Closed /2"},
+    {"no voice", convert::ReadPapagayo, "lipsync version 1\n\n24\n3\n0\n", "/3"},
     {"a time sheet with marks, an empty cell and drawings by number", convert::ReadXdts,
      "exchangeDigitalTimeSheet Save Data\n"
      R"({"timeTables":[{"duration":10,"name":"t","timeTableHeaders":[{"fieldId":3,"names":["Ann"]},)"
      R"({"fieldId":0,"names":["BODY","MOUTH"]}],"fields":[{"fieldId":0,"tracks":[{"trackNo":0,"frames":[)"
      R"({"frame":0,"data":[{"id":0,"values":["1"]}]}]},{"trackNo":1,"frames":[)"
+     R"({"frame":0,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":1,"data":[{"id":0,"values":["2"]}]},{"frame":2,"data":[{"id":0,"values":["SYMBOL_HYPHEN"]}]},)"
      R"({"frame":4,"data":[{"id":0,"values":["Th"]}]},{"frame":6,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":7,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":8,"data":[{"id":0,"values":["AI"]}]},{"frame":10,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]}]}]},)"
-     R"({"fieldId":3,"tracks":[{"trackNo":0,"frames":[{"frame":1,"data":[{"id":0,"values":["hello"]}]}]}]}]}],"version":5})",
-     "1:B 1\"hello\" 4:Th 6:Closed 8:A /10"},
+     R"({"fieldId":3,"tracks":[{"trackNo":0,"frames":[{"frame":1,"data":[{"id":0,"values":["oh","no"]}]}]}]}]}],"version":5})",
+     "1:B 1\"oh no\" 4:Th 6:Closed 8:A /10", "of 2 columns of cells only \"MOUTH\" is taken\n"},
+    {"mouths in a column of another name", convert::ReadXdts,
+     "exchangeDigitalTimeSheet Save Data\n"
+     R"({"timeTables":[{"fields":[{"fieldId":0,"tracks":[{"frames":[{"frame":0,"data":[{"id":0,"values":["hat"]}]}]},)"
+     R"({"frames":[]},{"frames":[{"frame":1,"data":[{"id":0,"values":["SYMBOL_TICK_1"]}]},)"
+     R"({"frame":2,"data":[{"id":0,"values":["M"]}]}]}]}]}]})",
+     "2:M /3", "of 3 columns of cells only \"3\" is taken\n"},
+    {"two time tables on the first line, the end told by an empty cell", convert::ReadXdts,
+     R"(exchangeDigitalTimeSheet Save Data {"timeTables":[{"name":"take","fields":[{"fieldId":0,"tracks":[{"frames":[)"
+     R"({"frame":3,"data":[{"id":0,"values":["M"]}]},{"frame":4,"data":[{"id":0,"values":["hat"]}]},)"
+     R"({"frame":5,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]}]}]}]},{"name":"other"}]})",
+     "3:M 4\"hat\" 5:Closed /6",
+     "of 2 time tables only the first, \"take\", is taken\n"
+     "column \"1\", frame 4: the table of names has no mouth \"hat\"; it goes into the comment\n"},
     {"a table with semicolons, quotes, other columns and decimals", convert::ReadCsv,
-     "sep=;\r\nTake;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\r\nc\";0;A ;\"32,0\"\r\n2;;3;M;0\r\n;;;;\r\n",
-     "0:A 0\"a;\"b\" c\" 3:M /4"},
-    {"a heading twice", convert::ReadCsv, "Frame,Shape,SHAPE\n0,A,M\n", "0:A /1"},
-    {"a table without headings", convert::ReadCsv, "0,A,\"x, y\"\n1,,5\" nail;;;;;;;;\n2,grin,\n",
-     "0:A 0\"x, y\" 1\"5\" nail;;;;;;;;\" 2\"grin\" /3", "line 3: the table of names has no mouth \"grin\""},
+     "sep=;\r\nTake;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\r\nc\";0;A "
+     ";\"255,0\"\r\n2;;3;M;0\r\n4;;5;E;\r\n;;;;\r\n",
+     "0:A 0\"a;\"b\" c\" 3:M 5:E /6", "", "24 tracks 4: 0.3=255 3.3=0"},
+    {"headings in capitals and twice", convert::ReadCsv, "FRAME,SHAPE,Frame,Shape\n0,A,7,M\n", "0:A /1"},
+    {"a table without headings, nor an end of its last line", convert::ReadCsv,
+     "0,A,\"x, y\"\n1,,5\" nail;;;;;;;;\n2,grin,oh", "0:A 0\"x, y\" 1\"5\" nail;;;;;;;;\" 2\"oh grin\" /3",
+     "line 3: the table of names has no mouth \"grin\"; it goes into the comment\n"},
 };
 
 TEST(Formats, ReadsWhatOtherProgramsWrite) {
   for (const Foreign& file : kForeign) {
-    const Reading reading = file.read(file.bytes, Plain());
+    Reading reading = file.read(file.bytes, Plain());
     ASSERT_TRUE(reading.sheet) << file.name << ": " << InEnglish(reading.failure);
     EXPECT_EQ(CellsOf(*reading.sheet), file.cells) << file.name;
-    EXPECT_THAT(Told(reading.notes), HasSubstr(file.said)) << file.name;
+    EXPECT_EQ(RestOf(*reading.sheet), file.rest) << file.name;
+    std::erase_if(reading.notes,
+                  [](const auto& note) { return InEnglish(note).starts_with("no frame rate"); });
+    EXPECT_EQ(Told(reading.notes), file.said) << file.name;
   }
-  const Reading two = convert::ReadXdts(
-      "exchangeDigitalTimeSheet Save "
-      "Data\n{\"timeTables\":[{\"name\":\"take\",\"fields\":[{\"fieldId\":0,\"tracks\":"
-      "[{\"frames\":[{\"frame\":3,\"data\":[{\"id\":0,\"values\":[\"M\"]}]}]}]}]},{\"name\":\"other\"}]}",
-      Plain());
-  EXPECT_EQ(CellsOf(*two.sheet), "3:M /4") << "as long as what stands in it";
-  EXPECT_THAT(Told(two.notes), HasSubstr("of 2 time tables only the first, \"take\", is taken"));
   Context one_second = Plain();
   one_second.rate_text = "2";
   one_second.sound_seconds = 1;
   const Reading longer = convert::ReadCsv("Frame,Shape,Comment,Yellow\n0,A,,5\n7,,,9\n", one_second);
-  EXPECT_EQ(longer.sheet->track_values.size(), 2U) << "no tracks behind the end of the sound";
+  EXPECT_EQ(RestOf(*longer.sheet), "2 tracks 2: 0.0=5") << "no tracks behind the end of the sound";
 }
 
 struct Fault {
@@ -214,7 +309,6 @@ struct Fault {
 };
 
 TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
-  const Reader sheet = [](std::string_view text, const Context&) { return convert::ReadExposureSheet(text); };
   const std::string first = "exchangeDigitalTimeSheet Save Data\n";
   const Fault faults[] = {
       {convert::ReadSwitchData, "", "line 1: expected MohoSwitch1, found \"\""},
@@ -225,6 +319,7 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
       {convert::ReadCueTable, "0.0\tA\n0,5\tB\n", "line 2: expected seconds"},
       {convert::ReadCueTable, "-1\tA\n", "line 1: a start of -1 seconds"},
       {convert::ReadCueTable, "1e300\tA\n", "line 1: a start of 1e+300 seconds"},
+      {convert::ReadCueTable, "500000\tA\n", "line 1: a start of 500000 seconds"},
       {convert::ReadCueTable, "nan\tA\n", "line 1: expected seconds"},
       {convert::ReadCueJson, "{\n\"mouthCues\":[\n{]}", "line 3: "},
       {convert::ReadCueJson, "[]", "expected a JSON object"},
@@ -240,16 +335,20 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
        "line 10: expected"},
       {convert::ReadXdts, "{}", "line 1: expected exchange"},
       {convert::ReadXdts, first + "{\n,", "line 3: "},
+      {convert::ReadXdts, "exchangeDigitalTimeSheet Save Data {,", "line 1: "},
+      {convert::ReadXdts, "exchangeDigitalTimeSheet Save Data", "line 2: "},
       {convert::ReadXdts, first + "{}", "no time table"},
       {convert::ReadXdts,
        first + R"({"timeTables":[{"fields":[{"fieldId":0,"tracks":[{"frames":[{"frame":-1}]}]}]}]})",
        "column \"1\", entry 1: expected a \"frame\""},
       {convert::ReadCsv, "Frame,Shape\n0,A\nx,B\n", "line 3, column Frame: expected"},
       {convert::ReadCsv, "Frame,Comment,Red\n0,\"a\nb\",32\n1,,256\n", "line 4, column Red: expected"},
-      {convert::ReadCsv, "9999999,A\n", "line 1, column Frame"},
+      {convert::ReadCsv, "1000000,A\n", "line 1, column Frame"},
       {convert::ReadCsv, "0,A\n1,\"B\n2,C\n", "line 2: a quotation mark opens a cell"},
+      {convert::ReadCsv, "0,\"A\n", "line 1: a quotation mark opens a cell"},
+      {convert::ReadCsv, "0,A,,32,\"0,5\"\n", "column Red: expected a number from 0 to 255, found \"0,5\""},
       {convert::ReadCsv, "\n,,\n", "the table has no rows"},
-      {sheet, "ExposureSheet02\r\n24\r\n", "Line 3: expected the wave file's name"},
+      {kOwn, "ExposureSheet02\r\n24\r\n", "Line 3: expected the wave file's name"},
   };
   for (const Fault& fault : faults) {
     const Reading reading = fault.read(fault.bytes, Plain());
@@ -274,7 +373,7 @@ TEST(Formats, TheSoundDecidesTheLengthAndTheRateMovesEntries) {
   EXPECT_EQ(CellsOf(sheet), "0\"x\" 5:A 6:E /24");
   EXPECT_EQ(sheet.track_values.size(), 24u);
   notes.insert(notes.end(), reading.notes.begin(), reading.notes.end());
-  EXPECT_THAT(Told(notes), HasSubstr("2 entries behind the sheet's end, which is at frame 48, are left out"));
+  EXPECT_EQ(Told(notes), "2 entries behind the sheet's end, which is at frame 48, are left out\n");
 }
 
 TEST(Formats, AnotherRateTakesTheTracksAlong) {

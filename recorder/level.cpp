@@ -25,8 +25,6 @@ double Decibels(int amplitude) {
 
 }  // namespace
 
-double PeakDecibels(std::span<const std::int16_t> samples) { return Decibels(Loudest(samples)); }
-
 void Meter::Take(std::span<const std::int16_t> samples) {
   const int loudest = Loudest(samples);
   const double peak = Decibels(loudest);

@@ -9,10 +9,6 @@ namespace recorder {
 /// The meter's lower end, in decibels of full scale; digital silence counts as this.
 inline constexpr double kFloorDecibels = -60;
 
-/// The loudest of the samples in decibels of full scale: 0 for the loudest possible, never below
-/// kFloorDecibels. No samples are silence.
-double PeakDecibels(std::span<const std::int16_t> samples);
-
 /// A peak meter. The bar jumps up with the sound and falls by 24 decibels a second; a mark keeps the highest
 /// level for 1.5 seconds and then falls in the same way. Time is counted in samples, not by the clock, so a
 /// late block of samples moves the meter as far as one in time.

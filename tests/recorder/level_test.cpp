@@ -9,14 +9,18 @@ namespace {
 
 using Samples = std::vector<std::int16_t>;
 
-TEST(Level, IsThePeakInDecibelsOfFullScale) {
+TEST(Level, TheBarIsThePeakInDecibelsOfFullScale) {
   struct Case {
     Samples samples;
     double decibels;
   };
   const Case cases[] = {{{}, -60},          {{0, 0}, -60}, {{1, -1}, -60}, {{100, -16384, 3}, -6.0206},
                         {{3277}, -19.9996}, {{-32768}, 0}};
-  for (const auto& [samples, decibels] : cases) EXPECT_NEAR(PeakDecibels(samples), decibels, 0.001);
+  for (const auto& [samples, decibels] : cases) {
+    Meter meter(1000);
+    meter.Take(samples);
+    EXPECT_NEAR(meter.Bar(), decibels, 0.001);
+  }
 }
 
 TEST(Level, TheMeterJumpsUpAndFallsByTheTimeOfTheSamples) {

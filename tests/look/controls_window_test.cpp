@@ -5,7 +5,6 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QScreen>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -14,6 +13,7 @@
 #include "look/VlDropDial.h"
 #include "platform/Window.h"
 #include "support/UserInput.h"
+#include "support/desk.h"
 
 namespace look {
 namespace {
@@ -107,61 +107,138 @@ TEST(VlButton, KeysDoWhatTheMouseDoes) {
   EXPECT_EQ(bench.Seen(), Texts{});
 }
 
-TEST(VlButton, EveryStateLooksDifferentEvenWithoutColour) {
+/// Lines that repeat, once; how often each stands there goes into `counts`.
+std::vector<std::string> Folded(const std::vector<std::string>& lines, std::vector<int>& counts) {
+  std::vector<std::string> folded;
+  for (const std::string& line : lines) {
+    if (folded.empty() || line != folded.back()) folded.push_back(line), counts.push_back(0);
+    ++counts.back();
+  }
+  return folded;
+}
+
+/// A control of the bench on a ground of 10, by its greys: the letter of each, a point for any other. Columns
+/// that repeat stand there once, as do rows: their widths in the first line, the heights before the rows.
+std::string Drawn(Bench& bench, const platform::Control& control, const std::string& letters,
+                  const std::vector<int>& greys, bool hovered = false) {
+  bench.SetBackColor(Rgb(10, 10, 10));
+  control.Widget()->setAttribute(Qt::WA_UnderMouse, hovered);
+  const QImage image = bench.ContainerWidget()->grab(control.Widget()->geometry()).toImage();
+  std::vector<std::string> columns(static_cast<std::size_t>(image.width()));
+  for (int x = 0; x < image.width(); ++x)
+    for (int y = 0; y < image.height(); ++y) {
+      const auto found = std::find(greys.begin(), greys.end(), qGray(image.pixel(x, y)));
+      columns[static_cast<std::size_t>(x)] += found == greys.end() ? '.' : letters[found - greys.begin()];
+    }
+  std::vector<int> widths, heights;
+  std::vector<std::string> rows(static_cast<std::size_t>(image.height()));
+  for (const std::string& column : Folded(columns, widths))
+    for (std::size_t y = 0; y < rows.size(); ++y) rows[y] += column[y];
+  const auto folded = Folded(rows, heights);
+  std::string text;
+  for (const int width : widths) text += std::to_string(width) + " ";
+  for (std::size_t i = 0; i < folded.size(); ++i) text += "\n" + std::to_string(heights[i]) + " " + folded[i];
+  return text;
+}
+
+/// An even fill of 100, highlight 200, shadow 0.
+void DressPlainly(vl_button& button) {
+  button.SetBackColor(Rgb(100, 100, 100));
+  button.SetHighlight(Rgb(200, 200, 200));
+  button.SetShadow(0);
+  button.SetGradient(1);
+}
+
+/// A picture of 4 by 2 in black, which a dark button shows in white.
+void GiveDot(vl_button& button) {
+  QImage dot(4, 2, QImage::Format_ARGB32);
+  dot.fill(Qt::black);
+  ASSERT_TRUE(dot.save(QString::fromStdString(support::ScratchFolder() + "/dot.png")));
+  button.SetPicture(support::ScratchFolder() + "/dot");
+}
+
+TEST(VlButton, EachStateLooksAsItIs) {
   Bench bench;
   // The focus shows in the active window alone.
   while (!bench.TopWidget()->isActiveWindow()) QApplication::processEvents();
-  vl_button& button = bench.toggle;
-  bench.push.SetPicture(":/assets/icons/play");
-  const auto ink = [&] { return qGray(bench.push.Widget()->grab().toImage().pixel(10, 11)); };
-  const int usable = ink();
-  bench.push.Widget()->setEnabled(false);
-  EXPECT_GT(ink(), usable + 30) << "what can't be used is faded";
-  bench.push.Widget()->setEnabled(true);
-  for (const int size : {9, 11, 23}) {
-    for (const bool borderless : {false, true}) {
-      button.Move(30, 4, size, size);
-      button.SetBorderless(borderless);
-      std::vector<QImage> pictures;
-      for (const bool on : {false, true}) {
-        button.SetValue(on);
-        for (const platform::Control* focused :
-             std::initializer_list<const platform::Control*>{&bench.push, &button}) {
-          focused->Widget()->setFocus();
-          const QImage look = button.Widget()->grab().toImage().convertToFormat(QImage::Format_Grayscale8);
-          for (const QImage& other : pictures) EXPECT_NE(look, other) << size << " " << borderless;
-          pictures.push_back(look);
-        }
-      }
-    }
+  bench.dial.SetFocus();
+  for (vl_button* button : {&bench.push, &bench.toggle}) {
+    DressPlainly(*button);
+    button->Widget()->resize(20, 18);
   }
+  GiveDot(bench.push);
+  EXPECT_EQ(Drawn(bench, bench.push, "olfsw", {25, 185, 100, 65, 255}),
+            "1 1 6 4 6 1 1 \n1 .ooooo.\n1 ollllso\n6 olfffso\n2 olfwfso\n6 olfffso\n1 ossssso\n1 .ooooo.");
+  Press(bench.push.Widget(), {5, 6});
+  EXPECT_EQ(Drawn(bench, bench.push, "odfbw", {18, 32, 72, 123, 255}),
+            "1 1 7 4 5 1 1 \n1 .ooooo.\n1 oddddbo\n7 odfffbo\n2 odfwfbo\n5 odfffbo\n1 obbbbbo\n1 .ooooo.");
+  bench.push.SetBorderless(true);
+  EXPECT_EQ(Drawn(bench, bench.push, "ofw", {29, 72, 255}),
+            "1 8 4 6 1 \n1 ooooo\n8 offfo\n2 ofwfo\n6 offfo\n1 ooooo");
+  Release(bench.push.Widget(), {5, 6});
+  EXPECT_EQ(Drawn(bench, bench.push, "ofw", {43, 107, 255}, true),
+            "1 7 4 7 1 \n1 ooooo\n7 offfo\n2 ofwfo\n7 offfo\n1 ooooo");
+  bench.push.Widget()->setEnabled(false);
+  EXPECT_EQ(Drawn(bench, bench.push, "fw", {111, 255}), "8 4 8 \n8 fff\n2 f.f\n8 fff");
+  EXPECT_EQ(Drawn(bench, bench.toggle, "olfs", {25, 185, 100, 65}),
+            "1 1 16 1 1 \n1 .ooo.\n1 ollso\n14 olfso\n1 ossso\n1 .ooo.");
+  bench.toggle.SetValue(true);
+  EXPECT_EQ(Drawn(bench, bench.toggle, "odfbw", {18, 32, 72, 123, 255}),
+            "1 1 2 12 2 1 1 \n1 .ooooo.\n1 oddddbo\n13 odfffbo\n1 odfwfbo\n1 obbwbbo\n1 .ooooo.");
+  bench.toggle.SetFocus();
+  EXPECT_EQ(Drawn(bench, bench.toggle, "ofwk", {18, 72, 255, 0}),
+            "1 1 1 1 12 1 1 1 1 \n1 .ooooooo.\n1 owwwwwwwo\n1 owkkkkkwo\n10 owkfffkwo\n2 owkfwfkwo\n"
+            "1 owkkkkkwo\n1 owwwwwwwo\n1 .ooooooo.");
+  bench.toggle.SetBackColor(Rgb(255, 255, 255));
+  EXPECT_EQ(Drawn(bench, bench.toggle, "ofwk", {46, 184, 255, 0}),
+            "1 1 1 1 12 1 1 1 1 \n1 .ooooooo.\n1 okkkkkkko\n1 okwwwwwko\n10 okwfffwko\n2 okwfkfwko\n"
+            "1 okwwwwwko\n1 okkkkkkko\n1 .ooooooo.");
+  bench.toggle.SetBackColor(Rgb(100, 100, 100));
+  bench.toggle.Widget()->resize(9, 9);
+  EXPECT_EQ(Drawn(bench, bench.toggle, "fwk", {100, 255, 0}),
+            "1 1 1 3 1 1 1 \n1 wwwwwww\n1 wkkkkkw\n1 wkfffkw\n3 wkfwfkw\n1 wkfffkw\n1 wkkkkkw\n1 wwwwwww");
+  bench.dial.SetFocus();
+  EXPECT_EQ(Drawn(bench, bench.toggle, "ofw", {40, 100, 255}),
+            "1 2 3 2 1 \n1 ooooo\n2 offfo\n3 ofwfo\n2 offfo\n1 ooooo");
+  bench.toggle.SetValue(false);
+  EXPECT_EQ(Drawn(bench, bench.toggle, "fk", {100, 15}), "1 7 1 \n1 fff\n7 fkf\n1 fff");
+  Press(bench.toggle.Widget(), {5, 6});
+  EXPECT_EQ(Drawn(bench, bench.toggle, "dk", {60, 15}), "1 7 1 \n1 ddd\n7 dkd\n1 ddd");
+  const std::string blank = Drawn(bench, bench.push, "f", {111});
+  bench.push.SetCaption("W");
+  EXPECT_NE(Drawn(bench, bench.push, "f", {111}), blank);
 }
 
-TEST(Controls, ShowWhereTheKeyboardIs) {
+TEST(HGlide, ShowsItsBarAndTheKeyboard) {
   Bench bench;
   while (!bench.TopWidget()->isActiveWindow()) QApplication::processEvents();
-  for (platform::Control* control : std::initializer_list<platform::Control*>{&bench.toggle, &bench.glide}) {
-    bench.push.SetFocus();
-    const QImage before = control->Widget()->grab().toImage();
-    control->SetFocus();
-    const QImage shown = control->Widget()->grab().toImage();
-    std::set<int> levels;
-    for (int y = 0; y < shown.height(); ++y)
-      for (int x = 0; x < shown.width(); ++x)
-        if (shown.pixel(x, y) != before.pixel(x, y)) levels.insert(qGray(shown.pixel(x, y)));
-    EXPECT_TRUE(levels.contains(0) && levels.contains(255)) << "a ring for any ground: " << control->Name();
-  }
+  bench.dial.SetFocus();
+  bench.glide.Widget()->resize(60, 12);
+  bench.glide.SetBackColor(0);
+  bench.glide.SetForeColor(Rgb(160, 160, 160));
+  bench.glide.SetHighlight(Rgb(200, 200, 200));
+  bench.glide.SetShadow(0);
+  bench.glide.SetRange(3);
+  bench.glide.SetPosition(1);
+  // A bar of 24 in a way of 32, its grip in the middle.
+  EXPECT_EQ(Drawn(bench, bench.glide, "kbolsfh", {0, 80, 40, 194, 104, 160, 217}),
+            "1 12 1 1 5 1 1 2 1 1 2 1 1 5 1 1 21 1 1 \n"
+            "1 .kkkkkkkkkkkkkkkkk.\n1 kkkkkkkkkkkkkkkkkbk\n1 kkkooooooooooookkbk\n1 kkolllllllllllsokbk\n"
+            "4 kkolfbhfbhfbhfsokbk\n1 kkossssssssssssokbk\n1 kkkooooooooooookkbk\n1 kbbbbbbbbbbbbbbbbbk\n"
+            "1 .kkkkkkkkkkkkkkkkk.");
+  bench.glide.SetFocus();
+  bench.glide.SetRange(0);
+  EXPECT_EQ(Drawn(bench, bench.glide, "kbofw", {0, 80, 16, 64, 255}),
+            "1 1 1 1 1 50 1 1 1 1 1 \n1 .kkkkkkkkk.\n1 kkkkkkkkkbk\n1 kkkoooookbk\n1 kkowwwwwobk\n"
+            "1 kkowkkkwobk\n2 kkowkfkwobk\n1 kkowkkkwobk\n1 kkowwwwwobk\n1 kkkoooookbk\n1 kbbbbbbbbbk\n"
+            "1 .kkkkkkkkk.");
 }
 
-TEST(VlButton, LightFallsOnItFromTheLeft) {
+TEST(DropDial, HasAnArrowOnItsButton) {
   Bench bench;
-  for (const bool pressed : {false, true}) {
-    if (pressed) Press(bench.push.Widget(), {5, 6});
-    const QImage look = bench.push.Widget()->grab().toImage();
-    int left = 0, right = 0;
-    for (int x = 0; x < 4; ++x) left += qGray(look.pixel(x, 11)), right += qGray(look.pixel(22 - x, 11));
-    EXPECT_EQ(left > right, !pressed) << left << ' ' << right;
-  }
+  const std::string arrow = Drawn(bench, bench.dial, "k", {0});
+  EXPECT_EQ(arrow.substr(arrow.find('\n')),
+            "\n7 .........\n1 .kkkkkkk.\n1 ..kkkkk..\n1 ...kkk...\n1 ....k....\n8 .........");
 }
 
 TEST(HGlide, ScrollComesFromTheUserAloneAndEachPositionOnce) {

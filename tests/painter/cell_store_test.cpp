@@ -17,8 +17,12 @@ TEST(CellStore, KeepsXRunningFastestThenYThenCell) {
 
 TEST(CellStore, IsRefusedWhereThereIsNoMemoryForIt) {
   EXPECT_FALSE(MakeCellStore({INT32_MAX, INT32_MAX}, INT32_MAX));
-  EXPECT_FALSE(MakeCellStore({-2, 5}, 3));
-  EXPECT_FALSE(MakeCellStore({5, 5}, -1));
+  EXPECT_FALSE(MakeCellStore({-1, 0}, 0) || MakeCellStore({0, -1}, 0) || MakeCellStore({0, 0}, -1));
+  EXPECT_TRUE(MakeCellStore({0, 0}, 0));
+  EXPECT_EQ(RefusalOfSize({0, 0}), "");
+  EXPECT_EQ(RefusalOfSize({-1, 0}), "The host gives its frames a size of -1 by 0. No frame can have that.");
+  EXPECT_NE(RefusalOfSize({0, -1}), "");
+  EXPECT_EQ(RollBytes(5), 10);
 }
 
 // After a retrieval that found too few frames the numbers are new and the store is old.

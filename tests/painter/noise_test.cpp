@@ -22,17 +22,6 @@ TEST(Noise, GivesTheSameValuesEverywhere) {
   EXPECT_EQ(At(38.375, 21.5, 0.625), -0.202966124f);
 }
 
-// Along the edges of the lattice too, where two of the three coordinates are whole.
-TEST(Noise, IsZeroAtLatticePointsAndNotBetweenThem) {
-  for (int cell = 0; cell < 200; ++cell) {
-    EXPECT_EQ(At(cell, 2 * cell, 7), 0);
-    float most = 0;
-    for (const double way : {0.25, 0.4, 0.5, 0.75})
-      most = std::max({most, std::fabs(At(cell + way, 3, 0)), std::fabs(At(5, cell + way, 1))});
-    EXPECT_GT(most, 0) << cell;
-  }
-}
-
 TEST(Noise, AnswersNonsense) {
   EXPECT_EQ(At(NAN, 0.5, 0.5), 0);
   EXPECT_EQ(At(0.5, INFINITY, 0.5), 0);
@@ -41,6 +30,8 @@ TEST(Noise, AnswersNonsense) {
 
 TEST(RandomSequence, IsUniformAndStartsTheSameEachTime) {
   UniformSequence first, second;
+  // The upper 24 of 64 bits, worked out apart; what a run draws must not change.
+  EXPECT_EQ(UniformSequence().Next(), 128855.0f / 16777216.0f);
   double sum = 0;
   int below_a_quarter = 0;
   for (int i = 0; i < 10000; ++i) {

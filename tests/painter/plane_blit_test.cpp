@@ -29,16 +29,17 @@ TEST(PlaneBlit, PacksUprightWithBlueLowestAndOpaque) {
                                                 0xff0468c8, 0xff0569c8, 0xff066ac8}));
 }
 
+// A pixel shows sample i * source / target of its row, cut to a whole number.
 TEST(PlaneBlit, FitsAnySizeAndKeepsToItsRows) {
-  const auto grown = Fit(2, 1, 4, 2, 5);
-  EXPECT_EQ(grown, (std::vector<std::uint32_t>{0xff0064c8, 0xff0064c8, 0xff0165c8, 0xff0165c8, 5,  //
-                                               0xff0064c8, 0xff0064c8, 0xff0165c8, 0xff0165c8, 5}));
-  const auto shrunk = Fit(6, 1, 2, 1, 2);
-  EXPECT_EQ(shrunk, (std::vector<std::uint32_t>{0xff0064c8, 0xff0367c8}));
-}
-
-TEST(PlaneBlit, LeavesAnEmptyTargetOrSource) {
-  EXPECT_EQ(Fit(0, 3, 2, 1, 2), (std::vector<std::uint32_t>{5, 5}));
+  using Pixels = std::vector<std::uint32_t>;
+  constexpr std::uint32_t p0 = 0xff0064c8, p1 = 0xff0165c8, p2 = 0xff0266c8, p3 = 0xff0367c8, p4 = 0xff0468c8;
+  EXPECT_EQ(Fit(2, 1, 4, 2, 5), (Pixels{p0, p0, p1, p1, 5, p0, p0, p1, p1, 5}));
+  EXPECT_EQ(Fit(1, 2, 2, 4, 2), (Pixels{p0, p0, p0, p0, p1, p1, p1, p1}));
+  EXPECT_EQ(Fit(6, 1, 2, 1, 2), (Pixels{p0, p3}));
+  EXPECT_EQ(Fit(6, 1, 4, 1, 4), (Pixels{p0, p1, p3, p4}));
+  EXPECT_EQ(Fit(3, 1, 4, 1, 4), (Pixels{p0, p0, p1, p2}));
+  EXPECT_EQ(Fit(1, 1, 1, 1, 2), (Pixels{p0, 5}));
+  EXPECT_EQ(Fit(0, 3, 2, 1, 2), (Pixels{5, 5}));
   EXPECT_TRUE(Fit(3, 3, 0, 0, 0).empty());
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
 #include <vector>
 
 namespace painter {
@@ -74,39 +76,46 @@ TEST(Thumbnails, AreNotToBeHadOfNothing) {
   EXPECT_FALSE(MeasureThumbnails(0, 480, 76));
   EXPECT_FALSE(MeasureThumbnails(640, 0, 76));
   EXPECT_FALSE(MeasureThumbnails(1, 10000, 76));
+  EXPECT_FALSE(MeasureThumbnails(640, 480, 0));
+  EXPECT_EQ(MeasureThumbnails(1, 1, 1)->width, 1);
   EXPECT_EQ(MeasureThumbnails(5, 2, 1)->width, 2);  // 2.5, to the even neighbour
 }
 
-TEST(Thumbnails, AreCutAtBothEdges) {
-  const auto thumb = MeasureThumbnails(8, 8, 8);
-  const Retrieval retrieval = Spelled(8, 8, 3);
-  Strip strip(13, 8);
-  DrawCellsStrip({*thumb, -5}, retrieval, 1, strip.Write());
-  EXPECT_EQ(strip.At(0, 0, 0), 5);    // cell 0 from its column 5 on
-  EXPECT_EQ(strip.At(0, 3, 0), 255);  // cell 1, the selected one, as a negative
-  EXPECT_EQ(strip.At(2, 3, 7), 255 - 10);
-  EXPECT_EQ(strip.At(2, 11, 0), 6);  // cell 2, its first two columns
-  EXPECT_EQ(strip.At(0, 12, 0), 1);
-  EXPECT_EQ(strip.At(0, 13, 0), 7);  // the column more than the strip has pixels
+/// White is '.', black '#', the cell below 'c', its negative 'n'; what wasn't drawn '-'.
+std::string Shown(const Strip& strip, int plane) {
+  std::string text;
+  for (int y = 0; y <= strip.shape.bottom; ++y, text += ' ')
+    for (int x = 0; x <= strip.shape.right; ++x) {
+      const int value = strip.At(plane, x, y);
+      const int known[] = {plane + 1, 254 - plane, 7, 0, 255};
+      text += "cn-#.?"[std::find(known, known + 5, value) - known];
+    }
+  return text;
 }
 
 TEST(Thumbnails, ShowBlankFramesWhiteAndMissingCellsCrossed) {
-  const auto thumb = MeasureThumbnails(8, 8, 8);
-  Retrieval retrieval = Spelled(8, 8, 2);
-  FilmRoll roll{{kBlankFrame, 1, 5, 0}};
-  Strip strip(40, 8);
-  for (int frame = 0; frame < 3; ++frame) DrawRollFrame({*thumb, 0}, retrieval, roll, frame, strip.Write());
-  EXPECT_EQ(strip.At(0, 0, 0), 255);
-  EXPECT_EQ(strip.At(2, 8, 0), 3);
-  EXPECT_EQ(strip.At(0, 16, 0), 0);  // the cross's arms
-  EXPECT_EQ(strip.At(1, 23, 7), 0);
-  EXPECT_EQ(strip.At(2, 23, 0), 0);
-  EXPECT_EQ(strip.At(0, 20, 0), 255);
-  EXPECT_EQ(strip.At(0, 24, 0), 7);  // frame 3 was not asked for
-  retrieval.FrameWidth = 9;          // the store no longer fits
-  DrawRollFrame({*thumb, 0}, retrieval, roll, 3, strip.Write());
-  EXPECT_EQ(strip.At(0, 24, 0), 0);
-  EXPECT_EQ(strip.At(0, 28, 0), 255);
+  // The host says three cells, of which the store has two.
+  Retrieval retrieval{4, 4, 3, std::move(*MakeCellStore({4, 4}, 2))};
+  const Planes all = CellPlanes(retrieval.cells, 0);
+  for (std::uint8_t value = 1; auto* plane : {all.red, all.green, all.blue}) std::fill_n(plane, 50, value++);
+  const FilmRoll roll{{kBlankFrame, 1, 5, 0}};
+  const auto thumb = *MeasureThumbnails(4, 4, 4);
+  Strip strip(15, 4), narrow(3, 4), cells(18, 4);
+  for (int frame = 0; frame < 3; ++frame) DrawRollFrame({thumb, -2}, retrieval, roll, frame, strip.Write());
+  for (const int offset : {-16, 15}) DrawRollFrame({thumb, offset}, retrieval, roll, 0, strip.Write());
+  DrawMissing({thumb, 0}, 0, narrow.Write());
+  DrawCellsStrip({*MeasureThumbnails(4, 2, 2), -3, 2}, retrieval, 1, cells.Write());
+  for (const int plane : {0, 1, 2}) {
+    EXPECT_EQ(Shown(strip, plane),
+              "..cccc#..#------ ..cccc.##.------ ..cccc.##.------ ..cccc#..#------ ---------------- ");
+    EXPECT_EQ(Shown(narrow, plane), "#..- .##- .##- #..- ---- ");
+    EXPECT_EQ(Shown(cells, plane),
+              "ccnnnnnnnn#......#- ccnnnnnnnn..#..#..- ccnnnnnnnn...##...- "
+              "ccnnnnnnnn#......#- ------------------- ");
+  }
+  retrieval.FrameWidth = 9;  // the store no longer fits
+  DrawRollFrame({thumb, -12}, retrieval, roll, 3, narrow.Write());
+  EXPECT_EQ(Shown(narrow, 0), "#..- .##- .##- #..- ---- ");
 }
 
 TEST(Thumbnails, OnlyThoseThatTouchTheStripAreVisited) {

@@ -104,7 +104,6 @@ class GlideWidget : public QAbstractSlider {
     const int notches = wheel_ / kWheelNotch;
     wheel_ -= notches * kWheelNotch;
     StepBy(-notches);
-    event->accept();
   }
 
   void keyPressEvent(QKeyEvent* event) override {

@@ -52,7 +52,7 @@ class DropSlider : public QSlider {
   // The handle goes where the pointer is, from the first press on: the slider is there for a quick choice.
   void mousePressEvent(QMouseEvent* event) override { Follow(*event); }
   void mouseMoveEvent(QMouseEvent* event) override { Follow(*event); }
-  void mouseReleaseEvent(QMouseEvent*) override { setSliderDown(false); }
+  void mouseReleaseEvent(QMouseEvent*) override {}
 
  private:
   int Path() const { return width() - kHandleWidth; }

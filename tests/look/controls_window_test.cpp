@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QScreen>
+#include <QSlider>
 #include <string>
 #include <vector>
 
@@ -117,13 +118,9 @@ std::vector<std::string> Folded(const std::vector<std::string>& lines, std::vect
   return folded;
 }
 
-/// A control of the bench on a ground of 10, by its greys: the letter of each, a point for any other. Columns
-/// that repeat stand there once, as do rows: their widths in the first line, the heights before the rows.
-std::string Drawn(Bench& bench, const platform::Control& control, const std::string& letters,
-                  const std::vector<int>& greys, bool hovered = false) {
-  bench.SetBackColor(Rgb(10, 10, 10));
-  control.Widget()->setAttribute(Qt::WA_UnderMouse, hovered);
-  const QImage image = bench.ContainerWidget()->grab(control.Widget()->geometry()).toImage();
+/// An image by its greys: the letter of each, a point for any other. Columns that repeat stand there once, as
+/// do rows: their widths in the first line, the heights before the rows.
+std::string Drawn(const QImage& image, const std::string& letters, const std::vector<int>& greys) {
   std::vector<std::string> columns(static_cast<std::size_t>(image.width()));
   for (int x = 0; x < image.width(); ++x)
     for (int y = 0; y < image.height(); ++y) {
@@ -139,6 +136,14 @@ std::string Drawn(Bench& bench, const platform::Control& control, const std::str
   for (const int width : widths) text += std::to_string(width) + " ";
   for (std::size_t i = 0; i < folded.size(); ++i) text += "\n" + std::to_string(heights[i]) + " " + folded[i];
   return text;
+}
+
+/// A control of the bench, on a ground of 10.
+std::string Drawn(Bench& bench, const platform::Control& control, const std::string& letters,
+                  const std::vector<int>& greys, bool hovered = false) {
+  bench.SetBackColor(Rgb(10, 10, 10));
+  control.Widget()->setAttribute(Qt::WA_UnderMouse, hovered);
+  return Drawn(bench.ContainerWidget()->grab(control.Widget()->geometry()).toImage(), letters, greys);
 }
 
 /// An even fill of 100, highlight 200, shadow 0.
@@ -209,6 +214,26 @@ TEST(VlButton, EachStateLooksAsItIs) {
   EXPECT_NE(Drawn(bench, bench.push, "f", {111}), blank);
 }
 
+TEST(VlButton, ClicksOnWhileItIsHeld) {
+  Bench bench;
+  bench.push.SetRepeats(true);
+  Press(bench.push.Widget(), {5, 6});
+  while (bench.seen.size() < 2) QApplication::processEvents();
+  EXPECT_EQ(bench.seen[1], "click");
+}
+
+/// One and a half of the screen's pixels to each of the design's: the lines stay one pixel wide.
+TEST(CanvasOnAFractionalScale, AButtonHasSharpEdges) {
+  Bench bench;
+  if (bench.TopWidget()->devicePixelRatioF() != 1.5) GTEST_SKIP();
+  DressPlainly(bench.push);
+  bench.push.Widget()->resize(20, 18);
+  GiveDot(bench.push);
+  EXPECT_EQ(Drawn(bench, bench.push, "olfsw", {25, 185, 100, 65, 255}),
+            "1 1 10 6 10 1 1 \n1 .ooooo.\n1 ollllso\n10 olfffso\n3 olfwfso\n10 olfffso\n1 ossssso\n"
+            "1 .ooooo.");
+}
+
 TEST(HGlide, ShowsItsBarAndTheKeyboard) {
   Bench bench;
   while (!bench.TopWidget()->isActiveWindow()) QApplication::processEvents();
@@ -244,6 +269,7 @@ TEST(DropDial, HasAnArrowOnItsButton) {
 TEST(HGlide, ScrollComesFromTheUserAloneAndEachPositionOnce) {
   Bench bench;
   HGlide& glide = bench.glide;
+  EXPECT_EQ(std::pair(glide.Range(), glide.Position()), std::pair(0, 0));
   glide.SetRange(10);
   glide.SetPosition(99);
   EXPECT_EQ(glide.Position(), 10);
@@ -286,10 +312,11 @@ TEST(HGlide, BarFollowsThePointerAndAPressBesideItPages) {
   QWidget* widget = bench.glide.Widget();
   // The trough is 396 pixels between its edges, the bar 99: its middle stands at 51.
   Press(widget, {51, 9});
-  DragTo(widget, {51 + 60, 9});
+  // Half way from 1 to 2, of a way of 297.
+  DragTo(widget, {51 + 148, 9});
   EXPECT_EQ(bench.Seen(), Texts{"at 1"});
-  DragTo(widget, {51 + 61, 9});
-  EXPECT_EQ(bench.Seen(), Texts{});
+  DragTo(widget, {51 + 149, 9});
+  EXPECT_EQ(bench.Seen(), Texts{"at 2"});
   DragTo(widget, {4000, 9});
   EXPECT_EQ(bench.Seen(), Texts{"at 3"});
   Release(widget, {4000, 9});
@@ -299,11 +326,12 @@ TEST(HGlide, BarFollowsThePointerAndAPressBesideItPages) {
   Release(widget, {20, 9});
   EXPECT_EQ(bench.Seen(), Texts{"at 2"});
   // Held, it pages on until the bar is under the pointer.
+  bench.glide.SetPosition(3);
   Press(widget, {120, 9});
+  while (bench.seen.size() < 2) QApplication::processEvents();
   QElapsedTimer clock;
-  for (clock.start(); bench.seen.empty() && clock.elapsed() < 5000;) QApplication::processEvents();
-  for (clock.restart(); clock.elapsed() < 200;) QApplication::processEvents();
-  EXPECT_EQ(bench.Seen(), Texts{"at 1"});
+  for (clock.start(); clock.elapsed() < 200;) QApplication::processEvents();
+  EXPECT_EQ(bench.Seen(), (Texts{"at 2", "at 1"}));
   Release(widget, {120, 9});
 }
 
@@ -330,14 +358,21 @@ TEST(DropDial, ValueStaysWithinItsBounds) {
 
 TEST(DropDial, SliderDropsDownAndChooses) {
   Bench bench;
+  bench.dial.SetAccessibleName("Amount");
   Press(bench.dial.Widget(), {46, 9}, Qt::RightButton);
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   Press(bench.dial.Widget(), {46, 9});
   QWidget* panel = QApplication::activePopupWidget();
   ASSERT_NE(panel, nullptr);
   QWidget* slider = panel->focusProxy();
+  EXPECT_EQ(slider->accessibleName(), "Amount");
   Key(slider, Qt::Key_Right);
   EXPECT_EQ(bench.dial.value(), 5);
+  Key(slider, Qt::Key_PageUp);
+  EXPECT_EQ(bench.dial.value(), 7) << "an eighth of the way";
+  // 72.5 of 139 pixels of 19 steps.
+  Press(slider, {78, 11});
+  EXPECT_EQ(bench.dial.value(), 11);
   Press(slider, {149, 11});
   EXPECT_EQ(bench.dial.value(), 20);
   DragTo(slider, {-50, 11});
@@ -348,6 +383,25 @@ TEST(DropDial, SliderDropsDownAndChooses) {
   Key(slider, Qt::Key_Escape);
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   EXPECT_EQ(bench.dial.value(), 2);
+  // By key, on from what has been typed; Enter closes it too.
+  Key(bench.dial.Widget(), Qt::Key_A, Qt::ControlModifier);
+  Key(bench.dial.Widget(), Qt::Key_9, Qt::NoModifier, "9");
+  Key(bench.dial.Widget(), Qt::Key_F4);
+  ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+  slider = QApplication::activePopupWidget()->focusProxy();
+  Key(slider, Qt::Key_Left);
+  EXPECT_EQ(bench.dial.value(), 8);
+  Key(slider, Qt::Key_Return);
+  Key(bench.dial.Widget(), Qt::Key_Down);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  Key(bench.dial.Widget(), Qt::Key_Down, Qt::AltModifier);
+  ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+  slider = QApplication::activePopupWidget()->focusProxy();
+  EXPECT_EQ(static_cast<QSlider*>(slider)->value(), 7);
+  slider->setAttribute(Qt::WA_UnderMouse, false);
+  // The handle's upper edge, 11 pixels less its corners, at 6 of 19 steps: 44 pixels from the left.
+  EXPECT_EQ(Drawn(slider->grab(QRect(0, 0, 150, 1)).toImage(), "o", {72}), "45 9 96 \n1 .o.");
+  Key(slider, Qt::Key_Enter);
 
   // At the screen's lower edge it drops up.
   QWidget* window = bench.dial.Widget()->window();

@@ -55,6 +55,7 @@ class Bench : public platform::Window {
       button->SetGradient(1.0);
     }
     picture.SetBackColor(kOwn);
+    check.SetBackColor(kOwn);
     rule.SetForeColor(kOwn);
   }
 
@@ -107,6 +108,7 @@ TEST_F(Prefs, DressesEachKindByTheSettings) {
       "Shine_Color=11\nShadow_Color=12\nButton_Fill_Color=13\nScroll_Fill_Color=14\nScroll_Bar_Color=15\n"
       "Textbox_Fill_Color=16\nTextbox_Text_Color=17\nSpecial_Backdrop_Color=18\nSpecial_Setting_Color=19\n");
   Bench bench;
+  bench.SetBackColor(kOwn);
   form1.Hold().PrefsCallback(bench);
   constexpr Color kBackdrop = Rgb(143, 149, 158);
   EXPECT_EQ(bench.BackColor(), kBackdrop);
@@ -138,6 +140,7 @@ TEST_F(Prefs, PaintersTwinLeavesButtonsAndTheMouthPreviewAlone) {
   Store("Shine_Color=11\nButton_Fill_Color=13\nScroll_Fill_Color=14\nTextbox_Text_Color=17\n");
   Bench bench;
   form1.Hold().Picture1.SetBackColor(kOwn);
+  bench.SetBackColor(kOwn);
   painter::frame_painter.Hold().PrefsCallback(bench);
   EXPECT_EQ(bench.BackColor(), Rgb(143, 149, 158));
   EXPECT_EQ(bench.plain.BackColor(), kOwn);

@@ -81,6 +81,8 @@ TEST(Launch, CopiesBothFramesOfTwoAndAsksForALength) {
   EXPECT_EQ(CellPlanes(retrieval.cells, 1).blue[0], 12);
   EXPECT_TRUE(fp_options.Hold().Visible());
   EXPECT_EQ(fp_options->Text1.Text(), "30");
+  support::Key(fp_options->Text1.Widget(), Qt::Key_7, Qt::NoModifier, "7");
+  EXPECT_EQ(fp_options->Text1.Text(), "7") << "in place of the proposal";
 }
 
 TEST(Launch, ProposesTheSoundsLengthCutToWholeFrames) {

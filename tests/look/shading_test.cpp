@@ -14,10 +14,6 @@ TEST(Shading, BrightensEachPartAndStopsAtWhite) {
   EXPECT_EQ(Scaled(Rgb(100, 200, 10), 1.2), Rgb(120, 240, 12));
   EXPECT_EQ(Scaled(Rgb(250, 200, 0), 1.3), Rgb(255, 255, 0));
   EXPECT_EQ(Scaled(Rgb(100, 50, 200), -1), kBlack);
-  EXPECT_EQ(FillShades(Rgb(100, 100, 100), 1.5, Height::Raised),
-            (Shades{Rgb(150, 150, 150), Rgb(100, 100, 100)}));
-  EXPECT_EQ(FillShades(Rgb(100, 100, 100), 1.5, Height::Sunken),
-            (Shades{Rgb(72, 72, 72), Rgb(108, 108, 108)}));
   EXPECT_EQ(Mix(Rgb(0, 100, 200), Rgb(200, 100, 0), 0.25), Rgb(50, 100, 150));
 }
 

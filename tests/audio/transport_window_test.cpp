@@ -106,9 +106,9 @@ class TransportWindow : public testing::Test {
 
   void Tick(double at) {
     now = at;
-    form.Timer1_Timer();
+    form.Timer1.Tick();
   }
-  void Press(float x) { form.Picture2_MouseDown(1, 0, x, 30); }
+  void Press(float x) { form.Picture2.MouseDown(1, 0, x, 30); }
   bool Running() { return form.Timer1.Enabled() && form.Line1.Visible(); }
   bool Idle() { return !form.Timer1.Enabled() && !form.Line1.Visible(); }
 
@@ -134,7 +134,7 @@ TEST_F(TransportWindow, AWholeRunWalksTheRowsAndLeadsTheHost) {
   form.Grid1.SetRow(5);
   Take();
 
-  form.vl_button1_Click();
+  form.vl_button1.Click();
   EXPECT_EQ(form.Grid1.Row(), 0);
   EXPECT_EQ(form.Line1.X1(), 0);
   EXPECT_TRUE(Running());
@@ -168,7 +168,7 @@ TEST_F(TransportWindow, AWholeRunWalksTheRowsAndLeadsTheHost) {
 TEST_F(TransportWindow, RowsOnlyMoveForwardAndWithTheLockReleasedTheHostStays) {
   Load(16000);
   form.vl_button18.SetValue(false);
-  form.vl_button1_Click();
+  form.vl_button1.Click();
   Tick(1000.25);
   EXPECT_EQ(form.Grid1.Row(), 3);
   EXPECT_THAT(Take(), ElementsAre("play voice.wav", "count", "count"));
@@ -182,21 +182,21 @@ TEST_F(TransportWindow, RowsOnlyMoveForwardAndWithTheLockReleasedTheHostStays) {
 
 TEST_F(TransportWindow, ASecondPressStartsAnewAndStopEndsTheRun) {
   Load(16000);
-  form.vl_button1_Click();
+  form.vl_button1.Click();
   Tick(1001.5);
-  form.vl_button1_Click();
+  form.vl_button1.Click();
   EXPECT_EQ(form.Grid1.Row(), 0);
   Tick(1001.75);
-  form.vl_button5_Click();
+  form.vl_button5.Click();
   EXPECT_TRUE(Idle());
   EXPECT_EQ(form.Grid1.Row(), 3);
-  form.vl_button5_Click();
+  form.vl_button5.Click();
   EXPECT_THAT(TakeSounds(), ElementsAre("play voice.wav", "play voice.wav", "stop", "stop"));
 }
 
 TEST_F(TransportWindow, AHostThatFailsCostsTheTickButNotTheRun) {
   Load(16000);
-  form.vl_button1_Click();
+  form.vl_button1.Click();
   host_failure = "vel_GetTotalFrames";
   Tick(1000.25);
   host_failure.clear();
@@ -206,7 +206,7 @@ TEST_F(TransportWindow, AHostThatFailsCostsTheTickButNotTheRun) {
 }
 
 TEST_F(TransportWindow, WithoutASoundTheCursorOnlyFlashes) {
-  form.vl_button1_Click();
+  form.vl_button1.Click();
   Tick(now);
   EXPECT_TRUE(Running());
   Tick(1000.03125);
@@ -216,7 +216,7 @@ TEST_F(TransportWindow, WithoutASoundTheCursorOnlyFlashes) {
 
 TEST_F(TransportWindow, AShorterSoundLoadedMeanwhileEndsTheRunAtItsOwnEnd) {
   Load(16000);
-  form.vl_button1_Click();
+  form.vl_button1.Click();
   Tick(1000.25);
   Load(4000, "short.wav");
   Tick(1000.25);
@@ -234,7 +234,7 @@ TEST_F(TransportWindow, TheCurrentFramePlaysAsOneChannelInTheFormOfTheFile) {
   form.Grid1.SetRows(4);
   form.Grid1.SetRow(2);
   Take();
-  form.vl_button2_Click();
+  form.vl_button2.Click();
   EXPECT_THAT(Take(), ElementsAre("slice 332+333", "close 7"));
   const platform::WaveFormatEx& format = output.format;
   EXPECT_THAT((std::vector<std::uint32_t>{format.wFormatTag, format.nChannels, format.nSamplesPerSec,
@@ -244,16 +244,16 @@ TEST_F(TransportWindow, TheCurrentFramePlaysAsOneChannelInTheFormOfTheFile) {
 
 TEST_F(TransportWindow, NothingPlaysOnTheHeaderRowWithoutFramesOrWithoutADevice) {
   Load(16000);
-  form.vl_button2_Click();
+  form.vl_button2.Click();
   EXPECT_THAT(Take(), IsEmpty());
   form.Grid1.SetRow(1);
   output.has_device = false;
   Take();
-  form.vl_button2_Click();
+  form.vl_button2.Click();
   EXPECT_THAT(Take(), ElementsAre("close 0"));
   Load(100);  // 0.15 frames
   EXPECT_EQ(form.Grid1.Rows(), 1);
-  form.vl_button2_Click();
+  form.vl_button2.Click();
   EXPECT_THAT(Take(), IsEmpty());
 }
 
@@ -262,7 +262,7 @@ TEST_F(TransportWindow, ASignalEndsASliceThatLastsTooLong) {
   form.Grid1.SetRow(3);
   output.signal_instead = SIGTERM;
   const platform::EndsWatched watched;
-  EXPECT_EXIT(form.vl_button2_Click(), testing::KilledBySignal(SIGTERM), "ended by a signal");
+  EXPECT_EXIT(form.vl_button2.Click(), testing::KilledBySignal(SIGTERM), "ended by a signal");
 }
 
 TEST_F(TransportWindow, APressSelectsShowsAndSoundsItsFrameOnce) {
@@ -304,11 +304,11 @@ TEST_F(TransportWindow, ADragSoundsEachNewFrameAndStopsAtTheSheetsEnds) {
   Load(20000);
   std::vector<int> rows;
   for (const float x : {0.0F, 100.0F, 101.0F, 9000.0F, 9001.0F, -50.0F}) {
-    form.Picture2_MouseMove(1, 0, x, 30);
+    form.Picture2.MouseMove(1, 0, x, 30);
     rows.push_back(form.Grid1.Row());
   }
-  form.Picture2_MouseMove(0, 0, 300, 30);
-  form.Picture2_MouseMove(3, 0, 300, 30);
+  form.Picture2.MouseMove(0, 0, 300, 30);
+  form.Picture2.MouseMove(3, 0, 300, 30);
   rows.push_back(form.Grid1.Row());
   EXPECT_THAT(rows, ElementsAre(1, 6, 6, 30, 30, 1, 1));
   // Frame 0 is where the last scrub stands at first, so it is silent then.
@@ -321,7 +321,7 @@ TEST_F(TransportWindow, APressGivesTheGridTheFocusOnlyOverASound) {
   EXPECT_TRUE(form.List1.HasFocus()) << "no sound";
   Load(20000);
   form.List1.SetFocus();
-  form.Picture2_MouseDown(2, 0, 171, 30);
+  form.Picture2.MouseDown(2, 0, 171, 30);
   EXPECT_TRUE(form.Grid1.HasFocus());
   EXPECT_EQ(form.Grid1.Row(), 0) << "the right button does nothing else";
 }

@@ -23,10 +23,10 @@ class WaveFile : public testing::Test {
  protected:
   void Open(const std::string& bytes) {
     desk.files.paths = {support::WriteScratch("voice.wav", bytes)};
-    form.OpenWave_Click();
+    form.OpenWave.Click();
   }
   std::vector<std::string> Info() {
-    form.Sampleinfo_Click();
+    form.Sampleinfo.Click();
     return {form2->Text1.Text(), form2->Text2.Text(), form2->Text3.Text(),
             form2->Text4.Text(), form2->Text5.Text(), form2->Text6.Text()};
   }
@@ -67,8 +67,8 @@ TEST_F(WaveFile, ADepthThatGivesNoRowsIsTold) {
   EXPECT_THAT(desk.messages.shown[0].text, HasSubstr("24 bits per sample"));
   const std::string sheet = support::ScratchFolder() + "/deep.exp";
   desk.files.paths = {sheet, sheet};
-  form.MenuSave_Click();
-  form.MenuOpen_Click();
+  form.MenuSave.Click();
+  form.MenuOpen.Click();
   ASSERT_EQ(desk.messages.shown.size(), 2u);
   EXPECT_EQ(desk.messages.shown[1].text, desk.messages.shown[0].text);
   std::string floats = support::WaveBytes(32, 1000, std::string(8000, 'a'));
@@ -108,7 +108,7 @@ TEST_F(WaveFile, TheRecorderIsStartedByNameWithoutArguments) {
   const std::string ended = support::ScratchFolder() + "/ended";
   std::filesystem::permissions(name, std::filesystem::perms::owner_all);
   // The working folder is the host's, which is searched too.
-  form.RecordAudio_Click();
+  form.RecordAudio.Click();
   for (int i = 0; i < 5000 && !std::filesystem::exists(ended); ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   EXPECT_EQ(support::ReadWhole(ended), "0\n");

@@ -41,12 +41,12 @@ class SheetFile : public testing::Test {
  protected:
   void Open(const std::string& bytes) {
     desk.files.paths = {support::WriteScratch("sheet.exp", bytes)};
-    form.MenuOpen_Click();
+    form.MenuOpen.Click();
   }
   /// What then stands in a file of this name.
   std::string Saved(const std::string& name) {
     desk.files.paths = {support::ScratchFolder() + "/" + name};
-    form.MenuSave_Click();
+    form.MenuSave.Click();
     return support::ReadWhole(support::ScratchFolder() + "/" + name);
   }
   Fields Cells() const {
@@ -142,10 +142,10 @@ TEST_F(SheetFile, ARefusedWaveFileLeavesTheOldSound) {
 TEST_F(SheetFile, CancelAndAFileThatCantBeOpenedChangeNothing) {
   Open(Joined(SmallSheet(ThreeSeconds())));
   desk.files.paths = {"", "", support::ScratchFolder() + "/none.exp"};
-  form.MenuOpen_Click();
-  form.MenuSave_Click();
+  form.MenuOpen.Click();
+  form.MenuSave.Click();
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
-  form.MenuOpen_Click();
+  form.MenuOpen.Click();
   form.Grid1.SetRow(1);
   Saved("none/sheet.exp");
   EXPECT_THAT(desk.messages.Texts(), ElementsAre("Can't read file", "Can't open file"));
@@ -182,7 +182,7 @@ TEST_F(SheetFile, WhatIsNoSheetAtAllChangesNothing) {
   };
   for (const auto& c : cases) {
     desk.files.paths = {support::WriteScratch("letter.txt", c.text)};
-    form.MenuOpen_Click();
+    form.MenuOpen.Click();
     EXPECT_THAT(desk.messages.shown.back().text,
                 AllOf(HasSubstr("letter.txt is no exposure sheet"), HasSubstr(c.reason)));
     EXPECT_EQ(form3->Text7.Text(), "2");
@@ -256,7 +256,7 @@ TEST_F(SheetFile, ARescuedSheetIsAnOrdinaryOne) {
   lines[1] = "2";
   support::WriteScratch("rescued.exp", Joined(lines));
   desk.files.paths = {folder + "rescued.exp"};
-  form.MenuOpen_Click();
+  form.MenuOpen.Click();
   EXPECT_EQ(Saved("again.exp"), Joined(lines));
   EXPECT_THAT(form.RescueSheet(), HasSubstr("is saved in " + folder + "again.exp"));
 }

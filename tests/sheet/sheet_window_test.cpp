@@ -110,14 +110,14 @@ TEST_F(SheetGrid, KeepsTextsOnTheirRowsAndEmptiesTheCopy) {
   Build();
   grid.SetRow(4);
   form.List1.SetListIndex(2);
-  form.List1_Click();
+  form.List1.Click();
   grid.SetRow(1);
   ASSERT_EQ(sheet::SheetCells.Text(3, 1), "B ");
   desk.messages.answers = {platform::Answer::No, platform::Answer::Yes};
   desk.host->Take();
   form.ChooseRate("3");
   EXPECT_THAT(Column(form, 0), ElementsAre("Frame", "0", "1", "2"));
-  form.ChooseRate("12");
+  form.twelvefps.Click();
   EXPECT_EQ(grid.Rows(), 13);
   EXPECT_EQ(grid.TextMatrix(4, 1), "") << "a row cut off must not come back";
   EXPECT_EQ(sheet::SheetCells.Text(3, 1), "");
@@ -150,13 +150,13 @@ TEST_F(SheetGrid, RefusesAnItemsRateBeforeAnythingHearsOfIt) {
   PutSound(500'000);
   audio::LoadedSound().WaveFormat.nSamplesPerSec = 1;
   desk.host->Take();
-  form.ChooseRate("30");
+  form.thirtyfps.Click();
   EXPECT_THAT(desk.messages.Texts(),
               ElementsAre("A frame rate of 30 gives more than the 10000000 rows that a sheet can have."));
 #ifndef __SANITIZE_ADDRESS__
   const rlimit limit{1u << 30, 1u << 30};
   ASSERT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
-  form.ChooseRate("15");
+  form.fifteenfps.Click();
   EXPECT_EQ(desk.messages.Texts().back(), "There isn't enough memory for a sheet of 7500001 rows.");
   EXPECT_EQ(grid.Rows(), 1);
 #endif
@@ -166,22 +166,22 @@ TEST_F(SheetGrid, RefusesAnItemsRateBeforeAnythingHearsOfIt) {
 
 TEST_F(SheetGrid, TakesShapesInTheCurrentRowOnly) {
   form.List1.SetListIndex(1);
-  form.List1_Click();
+  form.List1.Click();
   EXPECT_EQ(grid.TextMatrix(0, 2), "Comment") << "the header row takes no shape";
   Build();
   Go(2, 2);
-  form.List1_Click();
+  form.List1.Click();
   EXPECT_THAT(Column(form, 1), ElementsAre("Shape", "", "A ", "", ""));
   EXPECT_EQ(grid.Col(), 1);
   EXPECT_EQ(sheet::SheetCells.Text(1, 1), "A ");
   form.List1.SetListIndex(0);
-  form.List1_Click();
+  form.List1.Click();
   EXPECT_EQ(grid.TextMatrix(2, 1), "") << "None means no shape";
   EXPECT_EQ(sheet::SheetCells.Text(1, 1), "");
   for (const int col : {0, 1, 2}) {
     Go(1, col);
     grid.SetText("text");
-    form.Grid1_KeyUp(platform::Grid::kDeleteKey, 0);
+    form.Grid1.KeyUp(platform::Grid::kDeleteKey, 0);
     EXPECT_EQ(grid.Text(), col == 1 ? "" : "text") << "only a shape is deleted";
     EXPECT_EQ(sheet::SheetCells.Text(0, col), grid.Text());
   }
@@ -190,7 +190,7 @@ TEST_F(SheetGrid, TakesShapesInTheCurrentRowOnly) {
 TEST_F(SheetGrid, TakesCommentsTypedOverTheirCellAndRecordsThemWhenItIsLeft) {
   Build();
   grid.SetRow(3);
-  form.Grid1_Click();
+  form.Grid1.Click();
   ASSERT_TRUE(form.Text2.Visible());
   // 514 of the grid less the two columns of 64 and the scroll bar's 16; the third row under a header.
   EXPECT_EQ(form.Text2.Width(), 654 - 284);
@@ -204,13 +204,13 @@ TEST_F(SheetGrid, TakesCommentsTypedOverTheirCellAndRecordsThemWhenItIsLeft) {
   grid.SetRow(1);
   EXPECT_EQ(sheet::SheetCells.Text(2, 2), "smile");
   grid.SetText(std::string(40'000, 'x'));
-  form.Grid1_Click();
+  form.Grid1.Click();
   EXPECT_EQ(grid.Text().size(), 40'000U) << "opening the editor changes nothing";
   grid.SetCol(1);
-  form.Grid1_Click();
+  form.Grid1.Click();
   EXPECT_FALSE(form.Text2.Visible()) << "only comments have an editor";
   Go(0, 2);
-  form.Grid1_Click();
+  form.Grid1.Click();
   form.Text2.SetText("title");
   EXPECT_EQ(grid.TextMatrix(0, 2), "title");
   form.SetupGrid();
@@ -220,11 +220,11 @@ TEST_F(SheetGrid, TakesCommentsTypedOverTheirCellAndRecordsThemWhenItIsLeft) {
 TEST_F(SheetGrid, HasTheCommentEditorOverItsCellOrNotAtAll) {
   Build(25'000);
   grid.SetRow(3);
-  form.Grid1_Click();
+  form.Grid1.Click();
   static_cast<QAbstractItemView*>(grid.Widget())->verticalScrollBar()->setValue(80);
   EXPECT_FALSE(form.Text2.Visible());
   EXPECT_TRUE(grid.HasFocus()) << "the space bar would press a button";
-  form.Grid1_Click();
+  form.Grid1.Click();
   EXPECT_TRUE(form.Text2.Visible());
   EXPECT_GT(form.Text2.Top(), grid.Top()) << "the row was scrolled away";
   form.ResizeClient(800, 400);
@@ -233,7 +233,7 @@ TEST_F(SheetGrid, HasTheCommentEditorOverItsCellOrNotAtAll) {
 }
 
 TEST_F(SheetGrid, ClosesTheRateDialogAndThenEveryWindowWithoutAQuestion) {
-  form.SetFPS_Click();
+  form.SetFPS.Click();
   for (const bool by_key : {true, false}) {
     form3->Show();
     form3->Text7.SetText("7");
@@ -245,7 +245,7 @@ TEST_F(SheetGrid, ClosesTheRateDialogAndThenEveryWindowWithoutAQuestion) {
   form4->MouthPicture(1);
   form5->MouthPicture(1);
   desk.host->Take();
-  form.QuitMouth_Click();
+  form.QuitMouth.Click();
   EXPECT_EQ(platform::LoadedWindowCount(), 0);
   EXPECT_EQ(form1.IfLoaded(), nullptr);
   EXPECT_EQ(form3.IfLoaded(), nullptr);

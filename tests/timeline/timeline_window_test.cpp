@@ -53,7 +53,7 @@ class Timeline : public testing::Test {
     form.Grid1.SetText(shape);
   }
 
-  void Drag(float x, float y) { form.Picture4_MouseMove(1, 0, x, y); }
+  void Drag(float x, float y) { form.Picture4.MouseMove(1, 0, x, y); }
   int Value(int frame, int channel = 0) { return timeline::Tracks().VelocityValues.At(frame, channel); }
 
   support::Desk desk;
@@ -73,19 +73,19 @@ TEST_F(Timeline, TellsTheHostOnceForEachPaintWav) {
   EXPECT_EQ(desk.host->Take(), Moves(4)) << "a row";
   form.Grid1.SetCol(1);
   EXPECT_EQ(desk.host->Take(), Moves(4)) << "a column";
-  form.vl_button4_Click();
+  form.vl_button4.Click();
   EXPECT_THAT(desk.host->Take(), IsEmpty()) << "no zoom below 100";
-  form.vl_button3_Click();
+  form.vl_button3.Click();
   EXPECT_EQ(desk.host->Take(), Moves(4)) << "zoom in";
-  form.vl_button4_Click();
+  form.vl_button4.Click();
   EXPECT_EQ(desk.host->Take(), Moves(4)) << "zoom out";
-  form.MYCartoon_Click();
+  form.MYCartoon.Click();
   EXPECT_EQ(desk.host->Take(), Moves(4)) << "mouth set";
   form.Form_Resize();
   EXPECT_EQ(desk.host->Take(), Moves(4, 2)) << "resize: the column goes to 2, then the repaint";
   form.Form_Resize();
   EXPECT_EQ(desk.host->Take(), Moves(4)) << "resize with column 2 current";
-  form.HScroll1_Change();
+  form.HScroll1.Change();
   form.PaintVelocity();
   form.PaintMouth();
   EXPECT_THAT(desk.host->Take(), IsEmpty());
@@ -99,16 +99,16 @@ TEST_F(Timeline, TellsTheHostOnceForEachPaintWav) {
 
 TEST_F(Timeline, APressOnTheWaveformMovesTheHostByTheRowAndByTheRepaint) {
   PutSound(2500);
-  form.Picture2_MouseDown(1, 0, 0, 30);  // frame 0, the one that a fresh start takes for heard
+  form.Picture2.MouseDown(1, 0, 0, 30);  // frame 0, the one that a fresh start takes for heard
   EXPECT_EQ(desk.host->Take(), Moves(0, 2));
-  form.Picture2_MouseDown(1, 0, 5, 30);
+  form.Picture2.MouseDown(1, 0, 5, 30);
   EXPECT_EQ(desk.host->Take(), Moves(0)) << "the row stays, the repaint comes all the same";
 }
 
 TEST_F(Timeline, ARateChangeWalksTheHostThroughTheRows) {
   PutSound(2500);
   desk.messages.answers = {platform::Answer::Yes};
-  form.ChooseRate("24");
+  form.twentyfourfps.Click();
   auto calls = Moves(-1, 1, {"vel_SetFrameRate(24d)"});  // column 0, on the header row
   for (int row = 1; row <= 48; ++row) calls = Moves(row - 1, 1, calls);
   calls = Moves(47, 13, calls);  // the host has 48 frames for 60 rows, then the repaint
@@ -116,23 +116,29 @@ TEST_F(Timeline, ARateChangeWalksTheHostThroughTheRows) {
 }
 
 TEST_F(Timeline, IsLaidOutByTheWindowsSizeUntilItIsTooSmall) {
-  for (const auto& [width, height] : {std::pair{800, 500}, {299, 500}, {800, 187}}) {
-    form.ResizeClient(width, height);
+  const struct {
+    int width, height, timeline, grid, list;
+  } sizes[] = {{300, 188, 160, 6, 22},
+               {800, 500, 660, 318, 334},
+               {299, 500, 660, 318, 334},
+               {800, 187, 660, 318, 334}};
+  for (const auto& size : sizes) {
+    form.ResizeClient(size.width, size.height);
     support::HandleEvents();
     for (const platform::Control* control : std::initializer_list<const platform::Control*>{
              &form.Picture3, &form.Picture2, &form.Picture4, &form.HScroll1, &form.Grid1})
-      EXPECT_EQ(control->Width(), 660) << control->Name();
-    EXPECT_EQ(form.Grid1.Height(), 318);
-    EXPECT_EQ(form.List1.Height(), 334);
-    EXPECT_EQ(form.Grid1.ColWidth(2), 516 * 15);
+      EXPECT_EQ(control->Width(), size.timeline) << control->Name();
+    EXPECT_EQ(form.Grid1.Height(), size.grid);
+    EXPECT_EQ(form.List1.Height(), size.list);
   }
+  EXPECT_EQ(form.Grid1.ColWidth(2), 516 * 15);
 }
 
 TEST_F(Timeline, ZoomSetsWidthsReadoutAndRangeAndPullsTheScrollDown) {
   form.ResizeClient(652, 395);  // a viewport of 512
   support::HandleEvents();
   EXPECT_EQ(form.HScroll1.Max(), 0);
-  for (int i = 0; i < 4; ++i) form.vl_button3_Click();
+  for (int i = 0; i < 4; ++i) form.vl_button3.Click();
   EXPECT_EQ(form.Label2.Caption(), "200");
   EXPECT_EQ(form.Picture4.Width(), 1024);
   EXPECT_EQ(form.HScroll1.Max(), 512);
@@ -146,7 +152,7 @@ TEST_F(Timeline, ZoomSetsWidthsReadoutAndRangeAndPullsTheScrollDown) {
     EXPECT_EQ(form.Picture2.Left(), -bar->value()) << "while its handle is dragged too";
   }
   EXPECT_EQ(form.vl_button13.Left(), 0);
-  form.vl_button4_Click();
+  form.vl_button4.Click();
   EXPECT_EQ(form.HScroll1.Max(), 384);
   EXPECT_EQ(form.Picture2.Left(), -384);
   form.ResizeClient(700, 395);
@@ -158,12 +164,12 @@ TEST_F(Timeline, ZoomSetsWidthsReadoutAndRangeAndPullsTheScrollDown) {
 TEST_F(Timeline, ZoomStopsAtTheWidestCanvas) {
   PutSound(2500);
   timeline::ZoomFactor = 63.0F;
-  for (int i = 0; i < 5; ++i) form.vl_button3_Click();
+  for (int i = 0; i < 5; ++i) form.vl_button3.Click();
   EXPECT_EQ(form.Label2.Caption(), "6375");
   EXPECT_EQ(form.Picture2.Width(), 32767);  // 32767.5, held
   EXPECT_EQ(form.HScroll1.Max(), 32767 - 514);
   desk.host->Take();
-  form.vl_button3_Click();
+  form.vl_button3.Click();
   EXPECT_THAT(desk.host->Take(), IsEmpty());
 }
 
@@ -205,13 +211,13 @@ TEST_F(Timeline, ADrawingPutOffShowsWhatStoodAtTheCall) {
 TEST_F(Timeline, AStrokeWritesOneFrameForEachEventOfTheMouse) {
   PutSound(2500);
   Drag(257, 50);
-  form.Picture4_MouseDown(1, 0, 257, 50);
+  form.Picture4.MouseDown(1, 0, 257, 50);
   EXPECT_EQ(Value(15), 32) << "the draw toggle is off";
   EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty());
   form.vl_button10.SetValue(true);
-  form.ChooseChannel(3);
+  form.vl_button9.Click();
   EXPECT_EQ(form.Label3.Caption(), "(Blue)");
-  form.Picture4_MouseDown(2, 0, 257, 50);
+  form.Picture4.MouseDown(2, 0, 257, 50);
   EXPECT_EQ(Value(15, 3), 32) << "a press only keeps the values";
   EXPECT_EQ(timeline::Tracks().UndoHistory.size(), 1U);
   Drag(257, 50);
@@ -219,7 +225,7 @@ TEST_F(Timeline, AStrokeWritesOneFrameForEachEventOfTheMouse) {
   EXPECT_EQ(form.Picture4.Point(266, 50), kBlue) << "drawn at 265.9, right of the pointer";
   Drag(4000, 9000);
   EXPECT_EQ(Value(29, 3), 255);
-  form.Picture4_MouseMove(0, 0, 100, 5);
+  form.Picture4.MouseMove(0, 0, 100, 5);
   EXPECT_EQ(Value(6, 3), 32) << "no button is held";
   EXPECT_EQ(Value(15, 0), 32);
 }
@@ -227,21 +233,21 @@ TEST_F(Timeline, AStrokeWritesOneFrameForEachEventOfTheMouse) {
 TEST_F(Timeline, UndoGoesStrokeByStrokeAndClearIsNoStroke) {
   PutSound(2500);
   form.vl_button10.SetValue(true);
-  for (const int channel : {0, 1}) {
-    form.ChooseChannel(channel);
-    form.Picture4_MouseDown(1, 0, 257, 10);
+  for (look::vl_button* chooser : {&form.vl_button6, &form.vl_button7}) {
+    chooser->Click();
+    form.Picture4.MouseDown(1, 0, 257, 10);
     Drag(257, 10);
   }
-  form.vl_button12_Click();
+  form.vl_button12.Click();
   EXPECT_EQ(Value(15, 0), 32);
-  form.vl_button11_Click();
+  form.vl_button11.Click();
   EXPECT_EQ(Value(15, 0), 10);
   EXPECT_EQ(Value(15, 1), 32);
   EXPECT_EQ(form.Picture4.Point(266, 10), Rgb(255, 255, 192));
-  form.vl_button11_Click();
+  form.vl_button11.Click();
   EXPECT_EQ(Value(15, 0), 32);
-  form.vl_button11_Click();
-  form.Picture4_MouseDown(1, 0, 257, 10);
+  form.vl_button11.Click();
+  form.Picture4.MouseDown(1, 0, 257, 10);
   PutSound(2500, "24");
   EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty()) << "a rebuild takes the history with it";
 }
@@ -257,17 +263,17 @@ TEST_F(Timeline, ATrackIsDrawnByKeysWhileTheToggleIsOn) {
   EXPECT_EQ(form.Grid1.Row(), 6);
   EXPECT_EQ(Value(5), 32) << "the draw toggle is off";
   form.vl_button10.SetValue(true);
-  form.ChooseChannel(1);
+  form.vl_button8.Click();
   key(Qt::Key_Up);
   key(Qt::Key_Up, true);
-  EXPECT_EQ(Value(5, 1), 28);
+  EXPECT_EQ(Value(5, 2), 28);
   key(Qt::Key_Down);
-  EXPECT_EQ(Value(5, 1), 30);
+  EXPECT_EQ(Value(5, 2), 30);
   EXPECT_EQ(Value(5, 0), 32);
-  EXPECT_EQ(Value(6, 1), 32);
-  form.vl_button11_Click();
-  form.vl_button11_Click();
-  EXPECT_EQ(Value(5, 1), 32) << "a held key is one stroke";
+  EXPECT_EQ(Value(6, 2), 32);
+  form.vl_button11.Click();
+  form.vl_button11.Click();
+  EXPECT_EQ(Value(5, 2), 32) << "a held key is one stroke";
   form.Grid1.SetRow(0);
   key(Qt::Key_Up);
   EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty()) << "the header row has no frame";
@@ -318,10 +324,10 @@ TEST_F(Timeline, StandsARateThatIsTypedButNotApplied) {
     form3->Text7.SetText(rate);
     form.Grid1.SetRow(2);
     form.Grid1.SetRow(12);
-    form.Picture4_MouseDown(1, 0, 500, 10);
+    form.Picture4.MouseDown(1, 0, 500, 10);
     Drag(500, 10);
-    form.vl_button12_Click();
-    form.vl_button11_Click();
+    form.vl_button12.Click();
+    form.vl_button11.Click();
     form.Picture2.Refresh();
     form.Picture4.Refresh();
     EXPECT_EQ(timeline::Tracks().VelocityValues.Frames(), 30) << rate;
@@ -332,12 +338,12 @@ TEST_F(Timeline, OneFrameAndLessAreShownWithoutADivisionByZero) {
   PutSound(100, "10");
   form.Grid1.SetRow(1);
   form.vl_button10.SetValue(true);
-  form.ChooseChannel(3);
+  form.vl_button9.Click();
   Drag(400, 60);
   EXPECT_EQ(form.Picture4.Point(0, 50), kBlue) << "the one frame stands at the left edge";
   EXPECT_EQ(form.Picture2.Point(513, 32), Rgb(255, 63, 255)) << "and fills the waveform";
   PutSound(40, "10");
-  form.Picture4_MouseDown(1, 0, 5, 5);
+  form.Picture4.MouseDown(1, 0, 5, 5);
   Drag(5, 5);
   form.PaintWav();
   EXPECT_EQ(form.Picture2.Point(300, 32), kWave) << "0.4 frames: the wave without ticks and box";
@@ -374,7 +380,7 @@ TEST_F(Mouths, AreHeldOverRowsWithoutAShape) {
   }
   form.Grid1.SetRow(2);
   form.List1.SetListIndex(0);
-  form.List1_Click();
+  form.List1.Click();
   EXPECT_EQ(Shown(), "sketch 2") << "the shape is taken away";
 }
 
@@ -383,14 +389,14 @@ TEST_F(Mouths, ChangeTheirSetAtOnceOrGoBlank) {
   form.Grid1.SetRow(1);
   form.Grid1.SetRow(2);
   EXPECT_EQ(Shown(), "sketch 7");
-  form.MYCartoon_Click();
+  form.MYCartoon.Click();
   EXPECT_EQ(Shown(), "cartoon 7");
   EXPECT_TRUE(form.MYCartoon.Checked());
   EXPECT_FALSE(form.MySketch.Checked());
-  form.MYCartoon_Click();
+  form.MYCartoon.Click();
   EXPECT_TRUE(form.MYCartoon.Checked());
   form.Grid1.SetRow(3);
-  form.MySketch_Click();
+  form.MySketch.Click();
   EXPECT_EQ(Shown(), "nothing") << "the row is empty";
   EXPECT_EQ(form.Picture1.Point(60, 60), form.Picture1.BackColor());
 }
@@ -435,7 +441,7 @@ TEST_F(Mouths, AreGreyBitmapsThatOneTellsApartWithTwinsForDenseScreens) {
 
 TEST_F(Mouths, StandUnscaledAtTheLeftTopCorner) {
   PutShape(2, "A");
-  form.MYCartoon_Click();
+  form.MYCartoon.Click();
   ASSERT_EQ(Shown(), "cartoon 1");
   EXPECT_EQ(form.Picture1.Point(0, 0), Rgb(255, 255, 255));
   form.Picture1.SetBackColor(Rgb(1, 2, 3));

@@ -94,10 +94,10 @@ std::string Attribute(const std::string& path, const char* name) {
 
 TEST_F(SafeWrite, ReplacesAndKeepsTheMode) {
   Put(sheet_, "old and longer");
-  chmod(sheet_.c_str(), 0640);
+  chmod(sheet_.c_str(), 0751);
   EXPECT_EQ(Save(sheet_, "new"), "");
   EXPECT_EQ(Get(sheet_), "new");
-  EXPECT_EQ(fs::status(sheet_).permissions(), fs::perms(0640));
+  EXPECT_EQ(fs::status(sheet_).permissions(), fs::perms(0751));
   EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1);
   const std::string longest_name = folder_ / std::string(255, 'x');
   EXPECT_EQ(Save(longest_name, "new"), "");
@@ -137,12 +137,14 @@ TEST_F(SafeWrite, ReadOnlyFilesAndFoldersKeepTheirFile) {
 TEST_F(SafeWrite, TheOwnerSavesWhatBelongsToTheFile) {
   Put(sheet_, "old");
   setxattr(sheet_.c_str(), "user.note", "keep me", 7, 0);
+  setxattr(sheet_.c_str(), "user.mark", "", 0, 0);
   setxattr(sheet_.c_str(), kAccessList, AccessList(4, 0).data(), AccessList(4, 0).size(), 0);
   if (geteuid() == 0) {
     ASSERT_EQ(chown(sheet_.c_str(), 1234, 2345), 0);
   }
   // Some file systems have neither.
-  const std::string note = Attribute(sheet_, "user.note"), access_list = Attribute(sheet_, kAccessList);
+  const std::string note = Attribute(sheet_, "user.note"), mark = Attribute(sheet_, "user.mark");
+  const std::string access_list = Attribute(sheet_, kAccessList);
   struct stat before {};
   struct stat after {};
   stat(sheet_.c_str(), &before);
@@ -152,6 +154,7 @@ TEST_F(SafeWrite, TheOwnerSavesWhatBelongsToTheFile) {
   EXPECT_EQ(std::tuple(after.st_uid, after.st_gid, after.st_mode),
             std::tuple(before.st_uid, before.st_gid, before.st_mode));
   EXPECT_EQ(Attribute(sheet_, "user.note"), note);
+  EXPECT_EQ(Attribute(sheet_, "user.mark"), mark) << "empty, but there";
   EXPECT_EQ(Attribute(sheet_, kAccessList), access_list);
   // What the folder would give a new file isn't the old one's.
   removexattr(sheet_.c_str(), kAccessList);
@@ -279,8 +282,10 @@ TEST_F(SafeWrite, RescuedFilesNeverMeetAndGoToTheFirstFolderThatTakesThem) {
   }
   EXPECT_EQ(paths.size(), 5U);
   EXPECT_EQ(WriteRescuedFile({"/gone"}, "frog", "", "").path, "");
+  umask(022);
   const RescuedFile longest = WriteRescuedFile({here}, std::string(250, 'x') + "\xc3\xa4", "", "new");
   EXPECT_EQ(Get(longest.path), "new") << longest.failures;
+  EXPECT_EQ(fs::status(longest.path).permissions(), fs::perms(0644));
 }
 
 TEST_F(SafeWrite, TheWaveFileIsFoundBesideTheSheet) {

@@ -112,14 +112,16 @@ TEST(ApplySheet, ReadsByFieldsWhatDoesNotFitTheLines) {
   };
   for (const std::string& text :
        {Joined(fields, ","), replaced("0\nA \nhello\n", "0, A ,  hello\r\n"),
-        replaced(" 1 \n 2 \n 3 ", "1,2,3"), replaced("12\nfrog", "12,frog"), replaced("Reserved", "x"),
-        DecodedText("\xef\xbb\xbf" + good), good.substr(0, good.size() - 1)}) {
+        replaced(" 1 \n 2 \n 3 ", "1,2,3"), replaced("True\nVel", "True,Vel"),
+        replaced("Velocity\nTrue", "Velocity,True"), replaced("12\nfrog", "12,frog"),
+        replaced("Reserved", "x"), DecodedText("\xef\xbb\xbf" + good), good.substr(0, good.size() - 1)}) {
     Recorder sheet;
     EXPECT_EQ(ApplySheet(text, sheet), "") << text;
     EXPECT_THAT(sheet.calls, IsSupersetOf(Split("sound frog.wav|cell 1 0 0|cell 1 1 A|cell 1 2 hello|"
                                                 "value 0 3 4")))
         << text;
   }
+  EXPECT_EQ(WhyNoSheet("a,12,b.wav,x,x,1,3"), "");
 }
 
 TEST(ApplySheet, ACutFileGivesWhatItHasAndNamesTheLine) {
@@ -133,9 +135,12 @@ TEST(ApplySheet, ACutFileGivesWhatItHasAndNamesTheLine) {
                               HasSubstr("a row count of at most")));
     EXPECT_THAT(report, AnyOf(EndsWith(", but the file ends."), EndsWith("\n1 more like it."))) << kept;
   }
-  Recorder sheet;
-  EXPECT_EQ(ApplySheet(Joined({kGood.begin(), kGood.end() - 2}), sheet),
-            "Line 26: expected the green track's value of frame 0, but the file ends.");
+  for (const auto& [kept, told] : {std::pair{25L, "Line 26: expected the green track's value of frame 0"},
+                                   {10L, "Line 11: expected the shape of frame 0"}}) {
+    Recorder sheet;
+    EXPECT_EQ(ApplySheet(Joined({kGood.begin(), kGood.begin() + kept}), sheet),
+              told + std::string(", but the file ends."));
+  }
   // Wherever the cut is, within a word or not, the comma stays in the comment.
   const std::string good = Joined(kGood), comment = "hello, frog\r\n";
   for (std::size_t size = good.find(comment) + comment.size(); size <= good.size(); ++size) {
@@ -155,6 +160,8 @@ TEST(ApplySheet, ACutWithinTheLastNumberIsTold) {
                             "but the file ends.")
         << missing;
   }
+  Recorder sheet;
+  EXPECT_EQ(ApplySheet(Joined({kGood.begin(), kGood.begin() + 22}) + " 0", sheet), "") << "no track frames";
 }
 
 TEST(ApplySheet, SpoiltFieldsAreNamedAndReadingStaysInStep) {
@@ -169,6 +176,7 @@ TEST(ApplySheet, SpoiltFieldsAreNamedAndReadingStaysInStep) {
       {6, "1", "a row count of 2, which is what the file holds", "cell 1 2 hello, frog"},
       {6, "7", "a row count of 2, which is what the file holds", "value 0 3 4"},
       {7, "4", "the column count, 3", "value 0 3 4"},
+      {7, "0", "the column count, 3", "cell 1 2 hello, frog"},
       {17, "Maybe", "the audio/frame lock, True or False", "value 0 3 4"},
       {17, "TRUE", "", "lock 1"},
       {19, "0", "", "show 0 0"},
@@ -199,10 +207,16 @@ TEST(ApplySheet, BelievesCountsAsFarAsTheFileBearsThemOut) {
   EXPECT_THAT(tracks.calls, IsSupersetOf({"value 0 3 4", "paint"}));
   Recorder one_more;
   EXPECT_THAT(ApplySheet(With(kGood, 23, "3"), one_more), HasSubstr("tracks of at most 2 frames"));
-  EXPECT_EQ(ApplySheet(With({kGood.begin(), kGood.begin() + 10}, 6, " 1000000 "), rows),
-            "Line 6: expected a row count of at most 2, which is what the file holds, found \"1000000\".\n"
-            "1 more like it.");
-  EXPECT_EQ(rows.calls, Split("rate 12|sound frog.wav|rows 2|columns 3|cell 1 0 0"));
+  for (const int kept : {8, 9, 12, 10}) {
+    rows.calls.clear();
+    const std::string most = kept < 10 ? "1" : "2",
+                      cut = With({kGood.begin(), kGood.begin() + kept}, 6, " 1000000 ");
+    for (const std::string& text : {cut.substr(0, cut.size() - 2), cut})
+      EXPECT_THAT(ApplySheet(text, rows), StartsWith("Line 6: expected a row count of at most " + most +
+                                                     ", which is what the file holds, found \"1000000\".\n"));
+  }
+  EXPECT_EQ(Fields(rows.calls.end() - 5, rows.calls.end()),
+            Split("rate 12|sound frog.wav|rows 2|columns 3|cell 1 0 0"));
   sound.rows_of_sound = 37;
   ApplySheet(With({kGood.begin(), kGood.begin() + 12}, 6, " 40 "), sound);
   EXPECT_THAT(sound.calls, IsSupersetOf({"rows 37", "cell 1 2 hello, frog"}));
@@ -242,7 +256,10 @@ TEST(DecodedText, TakesAnythingButUtf8ForWindows1252) {
   const struct {
     std::string bytes, text;
   } cases[] = {
-      {"\xf0\x9f\x90\xb8", "\xf0\x9f\x90\xb8"},
+      // The first and the last character of each length, and those around the surrogates.
+      {"\xc2\x80\xdf\xbf\xe0\xa0\x80\xed\x9f\xbf\xee\x80\x80\xf0\x90\x80\x80\xf4\x8f\xbf\xbf",
+       "\xc2\x80\xdf\xbf\xe0\xa0\x80\xed\x9f\xbf\xee\x80\x80\xf0\x90\x80\x80\xf4\x8f\xbf\xbf"},
+      {"\x80", "\xe2\x82\xac"},
       {"\xe4", "\xc3\xa4"},
       {"\x80\x81\x9f", "\xe2\x82\xac\xc2\x81\xc5\xb8"},
       {"\xc3\xa4 \xe4 ", "\xc3\x83\xc2\xa4 \xc3\xa4 "},  // one bad byte speaks for all

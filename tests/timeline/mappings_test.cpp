@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "timeline/zoom.h"
+
 namespace timeline {
 namespace {
 
@@ -15,7 +17,14 @@ TEST(Mappings, PixelToFrameRoundsDownOverTheExactCount) {
   EXPECT_EQ(FrameAtPress(499, 25.4, 500, 26), 24);  // 25.35
   EXPECT_DOUBLE_EQ(PixelOfTime(0.25f, 514), 128.5);
   EXPECT_EQ(FrameInWords(0, 71), "Frame 0 of 71");
-  EXPECT_EQ(FrameInWords(-1, 71), "Before the first frame");
+  EXPECT_EQ(FrameInWords(-1, 1), "Before the first frame");
+  EXPECT_EQ(FrameInWords(-1, 0), "No frames");
+}
+
+TEST(Zoom, WidthsRoundToTheEvenPixelUpToTheWidest) {
+  EXPECT_EQ(CanvasWidth(514, 1.25f), 642);  // 642.5
+  EXPECT_EQ(CanvasWidth(514, 1.75f), 900);  // 899.5
+  EXPECT_FALSE(CanZoomIn(512, 63.75f));     // 32768, one more than the widest
 }
 
 TEST(Mappings, SamplesAreTakenAtTheStride) {

@@ -13,10 +13,12 @@ namespace {
 
 using platform::Rgb;
 
-// Letters of 3 by 5 pixels, each with its own strength, 4 pixels apart; a blank covers nothing.
+// Letters of 3 by 5 pixels, each with its own strength, 4 pixels apart; a blank covers nothing. An M hangs
+// over to the left, a ^ is so tall that it reaches into what stands above.
 platform::TextMask BlockLetters(const std::string& text) {
   platform::TextMask mask;
-  mask.top = 1;
+  mask.left = text.starts_with('M') ? -12 : 0;
+  mask.top = text.starts_with('^') ? -45 : 1;
   mask.width = static_cast<int>(text.size()) * 4;
   mask.height = 5;
   mask.advance = mask.width;
@@ -80,13 +82,16 @@ void DrawPlainly(const platform::PixelView& view, const VelocityScene& scene,
 void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int, std::string>& shapes,
                     Numbers& numbers) {
   const char* const names[] = {"", "M ", "Closed ", "Th"};
-  const char* const comments[] = {"", "a", "a long comment that reaches far"};
+  const char* const comments[] = {"", "a", "M: a long comment that reaches far", "^a"};
   const int frame = numbers.Below(std::max(1, scene.values.Frames()));
   const int what = numbers.Below(16);
-  if (what <= 1) scene.frames = numbers.Below(50);  // with 0: a new rate, and the tracks not yet
+  if (what <= 1)
+    scene.frames =
+        numbers.Below(numbers.Below(2) == 0 ? 3 : 50);  // with 0: a new rate, and the tracks not yet
   if (what == 1) {
     scene.values = VelocityTable(scene.frames);
     scene.rows = scene.frames + numbers.Below(3);
+    scene.marked_frame = std::min(scene.marked_frame, scene.rows - 1);
     picture.ClearShapes(scene.rows + 1);
     shapes.clear();
   }
@@ -96,10 +101,11 @@ void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int
   if (what >= 5 && what <= 7 && scene.values.Frames() > 0)
     scene.values.Set(frame, numbers.Below(4), static_cast<std::uint8_t>(numbers.Below(90)));
   if (what >= 8 && what <= 10) picture.CaptureShape(frame, shapes[frame] = names[numbers.Below(4)]);
+  if (what == 11 && numbers.Below(2) == 0) picture.ClearShapes(scene.rows + 1), shapes.clear();
   for (int i = 0; what == 11 && i < 40; ++i) picture.CaptureShape(i, shapes[i] = names[numbers.Below(4)]);
   if (what >= 12) {
     scene.marked_frame = numbers.Below(scene.rows + 1) - 1;
-    scene.comment = comments[numbers.Below(3)];
+    scene.comment = comments[numbers.Below(4)];
   }
   picture.Capture(scene);
 }
@@ -115,6 +121,7 @@ void FollowChanges(double scale, int steps) {
     ChangeAtRandom(scene, picture, shapes, numbers);
     if (numbers.Below(3) == 0) continue;  // drawing put off
     ShowBoxes(picture.DrawOn(canvas.view), canvas, screen);
+    EXPECT_TRUE(picture.DrawOn(canvas.view).empty()) << "nothing has changed since";
     Canvas wanted(pixels(scene.width), pixels(64), 0, scale);
     DrawPlainly(wanted.view, scene, shapes);
     ExpectSamePixels(screen, wanted, "step " + std::to_string(step));
@@ -132,12 +139,15 @@ TEST(VelocityDrawing, AnotherScaleHasLettersOfItsOwn) {
   std::string made;
   VelocityPicture picture([&made](const std::string& text) { return made += text, BlockLetters(text); });
   Canvas plain(150, 64), dense(300, 128, 0, 2);
-  picture.Capture(Scene(150, 24));
+  VelocityScene scene = Scene(150, 24);
+  scene.marked_frame = 2;
+  scene.comment = "c";
+  picture.Capture(scene);
   picture.CaptureShape(3, "M");
   for (const Canvas* canvas : {&plain, &dense}) {
     made.clear();
     picture.DrawOn(canvas->view);
-    for (const char letter : std::string("M0123456789")) EXPECT_NE(made.find(letter), made.npos) << letter;
+    for (const char letter : std::string("Mc0123456789")) EXPECT_NE(made.find(letter), made.npos) << letter;
   }
 }
 

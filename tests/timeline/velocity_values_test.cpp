@@ -20,9 +20,10 @@ TEST(VelocityTable, StartsAt32KeepsWhatIsWrittenAndRefusesWhatLiesOutside) {
 
 TEST(VelocityTable, ClearsAsFarAsAskedAndAsItGoes) {
   VelocityTable table(6);
-  for (int frame = 0; frame < 6; ++frame) table.Set(frame, 3, 1);
+  for (int frame = 0; frame < 6; ++frame) table.Set(frame, 3, 1), table.Set(frame, 0, 1);
   table.Clear(4);
-  EXPECT_EQ(table.At(3, 3), 32);
+  for (const auto& [frame, channel] : {std::pair{0, 0}, {0, 3}, {3, 0}, {3, 3}})
+    EXPECT_EQ(table.At(frame, channel), 32) << frame << ' ' << channel;
   EXPECT_EQ(table.At(4, 3), 1);
   table.Clear(100);
   EXPECT_EQ(table.At(5, 3), 32);
@@ -36,7 +37,10 @@ TEST(VelocityTable, TellsWhereTwoDiffer) {
   other.Set(2047, 1, 1);
   other.Set(2048, 3, 1);
   other.Set(90, 0, 1);
-  EXPECT_EQ(table.DifferenceFrom(other), (FrameSpan{90, 2048}));
+  other.Set(2060, 3, 1);
+  EXPECT_EQ(table.DifferenceFrom(other), (FrameSpan{90, 2060}));
+  other.Set(120, 0, 1);
+  EXPECT_EQ(table.DifferenceFrom(other), (FrameSpan{90, 2060}));
 }
 
 TEST(VelocityTracks, AThousandStrokesOnTenMinutesFitAndCanAllBeUndone) {

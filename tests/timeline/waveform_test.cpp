@@ -49,15 +49,17 @@ TEST(HighlightBox, GoesFromHalfTheColourToAllOfItAndBack) {
 }
 
 TEST(HighlightBox, BothEndsAreDrawnAndAFlatBoxIsNothing) {
-  Canvas canvas(4, 4, 0);
+  constexpr platform::Color kBare = Rgb(9, 9, 9);
+  Canvas canvas(4, 4, kBare);
   HighlightBox(canvas.view, 1, 1, 2, 1, 200, 200, 200, 63);
   HighlightBox(canvas.view, 1, 3, 2, 1, 200, 200, 200, 63);
-  EXPECT_EQ(canvas.At(1, 1), 0);
-  HighlightBox(canvas.view, 1, 1, 2, 2, 200, 200, 200, 0);
-  const int lit[4][4] = {{0, 0, 0, 0}, {0, 1, 1, 0}, {0, 1, 1, 0}, {0, 0, 0, 0}};
+  EXPECT_EQ(canvas.At(1, 1), kBare);
+  HighlightBox(canvas.view, 1, 1, 2, 2, 200, 200, 200, 45);
+  // The sine of 45 degrees lights the second row: 100 + 0.707 x 100.
+  const int lit[4][4] = {{9, 9, 9, 9}, {9, 100, 100, 9}, {9, 171, 171, 9}, {9, 9, 9, 9}};
   for (int y = 0; y < 4; ++y)
     for (int x = 0; x < 4; ++x)
-      EXPECT_EQ(canvas.At(x, y), lit[y][x] ? Rgb(100, 100, 100) : 0) << x << ',' << y;
+      EXPECT_EQ(canvas.At(x, y), Rgb(lit[y][x], lit[y][x], lit[y][x])) << x << ',' << y;
 }
 
 TEST(Waveform, ColumnsAreThePixelsOfTheLineFromSampleToSample) {
@@ -148,6 +150,8 @@ TEST(Waveform, TicksStandAtTheFramesAtBothEdges) {
   int ticks = 0;
   for (int x = 0; x < 514; ++x) ticks += tick(x, 3);
   EXPECT_EQ(ticks, 30);
+  DrawWave(canvas.view, Scene(514, 1, -1));
+  EXPECT_TRUE(tick(0, 3)) << "of the only frame";
 }
 
 TEST(Waveform, TheCurrentFramesBoxIsOneFrameWideAndTurnsColoursRound) {
@@ -155,9 +159,9 @@ TEST(Waveform, TheCurrentFramesBoxIsOneFrameWideAndTurnsColoursRound) {
     int width, frames, current, left, right;
   } const cases[] = {{514, 30, 3, 51, 69},           // 51.4 to 68.53
                      {514, 14400, 14399, 513, 514},  // far narrower than a pixel, still to be found
-                     {514, 30, 29, 497, 514},
-                     {514, 30, 30, 514, 531},
-                     {514, 0, 5, 0, 0}};
+                     {514, 14400, 100, 4, 5},        // 3.57 to 3.61
+                     {514, 30, 29, 497, 514},       {514, 30, 0, 0, 17}, {514, 1, 0, 0, 514},
+                     {514, 30, 30, 514, 531},       {514, 0, 5, 0, 0}};
   for (const Case& c : cases) {
     Canvas shown(c.width, 64), below(c.width, 64);
     DrawWave(shown.view, Scene(c.width, c.frames, c.current));
@@ -189,6 +193,7 @@ TEST(Waveform, AKeptPictureIsTheWholePictureAfterEveryChange) {
     picture.Capture(scene);
     if (numbers.Below(3) == 0) continue;  // drawing put off
     ShowBoxes(picture.DrawOn(canvas.view), canvas, screen);
+    EXPECT_TRUE(picture.DrawOn(canvas.view).empty()) << "nothing has changed since";
     Canvas wanted(scene.width, 64);
     DrawWave(wanted.view, scene);
     ExpectSamePixels(screen, wanted, "step " + std::to_string(step));

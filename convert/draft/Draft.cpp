@@ -94,8 +94,7 @@ std::vector<MouthSpan> MouthsOf(const std::vector<LaidWord>& words, double secon
       const SpeechSound& sound = word.sounds[i];
       if (start - end >= kClosedAfterSeconds || (spans.empty() && start > end)) {
         spans.push_back({end, start, "Closed"});
-      } else if (!spans.empty()) {
-        spans.back().end_seconds = std::max(spans.back().end_seconds, std::min(start, end));
+        unheard_start = -1;
       }
       end = stop;
       if (sound.mouths.empty()) {
@@ -104,11 +103,9 @@ std::vector<MouthSpan> MouthsOf(const std::vector<LaidWord>& words, double secon
         continue;
       }
       if (unheard_start >= 0) start = std::exchange(unheard_start, -1);
-      if (ClosesBefore(sound) && !spans.empty() && spans.back().mouth != "Closed") {
-        const double closure = std::max(start - kClosureSeconds, spans.back().start_seconds);
-        spans.back().end_seconds = std::min(spans.back().end_seconds, closure);
-        start = closure;
-      }
+      if (ClosesBefore(sound) && !spans.empty() && spans.back().mouth != "Closed")
+        start = std::max(start - kClosureSeconds, spans.back().start_seconds);
+      if (!spans.empty()) spans.back().end_seconds = start;
       const std::size_t blank = sound.mouths.find(' ');
       const double middle = blank == std::string::npos ? stop : (start + stop) / 2;
       spans.push_back({start, middle, sound.mouths.substr(0, blank)});

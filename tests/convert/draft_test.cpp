@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cmath>
 #include <cstdlib>
@@ -21,6 +22,7 @@ namespace {
 
 using convert::Document;
 using convert::SoundFile;
+using support::CellsOf;
 
 const std::string kSamples = SOURCE_DIR "/samples/";
 
@@ -57,20 +59,37 @@ TEST(Draft, WordsOfTheSampleLieWithinAFrameAsAMean) {
   EXPECT_EQ(InEnglish(reading.notes[0]), "this is a draft: go through it by ear");
 }
 
-TEST(Draft, AStartInTheTextMovesItsPhrase) {
-  const auto sound = SoundFile::Open(kSamples + "frogs.wav").sound;
+TEST(Draft, SoundsPausesAndWordsHaveTheirFrames) {
+  const std::string path = testing::TempDir() + "voice" + std::to_string(getpid()) + ".au";
+  using support::kHiss, support::kHum, support::kVowel;
+  support::MakeSound(path, {{40, 0.0005, kHum}, {30, 0.5, kVowel},                             // oh
+                            {20, 0.0005, kHum}, {12, 0.07, kHiss}, {20, 0.5, kVowel},          // see
+                            {38, 0.0005, kHum}, {8, 0.025, 2700}, {20, 0.5, kVowel},           // ha
+                            {10, 0.0005, kHum}, {18, 0.5, kVowel},                             // ppy
+                            {34, 0.0005, kHum}, {12, 0.5, kVowel}, {12, 0.07, kHiss},          // itch
+                            {16, 0.5, kVowel},  {5, 0.0005, kHum}, {12, 0.5, kVowel},          // y, ea
+                            {9, 0.07, kHiss},   {12, 0.5, kVowel}, {30, 0.0005, kHum},         // sy
+                            {12, 0.5, kVowel},  {8, 0.025, 2700},  {14, 0.5, kVowel}, {8, 0.0005, kHum}});  // aha
+  const auto sound = SoundFile::Open(path).sound;
+  std::remove(path.c_str());
   convert::Context context;
-  context.rate_text = "24";
-  context.sound_seconds = 71.0 / 24;
-  const auto reading = convert::DraftOf("[0.5] one\n2.0\ttwo\n", *sound, {"en-us", false}, context);
-  const auto frames = CommentFrames(*reading.sheet);
-  ASSERT_EQ(frames.size(), 2u);
-  EXPECT_GE(frames[0], 12);
-  EXPECT_GE(frames[1], 48);
-  // More words than the sound has room for are still all there.
-  std::string crowd = "[2.9]";
+  context.rate_text = "200";
+  context.sound_seconds = 4;
+  const auto drafted = [&](const std::string& text) {
+    return *convert::DraftOf(text, *sound, {"en-us", false}, context).sheet;
+  };
+  // Two frames are a hundredth of a second. A breath has the mouth that follows, a stop and an affricate close
+  // the mouth before them, a short pause holds it; a word that can't be spelled begins with the one before.
+  EXPECT_EQ(CellsOf(drafted("\xe6\xbc\xa2\n[0.3] Oh, \xe6\xbc\xa2 see.\nHappy\n[0:02.4] itchy\n#\neasy\naha")),
+            "0:Closed 0\"\xe6\xbc\xa2\" 80:O 80\"Oh \xe6\xbc\xa2\" 110:U 140:Closed 180:S 180\"see\" 204:E 244:Closed 320:A "
+            "320\"Happy\" 369:P 396:E 432:Closed 500:E 500\"itchy\" 517:Ch 548:E 590\"easy\" 614:S 632:E "
+            "656:Closed 716:A 716\"aha\" 740:E /800");
+  EXPECT_EQ(CellsOf(drafted("[9] late")), "0:Closed 799\"late\" /800");
+  // More words than the sound has room for are still all there, fifty on each hop.
+  std::string crowd = "[3.9]";
   for (int i = 0; i < 500; ++i) crowd += " strengths";
-  EXPECT_TRUE(convert::DraftOf(crowd, *sound, {"en-us", false}, context).sheet);
+  EXPECT_THAT(CommentFrames(drafted(crowd)),
+              testing::ElementsAre(780, 782, 784, 786, 788, 790, 792, 794, 796, 798));
 }
 
 TEST(Draft, TheTextIsReadByPhrases) {

@@ -127,6 +127,29 @@ TEST_F(ConvertProgram, RefusesADraftThatNothingCanBeMadeOf) {
   }
 }
 
+TEST_F(ConvertProgram, AsksTheSynthesizerForTheSoundsOfWords) {
+  support::MakeSound(folder_ / "v.au",
+                     {{10, 0.0005, support::kHum}, {60, 0.5, support::kVowel}, {20, 0.0005, support::kHum}});
+  const std::string draft =
+      "printf 'O\\303\\271 oa\\n' | LD_LIBRARY_PATH=" DOUBLE_FOLDER " $C --from txt --to csv --sound v.au --rate 100 ";
+  ASSERT_EQ(Run(draft + "--language fr - - | cut -d, -f1-3 | grep -v ',,$'"), 0);
+  const std::string draft_said =
+      "exposure-sheet-convert: standard input: this is a draft: go through it by ear\nexposure-sheet-convert: ";
+  EXPECT_THAT(err_, StartsWith("Initialize 1 0 - 32769\nVoice fr\nSynth \"O\xc3\xb9 oa \" 8 0 1 0 1\n"
+                               "Synchronize\nTerminate\n" + draft_said + "standard output"));
+  // A sixth of the voice each for the first two sounds, the second of which has two mouths.
+  EXPECT_EQ(out_,
+            "Frame,Shape,Comment\n0,Closed,\n10,U,O\xc3\xb9\n20,O,oa\n25,I,\n30,A,\n70,Closed,\n");
+  ASSERT_EQ(Run(draft + "--language xx - -"), 1);
+  EXPECT_THAT(err_, testing::MatchesRegex("Initialize.*\nVoice xx\nTerminate\n.*can't be spelled.*"));
+  // English needs no synthesizer, and says so unless none was asked for.
+  ASSERT_EQ(Run(draft + "--rules - -"), 0);
+  EXPECT_THAT(err_, StartsWith(draft_said + "standard output"));
+  ASSERT_EQ(Run(draft + "--language en-xx - -"), 0);
+  EXPECT_THAT(err_, HasSubstr("Terminate\n" + draft_said + "standard input: the words are spelled by rules for "
+                              "English; with the library of espeak-ng other languages are possible\n"));
+}
+
 TEST_F(ConvertProgram, TakesTheLengthOfASoundAndATableOfNames) {
   ASSERT_EQ(Run("cp $S/frogs.wav . && printf 'MohoSwitch1\\n1 gape\\n5 shut\\n' >a.dat && "
                 "printf 'A | gape | D\\nClosed | shut | X\\n' >names && "

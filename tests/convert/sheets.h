@@ -1,7 +1,9 @@
-// Sheets in one line, as the converter's tests tell them.
+// Sheets in one line, as the converter's tests tell them, and sounds made by hand.
 #pragma once
 
+#include <cmath>
 #include <fstream>
+#include <numbers>
 #include <sstream>
 #include <string>
 
@@ -12,6 +14,26 @@ namespace support {
 inline std::string FileBytes(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// A sine for some hundredths of a second.
+struct Tone {
+  int hops;
+  double loudness, hertz;
+};
+// What a hiss, a vowel and an empty room sound like.
+constexpr double kHiss = 5500, kVowel = 1000, kHum = 100;
+
+/// Makes a sound of 16000 samples a second in the form of .au files.
+inline void MakeSound(const std::string& path, std::initializer_list<Tone> tones) {
+  std::string bytes(".snd\0\0\0\x18\xff\xff\xff\xff\0\0\0\3\0\0\x3e\x80\0\0\0\1", 24);
+  for (const auto& [hops, loudness, hertz] : tones) {
+    for (int i = 0; i < 160 * hops; ++i) {
+      const auto value = std::lround(loudness * 32767 * std::sin(i * hertz * std::numbers::pi / 8000));
+      bytes += {static_cast<char>(value >> 8), static_cast<char>(value & 0xff)};
+    }
+  }
+  std::ofstream(path, std::ios::binary) << bytes;
 }
 
 /// "0:M 4:Closed 4\"word" and the number of frames: what stands in the sheet's cells.

@@ -110,31 +110,14 @@ std::vector<Step> StepsOf(std::span<const VoiceHop> hops,
     done += sound.milliseconds;
     const double expected =
         sound.milliseconds / milliseconds * (voiced.empty() ? static_cast<double>(length) : voiced_hops);
-    steps.push_back({sound.manner, pause, std::max(expected, 1.0), place() - kBandHops, place() + kBandHops});
+    steps.push_back({sound.manner, pause, std::max(expected, 1.0),
+                     std::max<std::int64_t>(place() - kBandHops, 0), std::min(place() + kBandHops, length)});
   };
   for (const auto& word : words) {
     add({Manner::kSilence, "", 0}, true);
     for (const SpeechSound& sound : word) add(sound, false);
   }
   add({Manner::kSilence, "", 0}, true);
-  // Whatever the places, there is a hop for every sound that is still to come, and one for each that was.
-  std::int64_t sounds = 0;
-  for (Step& step : steps) {
-    sounds += !step.pause;
-    step.first_end = std::max(step.first_end, sounds);
-  }
-  std::int64_t left = 0;
-  for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-    step->last_end = std::min(step->last_end, length - left);
-    left += !step->pause;
-  }
-  for (std::size_t i = 1; i < steps.size(); ++i)
-    steps[i].first_end = std::max(steps[i].first_end, steps[i - 1].first_end + !steps[i].pause);
-  for (std::size_t i = steps.size() - 1; i-- > 0;)
-    steps[i].last_end = std::min(steps[i].last_end, steps[i + 1].last_end - !steps[i + 1].pause);
-  // The last pause reaches the end, the first step may begin anywhere before its end.
-  steps.back().last_end = length;
-  for (Step& step : steps) step.first_end = std::min(step.first_end, step.last_end);
   return steps;
 }
 

@@ -21,8 +21,8 @@ bool IsVowel(const std::string& mouth) {
 void ShowCrowdedVowel(const MouthSpan& span, double frame_seconds, std::vector<std::string>& shown) {
   const auto frame = static_cast<std::size_t>((span.start_seconds + span.end_seconds) / 2 / frame_seconds);
   if (frame + 1 >= shown.size() || shown[frame] == span.mouth) return;
-  const bool shown_beside = (frame > 0 && shown[frame - 1] == span.mouth) || shown[frame + 1] == span.mouth;
-  if (!shown_beside && shown[frame] == shown[frame + 1]) shown[frame] = span.mouth;
+  const bool just_shown = frame > 0 && shown[frame - 1] == span.mouth;
+  if (!just_shown && shown[frame] == shown[frame + 1]) shown[frame] = span.mouth;
 }
 
 }  // namespace

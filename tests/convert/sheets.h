@@ -3,9 +3,11 @@
 
 #include <cmath>
 #include <fstream>
+#include <map>
 #include <numbers>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "convert/document.h"
 
@@ -16,22 +18,30 @@ inline std::string FileBytes(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// A sine for some hundredths of a second.
-struct Tone {
-  int hops;
-  double loudness, hertz;
-};
-// What a hiss, a vowel and an empty room sound like.
-constexpr double kHiss = 5500, kVowel = 1000, kHum = 100;
+/// Sounds of 16000 samples a second, told as "40. 12S 20V": hundredths of a second and which tone.
+// The loudness and hertz of silence, a room's hum, a vowel, a hiss, a breath, and what is 35 decibels below
+// the vowel.
+inline const std::map<char, std::pair<double, double>> kTones = {
+    {'_', {0, 0}},       {'.', {0.0005, 100}}, {'V', {0.5, 1000}},
+    {'S', {0.07, 5500}}, {'B', {0.025, 2700}}, {'Q', {0.00889, 2000}}};
 
-/// Makes a sound of 16000 samples a second in the form of .au files.
-inline void MakeSound(const std::string& path, std::initializer_list<Tone> tones) {
+inline std::vector<double> Samples(const std::string& tones) {
+  std::vector<double> samples;
+  std::istringstream words(tones);
+  for (auto [hops, name] = std::pair(0, '_'); words >> hops >> name;) {
+    const auto [loudness, hertz] = kTones.at(name);
+    for (int i = 0; i < 160 * hops; ++i)
+      samples.push_back(loudness * std::sin(0.8 + i * hertz * std::numbers::pi / 8000));
+  }
+  return samples;
+}
+
+/// A file of 16 bits, the first byte the upper one.
+inline void MakeSound(const std::string& path, const std::string& tones) {
   std::string bytes(".snd\0\0\0\x18\xff\xff\xff\xff\0\0\0\3\0\0\x3e\x80\0\0\0\1", 24);
-  for (const auto& [hops, loudness, hertz] : tones) {
-    for (int i = 0; i < 160 * hops; ++i) {
-      const auto value = std::lround(loudness * 32767 * std::sin(i * hertz * std::numbers::pi / 8000));
-      bytes += {static_cast<char>(value >> 8), static_cast<char>(value & 0xff)};
-    }
+  for (const double sample : Samples(tones)) {
+    const auto value = std::lround(sample * 32767);
+    bytes += {static_cast<char>(value >> 8), static_cast<char>(value & 0xff)};
   }
   std::ofstream(path, std::ios::binary) << bytes;
 }

@@ -1,6 +1,5 @@
 #include "convert/draft/speech_sounds.h"
 
-#include <algorithm>
 #include <map>
 
 #include "convert/draft/english_rules.h"
@@ -112,8 +111,8 @@ std::vector<std::string> SpokenWords(std::string_view word) {
       for (auto& spoken : NumberWords(number)) words.push_back(spoken);
     } else if (is(letter)) {
       std::string run;
+      // The apostrophe has the bit of a small letter already.
       for (; is(letter); ++i) run += static_cast<char>(word[i] | ('a' - 'A'));
-      std::replace(run.begin(), run.end(), static_cast<char>('\'' | ('a' - 'A')), '\'');
       words.push_back(run);
     } else {
       ++i;

@@ -66,10 +66,14 @@ class Converted {
 double Sine(int frame) { return 0.5 * std::sin(frame * 0.05); }
 
 TEST(SoundOut, AnyDepthAndNumberOfChannelsComesOutAsOneChannelOf16Bits) {
-  for (const int format : {SF_FORMAT_WAV | SF_FORMAT_PCM_24, SF_FORMAT_WAV | SF_FORMAT_FLOAT,
-                           SF_FORMAT_FLAC | SF_FORMAT_PCM_24, SF_FORMAT_AIFF | SF_FORMAT_PCM_32}) {
-    // The mean of three channels that differ.
-    const Converted made(format, 3, [](int frame, int channel) { return Sine(frame) * (channel + 1) / 2; });
+  for (const auto& [format, channels] : {std::pair{SF_FORMAT_WAV | SF_FORMAT_PCM_24, 1},
+                                         {SF_FORMAT_WAV | SF_FORMAT_FLOAT, 3},
+                                         {SF_FORMAT_FLAC | SF_FORMAT_PCM_24, 3},
+                                         {SF_FORMAT_AIFF | SF_FORMAT_PCM_32, 2}}) {
+    // The mean of channels that differ.
+    const double one = 2.0 / (channels + 1);
+    const Converted made(format, channels,
+                         [&](int frame, int channel) { return Sine(frame) * one * (channel + 1); });
     EXPECT_EQ(made.sound.WaveFormat.nChannels, 1);
     EXPECT_EQ(made.sound.WaveFormat.wBitsPerSample, 16);
     EXPECT_EQ(made.sound.WaveFormat.nSamplesPerSec, 48'000);

@@ -5,9 +5,9 @@
 namespace {
 
 struct Event {
-  int type, identifier, text_position, length, audio_milliseconds, sample;
-  void* user_data;
-  char mnemonic[8];
+  int type = 0, identifier = 0, text_position = 0, length = 0, audio_milliseconds = 0, sample = 0;
+  void* user_data = nullptr;
+  char mnemonic[8] = {};
 };
 constexpr int kEnd = 0, kWord = 1, kSentence = 2, kPhoneme = 7;
 int (*callback)(short*, int, Event*) = nullptr;

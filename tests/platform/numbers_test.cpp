@@ -28,6 +28,7 @@ TEST(Numbers, RoundToNearestWithTiesToEvenAndStayInRange) {
   EXPECT_EQ(RoundToLong(0.0 / 0.0), 0);
   EXPECT_EQ(IntegerDivide(-100.4, 101.33), 0) << "cut toward zero, not down";
   EXPECT_EQ(IntegerDivide(-152, 101.33), -1);
+  EXPECT_EQ(IntegerDivide(7, 0.4), 0);
 }
 
 TEST(Numbers, ReadTheNumberAtTheStartOfAText) {
@@ -57,8 +58,9 @@ TEST(Numbers, AreWrittenInTheirForms) {
   EXPECT_EQ(NumberText(1e15), "1000000000000000");
   EXPECT_EQ(SignedForm(13), " 13");
   EXPECT_EQ(SignedForm(-13), "-13");
-  const std::pair<double, const char*> pictures[] = {{12.34, "12,3"}, {0.5, ",5"},  {3, "3,"},
-                                                     {0, ","},        {0.25, ",3"}, {9.96, "10,"}};
+  const std::pair<double, const char*> pictures[] = {{12.34, "12,3"}, {0.5, ",5"},   {3, "3,"},
+                                                     {0, ","},        {0.25, ",3"},  {9.96, "10,"},
+                                                     {-0.04, ","},    {-2.3, "-2,3"}};
   for (const auto& [value, picture] : pictures) EXPECT_EQ(OneDecimalPicture(value, ","), picture);
   EXPECT_EQ(OneDecimalPicture(12.34, "\u066B"), "12\u066B3");
 }

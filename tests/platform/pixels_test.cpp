@@ -15,8 +15,10 @@ constexpr Color kWhite = Rgb(255, 255, 255);
 
 class Sheet {
  public:
-  Sheet(int width, int height) : pixels_(static_cast<std::size_t>(width * height), PixelFrom(kWhite)) {
-    view = MakeView(pixels_.data(), width, height, width);
+  /// Its rows lie a pixel apart.
+  Sheet(int width, int height, double scale = 1)
+      : pixels_(static_cast<std::size_t>((width + 1) * height), PixelFrom(kWhite)) {
+    view = MakeView(pixels_.data(), width, height, width + 1, scale);
   }
 
   /// Rows of '#' where the pixel isn't white any more.
@@ -81,6 +83,22 @@ TEST(DrawLine, ACutNeverMovesAPixel) {
   }
 }
 
+TEST(DrawPen, PutsLinesBelowAFlatOneAndBesideASteepOne) {
+  const struct {
+    double scale, x1, y1, x2, y2;
+    const char* shown;
+  } cases[] = {{2, 1, 1, 2, 1, "......\n......\n..###.\n..###.\n"},
+               {2, 1, 0, 1, 1, "..##..\n..##..\n..##..\n......\n"},
+               {2, 0, 0, 1, 1, "#.....\n##....\n.##...\n..#...\n"},
+               {1.75, 1, 1, 1, 1, "......\n......\n..#...\n..#...\n"},
+               {1.5, 2, 1, 2, 1, "......\n......\n...#..\n......\n"}};
+  for (const auto& c : cases) {
+    Sheet sheet(6, 4, c.scale);
+    DrawPen(sheet.view, c.x1, c.y1, c.x2, c.y2, kBlack);
+    EXPECT_EQ(sheet.Shown(), c.shown);
+  }
+}
+
 TEST(Boxes, FillAndInvertAreCut) {
   Sheet sheet(4, 3);
   FillBox(sheet.view, {-5, 1, 2, 99}, Rgb(1, 2, 3));
@@ -120,12 +138,12 @@ TEST(BlendMask, MixesToTheNearestOfEverySum) {
 }
 
 TEST(Trimmed, KeepsThePlaceOfWhatIsCovered) {
-  TextMask mask{-2, 3, 4, 3, 2.5, {0, 0, 0, 0, 0, 0, 9, 0, 0, 8, 0, 0}};
+  TextMask mask{-2, 3, 4, 4, 2.5, {0, 0, 0, 0, 0, 0, 9, 0, 0, 8, 0, 0, 0, 0, 0, 0}};
   const auto parts = [](const TextMask& m) {
     return std::tuple(m.left, m.top, m.width, m.height, m.advance, m.coverage);
   };
   EXPECT_EQ(parts(Trimmed(mask)), std::tuple(-1, 4, 2, 2, 2.5, std::vector<std::uint8_t>{0, 9, 8, 0}));
-  mask.coverage.assign(12, 0);
+  mask.coverage.assign(16, 0);
   EXPECT_EQ(Trimmed(mask).width, 0);
   EXPECT_EQ(Trimmed(mask).advance, 2.5);
 }

@@ -1,0 +1,68 @@
+#include "platform/shared_memory.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <array>
+
+namespace platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::ThrowsMessage;
+constexpr std::array<std::uint8_t, 3> kBytes = {1, 2, 3};
+
+TEST(SharedMemory, KeepsItsPlaceWhileItsSizeStaysAndTellsOfTooMuch) {
+  SharedMemory own;
+  MappedMemory others;
+  own.Fill(kBytes);
+  const auto seen = others.View(own.Descriptor());
+  own.Fill({{9, 8, 7}});
+  EXPECT_THAT(seen.bytes, ElementsAre(9, 8, 7));
+  EXPECT_THAT(
+      [&] {
+        own.Fill({kBytes.data(), SIZE_MAX});
+      },
+      ThrowsMessage<std::runtime_error>(
+          HasSubstr("no shared memory for a plane of 18446744073709551615 bytes: Invalid")));
+  EXPECT_EQ(own.Descriptor(), -1);
+  own.Fill({kBytes.data(), 1});
+  EXPECT_THAT(others.View(own.Descriptor()).bytes, ElementsAre(1));
+}
+
+TEST(MappedMemory, KeepsTheEightPiecesThatWereSeenLast) {
+  std::array<SharedMemory, 9> memory;
+  for (auto& piece : memory) piece.Fill(kBytes);
+  MappedMemory others;
+  const auto see = [&](int piece) {
+    return others.View(memory[static_cast<std::size_t>(piece)].Descriptor());
+  };
+  const std::weak_ptr<const void> first = see(0).owner, second = see(1).owner;
+  for (const int piece : {2, 3, 4, 5, 6, 7, 0, 8}) see(piece);
+  EXPECT_EQ(see(0).owner, first.lock());
+  EXPECT_TRUE(second.expired());
+}
+
+TEST(MappedMemory, RefusesWhatCouldChangeItsSizeUnderTheReader) {
+  const struct {
+    int size, seals;
+    const char* told;
+  } cases[] = {{3, F_SEAL_SHRINK, "memory that isn't sealed against a change of size"},
+               {3, F_SEAL_GROW, "memory that isn't sealed against a change of size"},
+               {0, F_SEAL_SHRINK | F_SEAL_GROW, "memory of no size"}};
+  for (const auto& c : cases) {
+    const int descriptor = memfd_create("theirs", MFD_CLOEXEC | MFD_ALLOW_SEALING);
+    ASSERT_TRUE(ftruncate(descriptor, c.size) == 0 && fcntl(descriptor, F_ADD_SEALS, c.seals) == 0);
+    EXPECT_THAT([&] { MappedMemory().View(descriptor); },
+                ThrowsMessage<std::runtime_error>(HasSubstr(c.told)));
+    close(descriptor);
+  }
+  EXPECT_THAT([] { MappedMemory().View(-1); }, ThrowsMessage<std::runtime_error>(HasSubstr("can't be read")));
+}
+
+}  // namespace
+}  // namespace platform

@@ -1,6 +1,7 @@
 #include "platform/Widgets.h"
 
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
@@ -66,6 +67,12 @@ class BarWidget : public QScrollBar {
   void paintEvent(QPaintEvent* event) override {
     QScrollBar::paintEvent(event);
     if (hasFocus()) PaintFocusFrame(this);
+  }
+  /// The toolkit has the arrow keys of a bar that lies the wrong way round.
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Left) return triggerAction(SliderSingleStepSub);
+    if (event->key() == Qt::Key_Right) return triggerAction(SliderSingleStepAdd);
+    QScrollBar::keyPressEvent(event);
   }
 };
 

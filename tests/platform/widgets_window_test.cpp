@@ -1,0 +1,284 @@
+// Windows of each border, and what each of their controls does under a user's hands.
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QScrollBar>
+
+#include "platform/Lifetime.h"
+#include "platform/Menu.h"
+#include "platform/Picture.h"
+#include "platform/PictureBox.h"
+#include "platform/Widgets.h"
+#include "platform/Window.h"
+#include "support/UserInput.h"
+#include "support/desk.h"
+
+namespace platform {
+namespace {
+
+using support::Key;
+using support::Press;
+using support::Release;
+
+QImage Plain(QColor color, int side = 4) {
+  QImage image(side, side, QImage::Format_RGB32);
+  image.fill(color);
+  return image;
+}
+
+/// Writes down what the user's hands have set off.
+struct Bench : Window {
+  explicit Bench(Border border = Border::Sizable, Start start = Start::SystemDefault)
+      : Window({"Bench", "A bench", border, start, 400, 300, {":/assets/icons/app-16.png"}}) {
+    int left = 0;
+    for (Control* control : Controls()) control->Move(left, 40, 40, 40), left += 44;
+    list.SetHeight(200);
+    bar.SetMin(5);
+    bar.SetMax(500);
+    bar.SetLargeChange(50);
+    label.Click = Told("label");
+    text.Change = [this] { log += "text " + text.Text() + ","; };
+    text.Entered = Told("entered");
+    text.LostFocus = Told("left");
+    text.PressedElsewhere = Told("elsewhere");
+    list.Click = [this] { log += "list " + list.Text() + ","; };
+    bar.Change = [this] { log += "bar " + std::to_string(bar.Value()) + ","; };
+    bar.Scroll = [this] { log += "dragged " + std::to_string(bar.Value()) + ","; };
+    check.Click = [this] { log += "check " + std::to_string(check.Value()) + ","; };
+    button.Click = Told("button");
+    ticked.Click = [this] { log += ticked.Checked() ? "ticked," : "unticked,"; };
+    canvas.MouseDown = canvas.MouseUp = [this](int pressed, int keys, float x, float y) {
+      log += "canvas " + std::to_string(pressed) + std::to_string(keys) + " " + std::to_string(int(x)) + " " +
+             std::to_string(int(y)) + ",";
+    };
+    canvas.Wheel = [this](float notches, int keys, float x) {
+      log += "wheel " + std::to_string(int(notches * 10)) + " " + std::to_string(keys) + " " +
+             std::to_string(int(x)) + ",";
+    };
+  }
+  std::function<void()> Told(const std::string& what) {
+    return [this, what] { log += what + ","; };
+  }
+  void Form_Load() override { log += "load,"; }
+  void Form_Paint() override {
+    if (tile) TilePicture(*tile);
+  }
+  void Form_Resize() override { log += "resize " + std::to_string(ScaleWidth()) + ","; }
+  void Form_Unload(Flag& cancel) override {
+    log += "unload,";
+    EXPECT_TRUE(Unload()) << "it is under way";
+    cancel = stays;
+  }
+  void Form_Terminate() override { log += "end,"; }
+  bool Form_KeyDown(const KeyPress& press) override {
+    log += "key " + std::to_string(static_cast<int>(press.key)) + press.text +
+           (press.control ? " Ctrl" : "") + (press.alt ? " Alt" : "") + (press.shift ? " Shift" : "") + ",";
+    return true;
+  }
+  /// What was set off by this.
+  std::string After(const std::function<void()>& hands) {
+    support::HandleEvents();
+    log.clear();
+    hands();
+    support::HandleEvents();
+    return std::exchange(log, {});
+  }
+  QRgb Shown(int x, int y) { return ContainerWidget()->grab(QRect(x, y, 1, 1)).toImage().pixel(0, 0); }
+
+  Menu menu{*this, "menu", "&Menu"};
+  MenuItem ticked{menu, "ticked", "Tick", "Ctrl+T"};
+  Label label{*this, "label", "Words", Label::Align::Center};
+  TextBox text{*this, "text", "12"};
+  ListBox list{*this, "list", {"ant", "bee", "bug", "cat"}};
+  HScrollBar bar{*this, "bar"};
+  CheckBox check{*this, "check"};
+  CommandButton button{*this, "button", "Go"};
+  PictureBox canvas{*this, "canvas"};
+  std::string log;
+  Flag stays = kFalse;
+  std::optional<Picture> tile;
+};
+
+TEST(Windows, AreWhatTheirBorderSays) {
+  const struct {
+    Window::Border border;
+    Qt::WindowType type;
+    bool fixed;
+  } cases[] = {{Window::Border::Sizable, Qt::Window, false},
+               {Window::Border::SizableToolWindow, Qt::Tool, false},
+               {Window::Border::FixedToolWindow, Qt::Tool, true},
+               {Window::Border::FixedDialog, Qt::Dialog, true}};
+  for (const auto& c : cases) {
+    Bench bench(c.border);
+    const QWidget& top = *bench.TopWidget();
+    const int before = LoadedWindowCount();
+    EXPECT_EQ(bench.After([&] { bench.Show(); }), "load,resize 400,") << c.type;
+    EXPECT_EQ(LoadedWindowCount(), before + 1);
+    EXPECT_EQ(top.windowType(), c.type);
+    EXPECT_EQ(top.windowFlags().testFlag(Qt::WindowMaximizeButtonHint), c.border == Window::Border::Sizable);
+    EXPECT_EQ(top.windowTitle() + top.objectName(), "A benchBench");
+    EXPECT_FALSE(top.windowIcon().isNull());
+    EXPECT_EQ(top.minimumSize() == top.maximumSize(), c.fixed);
+    EXPECT_EQ(bench.ScaleHeight(), 300) << "below the menu bar";
+    if (!c.fixed) EXPECT_EQ(bench.After([&] { bench.ResizeClient(300, 300); }), "resize 300,");
+    bench.LimitClient(200, 100, 500, 400);
+    const int menu = top.height() - bench.ScaleHeight();
+    EXPECT_EQ(std::pair(top.minimumSize(), top.maximumSize()),
+              std::pair(QSize(200, 100 + menu), QSize(500, 400 + menu)));
+    bench.LimitClient(0, 0, 0, 0);
+    EXPECT_EQ(std::pair(top.minimumSize(), top.maximumSize()),
+              std::pair(QSize(0, 0), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX)));
+    bench.stays = kTrue;
+    const auto escape = [&] { Key(bench.TopWidget(), Qt::Key_Escape); };
+    EXPECT_EQ(bench.After(escape), c.fixed ? "unload," : "key 2,");
+    EXPECT_TRUE(bench.Visible());
+    bench.stays = kFalse;
+    EXPECT_EQ(bench.After([&] { bench.TopWidget()->close(); }), "unload,end,");
+    EXPECT_FALSE(bench.Visible() || bench.Loaded());
+    EXPECT_EQ(LoadedWindowCount(), before);
+  }
+}
+
+TEST(Windows, StartInTheMiddleOfWhatTheyBelongTo) {
+  Bench middle(Window::Border::FixedDialog, Window::Start::CenterScreen),
+      over(Window::Border::FixedDialog, Window::Start::CenterOwner);
+  const auto center = [](Window& window) { return window.TopWidget()->geometry().center(); };
+  middle.Show();
+  EXPECT_LE((center(middle) - middle.TopWidget()->screen()->availableGeometry().center()).manhattanLength(),
+            4);
+  middle.TopWidget()->move(100, 50);
+  while (!middle.TopWidget()->isActiveWindow()) QApplication::processEvents();
+  over.Show();
+  EXPECT_LE((center(over) - center(middle)).manhattanLength(), 4);
+}
+
+TEST(Windows, LayTilesFromTheLeftTopAndDarkenWithThem) {
+  Bench bench;
+  bench.Show();
+  for (const auto& [side, shade, dark] :
+       {std::tuple(4, 100, true), {4, 120, false}, {8, 90, true}, {3, 40, true}}) {
+    QImage tile = Plain(QColor(shade, shade, shade), side);
+    tile.setPixel(1, 0, 0xFF000000u | static_cast<QRgb>(side));
+    bench.tile.emplace(tile);
+    bench.Repaint();
+    support::HandleEvents();
+    EXPECT_EQ(bench.GroundIsDark(), dark);
+    EXPECT_EQ(bench.Shown(1 + 40 * side, 4 * side), tile.pixel(1, 0)) << side;
+    EXPECT_EQ(bench.Shown(40 * side, 4 * side), tile.pixel(0, 0)) << side;
+  }
+  bench.tile.reset();
+  bench.SetBackColor(Rgb(130, 131, 132));
+  support::HandleEvents();
+  EXPECT_FALSE(bench.GroundIsDark());
+  EXPECT_EQ(bench.Shown(399, 299), qRgb(130, 131, 132));
+}
+
+TEST(Controls, TellWhatTheUsersHandsDo) {
+  Bench bench;
+  bench.Show();
+  while (!bench.TopWidget()->isActiveWindow()) QApplication::processEvents();
+  bench.button.SetFocus();
+  QWidget *text = bench.text.Widget(), *list = bench.list.Widget(), *bar = bench.bar.Widget(),
+          *canvas = bench.canvas.Widget(), *label = bench.label.Widget(), *check = bench.check.Widget();
+  const struct {
+    QWidget* at;
+    int key;
+    const char *letter, *told;
+    Qt::KeyboardModifiers with = Qt::NoModifier;
+  } keys[] = {{text, Qt::Key_End, "", ""},
+              {text, Qt::Key_3, "3", "text 123,"},
+              {text, Qt::Key_Return, "", "entered,key 0,"},
+              {text, Qt::Key_Escape, "", "key 2,"},
+              {list, Qt::Key_C, "c", ""},
+              {list, Qt::Key_Return, "", "list cat,key 0,"},
+              {list, Qt::Key_Up, "", "key 3 Ctrl,", Qt::ControlModifier},
+              {list, Qt::Key_Up, "", ""},
+              {list, Qt::Key_Enter, "", "list bug,key 0,"},
+              {list, Qt::Key_Space, " ", "list bug,"},
+              {list, Qt::Key_Comma, ",", "key 0, Shift,", Qt::ShiftModifier},
+              {bar, Qt::Key_PageDown, "", "bar 55,"},
+              {bar, Qt::Key_Right, "", "bar 71,"},
+              {bar, Qt::Key_Left, "", "bar 55,"},
+              {bar, Qt::Key_End, "", "bar 500,"},
+              {bar, Qt::Key_Home, "", "bar 5,"},
+              {check, Qt::Key_Space, " ", "check 1,"},
+              {bench.button.Widget(), Qt::Key_Return, "", "button,"},
+              {bench.TopWidget(), Qt::Key_Z, "", "key 9 Ctrl,", Qt::ControlModifier},
+              {bench.TopWidget(), Qt::Key_Home, "", "key 7 Alt,", Qt::AltModifier}};
+  for (const auto& k : keys)
+    EXPECT_EQ(bench.After([&] { Key(k.at, k.key, k.with, k.letter); }), k.told) << k.told;
+
+  const auto* view = static_cast<QListWidget*>(list);
+  const QPointF bee = view->visualItemRect(view->item(1)).center();
+  const struct {
+    QWidget* at;
+    QPointF press, release;
+    const char* told;
+    Qt::MouseButton button = Qt::LeftButton;
+  } clicks[] = {{text, {5, 5}, {5, 5}, ""},
+                {label, {5, 5}, {5, 5}, "elsewhere,label,"},
+                {label, {5, 5}, {5, 45}, "elsewhere,"},
+                {view->viewport(), bee, bee, "elsewhere,list bee,"},
+                {view->viewport(), bee, bee, "elsewhere,", Qt::RightButton},
+                {view->viewport(), {5, 195}, {5, 195}, "elsewhere,"},
+                {check, {39, 1}, {39, 1}, "elsewhere,check 0,"},
+                {bench.button.Widget(), {9, 9}, {9, 9}, "elsewhere,button,"},
+                {canvas, {6, 7}, {8, 9}, "elsewhere,canvas 40 6 7,canvas 40 8 9,", Qt::MiddleButton},
+                {canvas, {6, 7}, {6, 7}, "elsewhere,canvas 20 6 7,canvas 20 6 7,", Qt::RightButton}};
+  for (const auto& c : clicks)
+    EXPECT_EQ(bench.After([&] { Press(c.at, c.press, c.button), Release(c.at, c.release, c.button); }),
+              c.told);
+
+  const auto leave = [&](Qt::FocusReason reason) {
+    QFocusEvent event(QEvent::FocusOut, reason);
+    QApplication::sendEvent(text, &event);
+  };
+  for (const auto reason : {Qt::PopupFocusReason, Qt::ActiveWindowFocusReason, Qt::TabFocusReason})
+    EXPECT_EQ(bench.After([&] { leave(reason); }), reason == Qt::TabFocusReason ? "left," : "");
+  EXPECT_EQ(bench.After([&] { bench.bar.SetValue(99), bench.bar.SetMax(90); }), "bar 99,bar 90,");
+  static_cast<QScrollBar*>(bar)->setSliderDown(true);
+  EXPECT_EQ(bench.After([&] { bench.bar.SetValue(9); }), "dragged 9,");
+  EXPECT_EQ(bench.After([&] { support::Wheel(canvas, -60); }), "wheel -5 0 19,");
+  bench.ticked.SetChecked(true);
+  EXPECT_EQ(bench.After([&] { bench.MenuBar()->actions()[0]->menu()->actions()[0]->trigger(); }), "ticked,");
+  bench.text.SetText(std::string(40'000, '5'));
+  bench.text.SelectAll();
+  EXPECT_EQ(static_cast<QLineEdit*>(text)->selectedText().size(), 40'000);
+  bench.text.Escaped = bench.Told("escaped");
+  EXPECT_EQ(bench.After([&] { Key(text, Qt::Key_Escape), text->hide(), Press(label, {5, 5}); }), "escaped,");
+}
+
+TEST(Controls, ShowTheirStateInTheirRoom) {
+  Bench bench;
+  bench.Show();
+  const auto picture = [](const Control& control) { return control.Widget()->grab().toImage(); };
+  // The tick goes from 0.24 to 0.78 of the box's width and from 0.27 to 0.72 of its height, in a pen of 6
+  // pixels.
+  const QImage empty = picture(bench.check);
+  bench.check.SetValue(1);
+  const QImage ticked = picture(bench.check);
+  QRect tick;
+  for (int y = 0; y < 40; ++y)
+    for (int x = 0; x < 40; ++x)
+      if (qGray(ticked.pixel(x, y)) < qGray(empty.pixel(x, y)) - 100) tick |= QRect(x, y, 1, 1);
+  EXPECT_LE((tick.topLeft() - QPoint(7, 8)).manhattanLength(), 3);
+  EXPECT_LE((tick.bottomRight() - QPoint(34, 31)).manhattanLength(), 3);
+  const LineControl rule(bench, "rule", 90, 9, 90, 2, Rgb(9, 9, 9));
+  EXPECT_EQ(rule.Widget()->geometry(), QRect(90, 2, 1, 8));
+  EXPECT_TRUE(rule.Widget()->testAttribute(Qt::WA_TransparentForMouseEvents));
+  EXPECT_EQ(picture(rule).pixel(0, 7), 0xFF090909u);
+  ImageHolder holder(bench, "holder");
+  holder.SetPicture(std::make_shared<Picture>(Plain(Qt::red, 7)));
+  EXPECT_EQ(holder.Widget()->size(), QSize(7, 7));
+  EXPECT_FALSE(holder.Visible());
+  const QAction& item = *bench.MenuBar()->actions()[0]->menu()->actions()[0];
+  EXPECT_EQ(item.objectName() + item.text() + item.shortcut().toString(), "tickedTickCtrl+T");
+  EXPECT_FALSE(item.isCheckable()) << "there is no place for a tick";
+}
+
+}  // namespace
+}  // namespace platform

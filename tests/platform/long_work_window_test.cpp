@@ -132,6 +132,9 @@ TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {
     work.Report(0, 10);
     EXPECT_EQ(value(), 0);
     const QPointer<QProgressBar> bar = find();
+    EXPECT_EQ(bar->width(), 150) << "three quarters of the grid's";
+    EXPECT_LE((bar->geometry().center() - QPoint(100, 75)).manhattanLength(), 2);
+    EXPECT_EQ(bar->accessibleName(), "Progress");
     {
       LongWork part(&busy->grid);
       Sleep(110);
@@ -190,7 +193,7 @@ TEST(Clock, CountsTheSecondsOfTheLocalDay) {
 }
 
 TEST(ErrorReport, OnlyItsReaderEndsIt) {
-  const auto fail_at_the_start = [] {
+  const auto fail_at_the_start = [](const std::function<std::string()>& rescue) {
     AnswerMessagesWith([](const Message&) {
       // What keeps the process alive comes to its end while the report is read.
       { const KeepAlive kept; }
@@ -199,11 +202,17 @@ TEST(ErrorReport, OnlyItsReaderEndsIt) {
       std::fprintf(stderr, "read to the end: %d\n", reading.exec());
       return Answer::Ok;
     });
-    BeforeUntimelyEnd([] { return std::string("The sheet is safe."); });
+    BeforeUntimelyEnd(rescue);
     RunEvent([] { throw std::runtime_error("no host"); });
   };
-  EXPECT_EXIT(fail_at_the_start(), testing::ExitedWithCode(1),
-              "no host\n\nThe sheet is safe.\nread to the end: 7");
+  const auto throw_this = [](const auto& failure) { return [failure]() -> std::string { throw failure; }; };
+  const std::pair<std::function<std::string()>, const char*> cases[] = {
+      {[] { return "The sheet is safe."; }, "The sheet is safe."},
+      {throw_this(std::runtime_error("disk full")), "What isn't saved could not be kept: disk full"},
+      {throw_this(1), "What isn't saved could not be kept."}};
+  for (const auto& [rescue, words] : cases)
+    EXPECT_EXIT(fail_at_the_start(rescue), testing::ExitedWithCode(1),
+                std::string("no host\n\n") + words + "\nread to the end: 7");
 }
 
 }  // namespace

@@ -42,7 +42,9 @@ bool WaitUntil(const std::function<bool()>& condition) {
 // What a callback was told.
 std::atomic<int> done_count{0};
 std::atomic<std::thread::id> done_thread;
-void Note(std::uint32_t, std::uint32_t message, std::uint32_t, std::uint32_t, std::uint32_t) {
+std::atomic<std::uint64_t> told{0};  // a digit for each message: 1 opened, 2 closed, 3 done
+void Note(std::uint32_t handle, std::uint32_t message, std::uint32_t instance, std::uint32_t, std::uint32_t) {
+  told = told * 10 + (message - WOM_OPEN + 1) + 1000 * (handle == 0 || instance != 5);
   if (message != WOM_DONE) return;
   done_thread = std::this_thread::get_id();
   ++done_count;
@@ -66,9 +68,9 @@ struct FakeMachine {
     return [this](const AudioFormat& opened, FillBuffer filler) {
       const std::lock_guard lock(mutex);
       EXPECT_EQ(fill, nullptr) << "opened beside another";
-      ++open_count;
       started = false;
       open = true;
+      ++open_count;
       format = opened;
       fill = std::move(filler);
       return std::make_unique<Device>(*this);
@@ -95,7 +97,7 @@ struct WrittenSlice {
                const Bytes& bytes)
       : output(machine.Opener(), patience), header{bytes.data(), static_cast<std::uint32_t>(bytes.size())} {
     done_count = 0;
-    EXPECT_EQ(output.Open(handle, format, &Note, 0), kWaveOk);
+    EXPECT_EQ(output.Open(handle, format, &Note, 5), kWaveOk);
     EXPECT_EQ(output.Prepare(handle, header), kWaveOk);
     EXPECT_EQ(output.Write(handle, header), kWaveOk);
   }
@@ -108,6 +110,7 @@ TEST(SliceOutput, IsDoneWhenTheLastBufferHasBeenHeardAndNotBefore) {
   FakeMachine machine;
   machine.buffers_behind = 2;
   Bytes bytes = {1, 2, 3, 4, 5};
+  told = 0;
   WrittenSlice slice(machine, {}, Mono(8000, 8), bytes);
   EXPECT_EQ(machine.Ask(4), (Bytes{1, 2, 3, 4}));
   EXPECT_EQ(machine.Ask(4), (Bytes{5, 128, 128, 128}));
@@ -120,7 +123,9 @@ TEST(SliceOutput, IsDoneWhenTheLastBufferHasBeenHeardAndNotBefore) {
   EXPECT_EQ(done_count, 1);
   EXPECT_EQ(slice.output.Unprepare(slice.handle, slice.header), kWaveOk);
   EXPECT_EQ(machine.Ask(4), (Bytes{128, 128, 128, 128}));
-  EXPECT_EQ(done_count, 1);
+  EXPECT_EQ(slice.output.Write(slice.handle, slice.header), kWaveUnprepared);
+  EXPECT_EQ(slice.output.Close(slice.handle), kWaveOk);
+  EXPECT_EQ(told, 132U);
 }
 
 TEST(SliceOutput, KeepsTheDeviceForTheNextSliceOfTheFormat) {
@@ -128,14 +133,14 @@ TEST(SliceOutput, KeepsTheDeviceForTheNextSliceOfTheFormat) {
   WaveHandle handle = 0;
   SliceOutput output(machine.Opener(), {.linger = milliseconds(60)});
   for (int i = 0; i < 3; ++i) {
-    ASSERT_EQ(output.Open(handle, Mono(8000, 8), &Note, 0), kWaveOk);
+    ASSERT_EQ(output.Open(handle, Mono(8000, 8), &Note, 5), kWaveOk);
     WaveHandle second = 77;
-    EXPECT_EQ(output.Open(second, Mono(8000, 8), &Note, 0), kWaveAllocated);
+    EXPECT_EQ(output.Open(second, Mono(8000, 8), &Note, 5), kWaveAllocated);
     EXPECT_EQ(second, 0u);
     EXPECT_EQ(output.Close(handle), kWaveOk);
   }
   EXPECT_EQ(machine.open_count, 1);
-  ASSERT_EQ(output.Open(handle, Mono(22050, 16), &Note, 0), kWaveOk);
+  ASSERT_EQ(output.Open(handle, Mono(22050, 16), &Note, 5), kWaveOk);
   EXPECT_EQ(machine.open_count, 2);
   EXPECT_EQ(machine.format, (AudioFormat{22050, 1, SampleForm::Signed16}));
   std::this_thread::sleep_for(milliseconds(150));
@@ -189,15 +194,16 @@ TEST(SliceOutput, ASoundServerThatHangsCostsOnePatienceAndNoMore) {
   constexpr milliseconds patience{300};
   FakeMachine machine;
   Gate gate;
-  SliceOutput output(BehindGate(gate, machine), {.open = patience});
+  SliceOutput output(BehindGate(gate, machine), {.linger = milliseconds(10), .open = patience});
   WaveHandle handle = 77;
-  const auto open = [&] { return output.Open(handle, Mono(8000, 8), &Note, 0); };
+  const auto open = [&] { return output.Open(handle, Mono(8000, 8), &Note, 5); };
   EXPECT_GE(TimeOf([&] { EXPECT_EQ(open(), kWaveNoDriver); }), patience);
   EXPECT_EQ(handle, 0u);
   EXPECT_LT(TimeOf([&] { EXPECT_EQ(open(), kWaveNoDriver); }), patience);
   gate.Open();
+  EXPECT_TRUE(WaitUntil([&] { return machine.open_count == 1 && !machine.open; })) << "it came too late";
   EXPECT_TRUE(WaitUntil([&] { return handle != 0 || open() == kWaveOk; })) << "the server has come back";
-  EXPECT_EQ(machine.open_count, 1);
+  EXPECT_EQ(machine.open_count, 2);
 }
 
 TEST(SliceOutput, AnEndThatNobodyWaitsForClosesTheDeviceThatComesLate) {
@@ -206,7 +212,7 @@ TEST(SliceOutput, AnEndThatNobodyWaitsForClosesTheDeviceThatComesLate) {
   WaveHandle handle = 0;
   {
     SliceOutput output(BehindGate(gate, machine), {.open = milliseconds(50)});
-    EXPECT_EQ(output.Open(handle, Mono(8000, 8), &Note, 0), kWaveNoDriver);
+    EXPECT_EQ(output.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
   }
   gate.Open();
   EXPECT_TRUE(WaitUntil([&] { return machine.open_count == 1 && !machine.open; }));
@@ -221,7 +227,7 @@ TEST(SliceOutput, RefusesWhatItCannotPlayAndWithoutADeviceEverything) {
   const WaveHeader header{bytes.data(), 80}, other{bytes.data(), 80}, nowhere{nullptr, 80};
   WaveHandle handle = 77;
   done_count = 0;
-  EXPECT_EQ(mute.Open(handle, Mono(8000, 8), &Note, 0), kWaveNoDriver);
+  EXPECT_EQ(mute.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
   EXPECT_EQ(handle, 0u);
   EXPECT_EQ(mute.Prepare(handle, header), kWaveInvalidHandle);
   EXPECT_EQ(mute.Write(handle, header), kWaveInvalidHandle);
@@ -229,9 +235,9 @@ TEST(SliceOutput, RefusesWhatItCannotPlayAndWithoutADeviceEverything) {
   EXPECT_EQ(mute.Close(handle), kWaveInvalidHandle);
   WaveFormatEx compressed = Mono(8000, 8);
   compressed.wFormatTag = 17;
-  EXPECT_EQ(output.Open(handle, compressed, &Note, 0), kWaveBadFormat);
-  EXPECT_EQ(output.Open(handle, Mono(8000, 24), &Note, 0), kWaveBadFormat);
-  ASSERT_EQ(output.Open(handle, Mono(8000, 8), &Note, 0), kWaveOk);
+  EXPECT_EQ(output.Open(handle, compressed, &Note, 5), kWaveBadFormat);
+  EXPECT_EQ(output.Open(handle, Mono(8000, 24), &Note, 5), kWaveBadFormat);
+  ASSERT_EQ(output.Open(handle, Mono(8000, 8), &Note, 5), kWaveOk);
   EXPECT_EQ(output.Prepare(handle, header), kWaveOk);
   EXPECT_EQ(output.Write(handle, other), kWaveUnprepared);
   EXPECT_EQ(output.Prepare(handle, nowhere), kWaveOk);
@@ -280,7 +286,7 @@ TEST(WaveOut, JustTheBytesOfTheSliceLeave) {
     auto output = MakeWaveOutput();
     const WaveHeader header{sound.data() + c.offset, c.length};
     WaveHandle handle = 0;
-    ASSERT_EQ(output->Open(handle, Mono(c.rate, c.bits), &Note, 0), kWaveOk);
+    ASSERT_EQ(output->Open(handle, Mono(c.rate, c.bits), &Note, 5), kWaveOk);
     ASSERT_EQ(output->PrepareHeader(handle, header), kWaveOk);
     ASSERT_EQ(output->Write(handle, header), kWaveOk);
     ASSERT_TRUE(WaitUntil([] { return done_count == 1; }));

@@ -1,10 +1,12 @@
 // Windows of each border, and what each of their controls does under a user's hands.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QScreen>
 #include <QScrollBar>
 
@@ -160,15 +162,16 @@ TEST(Windows, LayTilesFromTheLeftTopAndDarkenWithThem) {
   Bench bench;
   bench.Show();
   for (const auto& [side, shade, dark] :
-       {std::tuple(4, 100, true), {4, 120, false}, {8, 90, true}, {3, 40, true}}) {
-    QImage tile = Plain(QColor(shade, shade, shade), side);
-    tile.setPixel(1, 0, 0xFF000000u | static_cast<QRgb>(side));
+       {std::tuple(4, 90, true), {4, 120, false}, {8, 80, true}, {3, 40, true}}) {
+    // Darker on its left.
+    QImage tile = Plain(QColor(shade + 20, shade + 20, shade + 20), side);
+    QPainter(&tile).fillRect(0, 0, side / 2, side, QColor(shade, shade, shade));
     bench.tile.emplace(tile);
     bench.Repaint();
     support::HandleEvents();
     EXPECT_EQ(bench.GroundIsDark(), dark);
-    EXPECT_EQ(bench.Shown(1 + 40 * side, 4 * side), tile.pixel(1, 0)) << side;
-    EXPECT_EQ(bench.Shown(40 * side, 4 * side), tile.pixel(0, 0)) << side;
+    EXPECT_NEAR(qGray(bench.Shown(40 * side, 4 * side)), shade, 6) << side;
+    EXPECT_NEAR(qGray(bench.Shown(41 * side - 1, 4 * side)), shade + 20, 6) << side;
   }
   bench.tile.reset();
   bench.SetBackColor(Rgb(130, 131, 132));
@@ -271,13 +274,102 @@ TEST(Controls, ShowTheirStateInTheirRoom) {
   EXPECT_EQ(rule.Widget()->geometry(), QRect(90, 2, 1, 8));
   EXPECT_TRUE(rule.Widget()->testAttribute(Qt::WA_TransparentForMouseEvents));
   EXPECT_EQ(picture(rule).pixel(0, 7), 0xFF090909u);
-  ImageHolder holder(bench, "holder");
-  holder.SetPicture(std::make_shared<Picture>(Plain(Qt::red, 7)));
-  EXPECT_EQ(holder.Widget()->size(), QSize(7, 7));
-  EXPECT_FALSE(holder.Visible());
   const QAction& item = *bench.MenuBar()->actions()[0]->menu()->actions()[0];
   EXPECT_EQ(item.objectName() + item.text() + item.shortcut().toString(), "tickedTickCtrl+T");
   EXPECT_FALSE(item.isCheckable()) << "there is no place for a tick";
+
+  while (!bench.TopWidget()->isActiveWindow()) QApplication::processEvents();
+  QPalette palette;
+  palette.setColor(QPalette::Highlight, Qt::blue);
+  bench.canvas.Widget()->setPalette(palette);
+  bench.canvas.SetBackColor(Rgb(255, 255, 0));
+  bench.canvas.TakeKeyboard();
+  bench.canvas.FrameColumns(3, 30);
+  bench.canvas.ShowRules({1, 34}, Rgb(255, 0, 0));
+  bench.canvas.SetFocus();
+  std::string row;
+  for (int x = 0; x < 40; ++x) switch (picture(bench.canvas).pixel(x, 20)) {
+      case 0xFFFF0000u:
+        row += '|';
+        break;
+      case 0xFF0000FFu:
+        row += '=';
+        break;
+      case 0xFFFFFFFFu:
+        row += '-';
+        break;
+      case 0xFFFFFF00u:
+        row += '.';
+        break;
+      default:
+        row += '#';
+    }
+  EXPECT_EQ(row, ".|.#==-...................-==#....|.....");
+
+  // Letters: where they stand, and whether they are brighter than the ground.
+  const auto ink = [&](const QRect& place) {
+    support::HandleEvents();
+    const QImage shown = bench.ContainerWidget()->grab(place).toImage();
+    QRect covered;
+    int brightest = 0;
+    for (int y = 0; y < shown.height(); ++y)
+      for (int x = 0; x < shown.width(); ++x)
+        if (shown.pixel(x, y) != shown.pixel(0, 0)) {
+          covered |= QRect(x, y, 1, 1);
+          brightest = std::max(brightest, qGray(shown.pixel(x, y)));
+        }
+    return std::pair(covered, brightest > 200);
+  };
+  Label left(bench, "left", "Ill"), right(bench, "right", "Ill", Label::Align::Right);
+  int top = 250;
+  for (Label* label : {&left, &bench.label, &right}) {
+    label->Move(100, top, 200, 16);
+    label->SetVisible(true);
+    label->SetForeColor(label == &right ? Rgb(255, 255, 255) : 0);
+    const auto [covered, bright] = ink(QRect(100, top, 200, 16));
+    const int expected = label == &left    ? covered.width() / 2
+                         : label == &right ? 199 - covered.width() / 2
+                                           : 100;
+    EXPECT_NEAR(covered.center().x(), expected, 4) << label->Name();
+    EXPECT_EQ(bright, label == &right);
+    top += 16;
+  }
+  bench.canvas.Move(0, 0, 300, 40);
+  bench.canvas.FrameColumns(0, 0);
+  bench.canvas.ShowRules({}, 0);
+  bench.canvas.SetFont({"", 15});
+  bench.canvas.SetForeColor(Rgb(255, 255, 255));
+  bench.canvas.MovePen(100, 5);
+  for (int i = 0; i < 2; ++i) bench.canvas.Print("H");
+  // 15 points are 20 pixels: an H is between half and all of that high, and less wide.
+  const QRect letters = ink(QRect(0, 0, 300, 40)).first;
+  EXPECT_TRUE(QRect(99, 5, 41, 24).contains(letters)) << letters.x() << ' ' << letters.y();
+  EXPECT_TRUE(letters.width() > 18 && letters.height() > 10) << letters.width() << ' ' << letters.height();
+}
+
+TEST(Pictures, AreReadByWhatTheyHoldAndShownAtEachScale) {
+  const std::string file = support::ScratchFolder() + "/a@2x.bmp";
+  QImage clear(3, 2, QImage::Format_ARGB32);
+  clear.fill(QColor(1, 2, 3, 128));
+  for (const QImage& image : {Plain(Qt::red), clear}) {
+    ASSERT_TRUE(image.save(QString::fromStdString(file), "PNG"));
+    const auto read = Picture::Load(file);
+    EXPECT_EQ(QSize(read->Width(), read->Height()), image.size());
+    EXPECT_EQ(read->Image().devicePixelRatio(), 1);
+    EXPECT_EQ(read->Image().format(),
+              image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32);
+  }
+  for (const auto& [path, told] :
+       {std::pair(std::string("/"), "Can't read the picture \"/\": Not a regular file"),
+        {std::string("/gone.png"), "Can't read the picture \"/gone.png\": "}})
+    EXPECT_THAT([&] { Picture::Load(path); },
+                testing::ThrowsMessage<std::runtime_error>(testing::StartsWith(told)));
+  const Picture twin(Plain(Qt::red, 4), Plain(Qt::blue, 8)), lone(Plain(Qt::red, 4));
+  for (const auto& [scale, side, dense] :
+       {std::tuple(1.0, 4, false), {1.5, 6, true}, {2.0, 8, true}, {3.0, 12, true}, {0.5, 2, false}}) {
+    EXPECT_EQ(twin.ImageAt(scale), Plain(dense ? Qt::blue : Qt::red, side)) << scale;
+    EXPECT_EQ(lone.ImageAt(scale), Plain(Qt::red, side)) << scale;
+  }
 }
 
 }  // namespace

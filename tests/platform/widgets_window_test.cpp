@@ -9,6 +9,8 @@
 #include <QPainter>
 #include <QScreen>
 #include <QScrollBar>
+#include <map>
+#include <sstream>
 
 #include "platform/Lifetime.h"
 #include "platform/Menu.h"
@@ -43,51 +45,49 @@ struct Bench : Window {
     bar.SetMax(500);
     bar.SetLargeChange(50);
     label.Click = Told("label");
-    text.Change = [this] { log += "text " + text.Text() + ","; };
+    text.Change = [this] { log << "text " << text.Text() << ','; };
     text.Entered = Told("entered");
     text.LostFocus = Told("left");
     text.PressedElsewhere = Told("elsewhere");
-    list.Click = [this] { log += "list " + list.Text() + ","; };
-    bar.Change = [this] { log += "bar " + std::to_string(bar.Value()) + ","; };
-    bar.Scroll = [this] { log += "dragged " + std::to_string(bar.Value()) + ","; };
-    check.Click = [this] { log += "check " + std::to_string(check.Value()) + ","; };
+    list.Click = [this] { log << "list " << list.Text() << ','; };
+    bar.Change = [this] { log << "bar " << bar.Value() << ','; };
+    bar.Scroll = [this] { log << "dragged " << bar.Value() << ','; };
+    check.Click = [this] { log << "check " << check.Value() << ','; };
     button.Click = Told("button");
-    ticked.Click = [this] { log += ticked.Checked() ? "ticked," : "unticked,"; };
+    ticked.Click = [this] { log << (ticked.Checked() ? "ticked," : "unticked,"); };
     canvas.MouseDown = canvas.MouseUp = [this](int pressed, int keys, float x, float y) {
-      log += "canvas " + std::to_string(pressed) + std::to_string(keys) + " " + std::to_string(int(x)) + " " +
-             std::to_string(int(y)) + ",";
+      log << "canvas " << pressed << keys << ' ' << x << ' ' << y << ',';
     };
     canvas.Wheel = [this](float notches, int keys, float x) {
-      log += "wheel " + std::to_string(int(notches * 10)) + " " + std::to_string(keys) + " " +
-             std::to_string(int(x)) + ",";
+      log << "wheel " << notches << ' ' << keys << ' ' << x << ',';
     };
   }
   std::function<void()> Told(const std::string& what) {
-    return [this, what] { log += what + ","; };
+    return [this, what] { log << what << ','; };
   }
-  void Form_Load() override { log += "load,"; }
+  void Form_Load() override { log << "load,"; }
   void Form_Paint() override {
     if (tile) TilePicture(*tile);
   }
-  void Form_Resize() override { log += "resize " + std::to_string(ScaleWidth()) + ","; }
+  void Form_Resize() override { log << "resize " << ScaleWidth() << ','; }
   void Form_Unload(Flag& cancel) override {
-    log += "unload,";
+    log << "unload,";
     EXPECT_TRUE(Unload()) << "it is under way";
     cancel = stays;
   }
-  void Form_Terminate() override { log += "end,"; }
+  void Form_Terminate() override { log << "end,"; }
   bool Form_KeyDown(const KeyPress& press) override {
-    log += "key " + std::to_string(static_cast<int>(press.key)) + press.text +
-           (press.control ? " Ctrl" : "") + (press.alt ? " Alt" : "") + (press.shift ? " Shift" : "") + ",";
+    log << "key " << static_cast<int>(press.key) << press.text << (press.control ? " Ctrl" : "")
+        << (press.alt ? " Alt" : "") << (press.shift ? " Shift" : "") << ',';
     return true;
   }
   /// What was set off by this.
   std::string After(const std::function<void()>& hands) {
     support::HandleEvents();
-    log.clear();
+    log.str({});
     hands();
     support::HandleEvents();
-    return std::exchange(log, {});
+    return log.str();
   }
   QRgb Shown(int x, int y) { return ContainerWidget()->grab(QRect(x, y, 1, 1)).toImage().pixel(0, 0); }
 
@@ -100,7 +100,7 @@ struct Bench : Window {
   CheckBox check{*this, "check"};
   CommandButton button{*this, "button", "Go"};
   PictureBox canvas{*this, "canvas"};
-  std::string log;
+  std::ostringstream log;
   Flag stays = kFalse;
   std::optional<Picture> tile;
 };
@@ -126,7 +126,8 @@ TEST(Windows, AreWhatTheirBorderSays) {
     EXPECT_FALSE(top.windowIcon().isNull());
     EXPECT_EQ(top.minimumSize() == top.maximumSize(), c.fixed);
     EXPECT_EQ(bench.ScaleHeight(), 300) << "below the menu bar";
-    if (!c.fixed) EXPECT_EQ(bench.After([&] { bench.ResizeClient(300, 300); }), "resize 300,");
+    const int width = c.fixed ? 400 : 300;
+    EXPECT_EQ(bench.After([&] { bench.ResizeClient(width, 300); }), c.fixed ? "" : "resize 300,");
     bench.LimitClient(200, 100, 500, 400);
     const int menu = top.height() - bench.ScaleHeight();
     EXPECT_EQ(std::pair(top.minimumSize(), top.maximumSize()),
@@ -245,7 +246,7 @@ TEST(Controls, TellWhatTheUsersHandsDo) {
   EXPECT_EQ(bench.After([&] { bench.bar.SetValue(99), bench.bar.SetMax(90); }), "bar 99,bar 90,");
   static_cast<QScrollBar*>(bar)->setSliderDown(true);
   EXPECT_EQ(bench.After([&] { bench.bar.SetValue(9); }), "dragged 9,");
-  EXPECT_EQ(bench.After([&] { support::Wheel(canvas, -60); }), "wheel -5 0 19,");
+  EXPECT_EQ(bench.After([&] { support::Wheel(canvas, -60); }), "wheel -0.5 0 19,");
   bench.ticked.SetChecked(true);
   EXPECT_EQ(bench.After([&] { bench.MenuBar()->actions()[0]->menu()->actions()[0]->trigger(); }), "ticked,");
   bench.text.SetText(std::string(40'000, '5'));
@@ -281,30 +282,40 @@ TEST(Controls, ShowTheirStateInTheirRoom) {
   while (!bench.TopWidget()->isActiveWindow()) QApplication::processEvents();
   QPalette palette;
   palette.setColor(QPalette::Highlight, Qt::blue);
+  palette.setColor(QPalette::Base, Qt::white);
+  const auto across = [&](const Control& control, int y) {
+    const std::map<QRgb, char> signs = {
+        {0xFFFF0000, '|'}, {0xFF0000FF, '='}, {0xFFFFFFFF, '-'}, {0xFFFFFF00, '.'}};
+    const QImage shown = picture(control);
+    std::string row;
+    for (int x = 0; x < 40; ++x) row += signs.contains(shown.pixel(x, y)) ? signs.at(shown.pixel(x, y)) : '#';
+    return row;
+  };
   bench.canvas.Widget()->setPalette(palette);
   bench.canvas.SetBackColor(Rgb(255, 255, 0));
   bench.canvas.TakeKeyboard();
   bench.canvas.FrameColumns(3, 30);
   bench.canvas.ShowRules({1, 34}, Rgb(255, 0, 0));
   bench.canvas.SetFocus();
-  std::string row;
-  for (int x = 0; x < 40; ++x) switch (picture(bench.canvas).pixel(x, 20)) {
-      case 0xFFFF0000u:
-        row += '|';
-        break;
-      case 0xFF0000FFu:
-        row += '=';
-        break;
-      case 0xFFFFFFFFu:
-        row += '-';
-        break;
-      case 0xFFFFFF00u:
-        row += '.';
-        break;
-      default:
-        row += '#';
+  EXPECT_EQ(across(bench.canvas, 20), ".|.#==-...................-==#....|.....");
+  bench.text.SetText("");
+  bench.text.SetReadOnly(true);
+  bench.check.SetValue(0);
+  for (Control* control : std::initializer_list<Control*>{&bench.text, &bench.check})
+    for (const bool focused : {false, true}) {
+      control->Widget()->setPalette(palette);
+      (focused ? *control : bench.button).SetFocus();
+      const std::string between(36, '-'), edge(40, focused ? '=' : '#');
+      for (const int y : {2, 37})
+        EXPECT_EQ(across(*control, y), focused ? "==" + between + "==" : "#-" + between + "-#");
+      for (const int y : {0, 39}) EXPECT_EQ(across(*control, focused ? std::clamp(y, 1, 38) : y), edge);
     }
-  EXPECT_EQ(row, ".|.#==-...................-==#....|.....");
+  // A text that can't be edited is made to fit.
+  const QString wide = "twice as wide as its room";
+  const double natural = QFontMetricsF(QApplication::font()).horizontalAdvance(wide);
+  bench.text.Move(0, 0, static_cast<int>(natural / 2), 40);
+  bench.text.SetText(wide.toStdString());
+  EXPECT_LE(QFontMetricsF(bench.text.Widget()->font()).horizontalAdvance(wide), natural * 0.6);
 
   // Letters: where they stand, and whether they are brighter than the ground.
   const auto ink = [&](const QRect& place) {
@@ -327,9 +338,8 @@ TEST(Controls, ShowTheirStateInTheirRoom) {
     label->SetVisible(true);
     label->SetForeColor(label == &right ? Rgb(255, 255, 255) : 0);
     const auto [covered, bright] = ink(QRect(100, top, 200, 16));
-    const int expected = label == &left    ? covered.width() / 2
-                         : label == &right ? 199 - covered.width() / 2
-                                           : 100;
+    const double half = covered.width() / 2.0;
+    const double expected = label == &left ? half : label == &right ? 199 - half : 100;
     EXPECT_NEAR(covered.center().x(), expected, 4) << label->Name();
     EXPECT_EQ(bright, label == &right);
     top += 16;

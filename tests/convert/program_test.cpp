@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 
@@ -142,6 +143,30 @@ TEST_F(ConvertProgram, AsksTheSynthesizerForTheSoundsOfWords) {
               status)
         << options;
     EXPECT_THAT(err_, testing::EndsWith(told)) << options;
+  }
+}
+
+TEST_F(ConvertProgram, TellsWhatIsNoLongerAsItWas) {
+  const std::string own = "exposure-sheet-convert: ";
+  for (const auto& [line, out, said] : std::initializer_list<std::array<std::string, 3>>{
+           {"printf '47,E\\n47,A\\n0,I\\n0,O\\n' >t.csv; $C t.csv t.exp", "",
+            own + "t.csv: no frame rate is told; it is taken to be 24 (see --rate)\n" + own +
+                "t.csv: 2 mouths shorter than a frame are left out, the first at frame 0\n"},
+           {"$C --rate 99999999 t.exp a.csv; wc -l <a.csv", "49\n",
+            own + "t.exp: the sheet can't be brought to that rate; it stays at 24\n" + own +
+                "a.csv: the frame rate, 24, is left out: the format has no place for it\n"},
+           {"$C --rate 0.5 t.exp h.exp", "",
+            own + "t.exp: an entry behind the sheet's end, which is at frame 1, is left out\n"},
+           {"$C --rate 1 h.exp b.csv; cut -d, -f1-3 b.csv", "Frame,Shape,Comment\n0,O,\n1,,\n",
+            own + "b.csv: the frame rate, 1, is left out: the format has no place for it\n"},
+           {"$C --sound $S/frogs.wav t.exp c.csv 2>n; wc -l <c.csv; grep -c ^47,A, c.csv", "72\n1\n", ""},
+           {"for i in $(seq 22); do echo $i,grin; done >g.csv; $C g.csv g.exp 2>n; wc -l <n; tail -n 1 n",
+            "21\n" + own + "g.csv: 3 more like it\n", ""},
+           {"printf '.snd\\0\\0\\0\\30\\0\\0\\0\\4\\0\\0\\0\\3\\0\\0\\37\\100\\0\\0\\0\\2\\0\\0\\0\\0' "
+            ">s.au; $C s.au s.wav",
+            "", own + "s.wav: 2 channels are mixed to one\n"}}) {
+    ASSERT_EQ(Run(line), 0) << err_;
+    EXPECT_EQ(out_ + err_, out + said) << line;
   }
 }
 

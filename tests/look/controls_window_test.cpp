@@ -128,7 +128,8 @@ std::string Drawn(const QImage& image, const std::string& letters, const std::ve
   for (int x = 0; x < image.width(); ++x)
     for (int y = 0; y < image.height(); ++y) {
       const auto found = std::find(greys.begin(), greys.end(), qGray(image.pixel(x, y)));
-      columns[static_cast<std::size_t>(x)] += found == greys.end() ? '.' : letters[found - greys.begin()];
+      columns[static_cast<std::size_t>(x)] +=
+          found == greys.end() ? '.' : letters[static_cast<std::size_t>(found - greys.begin())];
     }
   std::vector<int> widths, heights;
   std::vector<std::string> rows(static_cast<std::size_t>(image.height()));
@@ -252,11 +253,14 @@ TEST(HGlide, ShowsItsBarAndTheKeyboard) {
             "1 .kkkkkkkkk.");
 }
 
-TEST(DropDial, HasAnArrowOnItsButton) {
+TEST(DropDial, IsAFieldAndAButtonWithAnArrow) {
   Bench bench;
   const std::string arrow = Drawn(bench, bench.dial, "k", {0});
   EXPECT_EQ(arrow.substr(arrow.find('\n')),
             "\n7 .........\n1 .kkkkkkk.\n1 ..kkkkk..\n1 ...kkk...\n1 ....k....\n8 .........");
+  const QImage look = bench.ContainerWidget()->grab(bench.dial.Widget()->geometry()).toImage();
+  for (const int x : {4, 35}) EXPECT_EQ(look.pixelColor(x, 9), QColor(85, 85, 102)) << x;
+  EXPECT_EQ(look.pixelColor(37, 9), QColor(72, 72, 72)) << "the button's outline";
 }
 
 TEST(HGlide, ScrollComesFromTheUserAloneAndEachPositionOnce) {

@@ -108,10 +108,6 @@ void FramePainter::ColorControls() {
   Picture1.SetBackColor(Rgb(255, 255, 255));
   Picture2.SetBackColor(Rgb(0, 0, 0));
   for (platform::PictureBox* ruler : {&Picture7, &Picture4}) ruler->SetBackColor(Rgb(255, 224, 192));
-  for (look::HGlide* glide : {&HGlide1, &HGlide2}) {
-    glide->SetBackColor(Rgb(143, 149, 158));
-    glide->SetForeColor(Rgb(224, 224, 224));
-  }
   vl_button1.SetCaption("Retrieve...");
   vl_button2.SetCaption("Shoot it");
   vl_button3.SetCaption("Done");

@@ -42,7 +42,6 @@ Session::~Session() { Stop(); }
 void Session::Start(const std::string& device, std::unique_ptr<Take> take) {
   take_ = std::move(take);
   meter_ = Meter(kForm.frames_per_second);
-  hearing_ = false;
   last_sign_ = clock_();
   line_ = std::make_shared<Line>();
   RunAside([line = line_, open = open_, device] {

@@ -34,6 +34,8 @@ TEST(Level, TheMeterJumpsUpAndFallsByTheTimeOfTheSamples) {
   meter.Take(Samples(1250, 0));
   EXPECT_NEAR(meter.Bar(), -48.02, 0.01);
   EXPECT_NEAR(meter.Mark(), -12.02, 0.01);
+  meter.Take(Samples(250, 0));
+  EXPECT_NEAR(meter.Mark(), -18.02, 0.01);
   meter.Take(Samples(10000, 0));
   EXPECT_EQ(meter.Bar(), -60);
   EXPECT_EQ(meter.Mark(), -60);

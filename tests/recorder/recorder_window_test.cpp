@@ -5,7 +5,11 @@
 #include <sys/resource.h>
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <QToolButton>
 #include <atomic>
@@ -81,13 +85,18 @@ class Recorder : public testing::Test {
         [machine = machine_] { return std::chrono::steady_clock::time_point(machine->now.load()); },
         TakeFolder()});
     asks_ = window_->AskKeep;
+    asks_path_ = window_->AskPath;
     window_->AskKeep = [this] { return support::Next(keeps_, Keep::Cancel); };
     window_->AskPath = [this](const QString& proposal) {
       proposed_ = proposal.toStdString();
       return QString::fromStdString(support::Next(paths_, std::string()));
     };
     window_->Tell = [this](const QString& text) { told_.push_back(text.toStdString()); };
-    if (finds_devices) Until([this] { return Status() != "Looking for recording devices..."; });
+    // The window's own timer takes what was found.
+    for (int i = 0; finds_devices && i < 20000 && Status().starts_with("Looking for"); ++i) {
+      QCoreApplication::processEvents();
+      std::this_thread::sleep_for(1ms);
+    }
   }
 
   /// Lets the window work until that is so. A device's side has a thread of its own, hence the loop.
@@ -99,13 +108,21 @@ class Recorder : public testing::Test {
     EXPECT_TRUE(so()) << Status();
   }
 
-  std::string Status() { return window_->findChild<QLabel*>("Status")->text().toStdString(); }
+  /// With a mark in front of what is told in the colour of warnings.
+  std::string Status() {
+    const auto& status = *window_->findChild<QLabel*>("Status");
+    return (status.styleSheet().isEmpty() ? "" : "! ") + status.text().toStdString();
+  }
+  const LevelMeter& TheMeter() {
+    return *static_cast<LevelMeter*>(window_->findChild<QWidget*>("LevelMeter"));
+  }
   std::string Time() { return window_->findChild<QLabel*>("Time")->text().toStdString(); }
   QAction& Action(const char* name) { return *window_->findChild<QAction*>(name); }
   std::vector<bool> Enabled() {
     return {Action("Record").isEnabled(), Action("Stop").isEnabled(), Action("Listen").isEnabled(),
-            Action("Save").isEnabled()};
+            Action("Save").isEnabled(), Devices().isEnabled()};
   }
+  QComboBox& Devices() { return *window_->findChild<QComboBox*>("Devices"); }
   void Press(const char* name) { window_->findChild<QToolButton*>(name)->click(); }
 
   void BeginToRecord() {
@@ -124,6 +141,7 @@ class Recorder : public testing::Test {
 
   std::shared_ptr<Machine> machine_ = std::make_shared<Machine>();
   std::function<Keep()> asks_;
+  std::function<QString(const QString&)> asks_path_;
   std::vector<Keep> keeps_;
   std::vector<std::string> paths_, told_;
   std::string proposed_;
@@ -131,23 +149,28 @@ class Recorder : public testing::Test {
 };
 
 TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
-  window_->findChild<QComboBox*>("Devices")->setCurrentText("Line");
-  EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false));
+  Devices().setCurrentText("Line");
+  EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false, true));
   const auto* button = window_->findChild<QToolButton*>("RecordButton");
   EXPECT_GT(button->sizeHint().width(), 20 + button->fontMetrics().horizontalAdvance("Record"));
   BeginToRecord();
   EXPECT_EQ(machine_->opened, "Line");
-  EXPECT_THAT(Enabled(), ElementsAre(false, true, false, false));
+  EXPECT_THAT(Enabled(), ElementsAre(false, true, false, false, false));
   Deliver(std::vector<std::int16_t>(44100, 0x1234));
   Until([this] { return Time() == "0:01.0"; });
+  // 0x1234 of 0x8000.
+  EXPECT_EQ(TheMeter().accessibleDescription(), "The loudest is at -17 decibels");
   Deliver({0x5678});
   EXPECT_THAT(Action("Stop").shortcuts(), testing::Contains(QKeySequence(Qt::Key_Escape)));
   Press("StopButton");
-  EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true));
+  EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true, true));
   EXPECT_TRUE(window_->isWindowModified());
   Press("ListenButton");
-  for (const auto& [time, enabled] : {std::pair{1000ms, ElementsAre(false, true, false, true)},
-                                      {1ms, ElementsAre(true, false, true, true)}}) {
+  Pass(500ms);
+  window_->Tick();
+  EXPECT_EQ(Time(), "0:00.5") << "the place that is heard";
+  for (const auto& [time, enabled] : {std::pair{500ms, ElementsAre(false, true, false, true, true)},
+                                      {1ms, ElementsAre(true, false, true, true, true)}}) {
     Pass(time);
     window_->Tick();
     EXPECT_THAT(Enabled(), enabled);
@@ -157,6 +180,8 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   EXPECT_THAT(told_, ElementsAre(HasSubstr("missing/voice.wav\" can't be saved: ")));
   EXPECT_TRUE(window_->isWindowModified());
   Press("SaveButton");
+  EXPECT_EQ(Status(), "Saved as \"" + support::ScratchFolder() +
+                          "/voice.wav\". Open it in the exposure sheet with \"Open Wave file...\".");
   EXPECT_FALSE(window_->isWindowModified());
   const std::string saved = support::ReadWhole(support::ScratchFolder() + "/voice.wav");
   ASSERT_EQ(saved.size(), 44 + 2 * 44101U);
@@ -187,8 +212,8 @@ TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
       Deliver({1});
     }
     Until([this] { return !Status().starts_with("Recording from"); });
-    EXPECT_EQ(Status(), words);
-    EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true));
+    EXPECT_EQ(Status(), "! " + std::string(words));
+    EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true, true));
     machine_->lost = false;
     keeps_ = {Keep::Discard};
   }
@@ -201,13 +226,13 @@ TEST_F(Recorder, SoundThatCouldntBeWrittenInTimeEndsTheTakeBeforeTheGap) {
   for (const std::size_t count : {60U * 44100U, 2U, 0U}) Deliver(std::vector<std::int16_t>(count));
   window_->Tick();
   EXPECT_EQ(Status(),
-            "The disk is too slow for the recording. What was recorded until then is kept: 1:00.0.");
+            "! The disk is too slow for the recording. What was recorded until then is kept: 1:00.0.");
 }
 
 TEST_F(Recorder, ADeviceThatCantBeOpenedIsTold) {
   machine_->refuses = true;
   Press("RecordButton");
-  Until([this] { return Status().starts_with("\"Microphone\" can't be opened."); });
+  Until([this] { return Status().starts_with("! \"Microphone\" can't be opened."); });
   machine_->opening.lock();
   Press("RecordButton");
   Pass(5000ms);
@@ -215,9 +240,9 @@ TEST_F(Recorder, ADeviceThatCantBeOpenedIsTold) {
   EXPECT_EQ(Status(), "Opening \"Microphone\"...");
   Pass(1ms);
   window_->Tick();
-  EXPECT_EQ(Status(), "\"Microphone\" doesn't answer. Nothing was recorded.");
+  EXPECT_EQ(Status(), "! \"Microphone\" doesn't answer. Nothing was recorded.");
   machine_->opening.unlock();
-  EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false));
+  EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false, true));
   // The two seconds in which sound has to come begin when the device is open.
   machine_->refuses = false;
   machine_->opening.lock();
@@ -234,17 +259,22 @@ TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
   {
     const std::lock_guard hanging(machine_->mutex);
     MakeWindow(false);
-    for (const auto& [time, status] :
-         {std::pair{5000ms, "Looking for recording devices..."}, {1ms, "The sound system doesn't answer."}}) {
+    for (const auto& [time, status] : {std::pair{5000ms, "Looking for recording devices..."},
+                                       {1ms, "! The sound system doesn't answer."}}) {
       Pass(time);
       window_->Tick();
       EXPECT_EQ(Status(), status);
     }
   }
+  Until([this] { return Devices().count() == 2; });
+  Devices().setCurrentText("Line");
+  SetDevices({{"Headset", "Microphone", "Line"}, true});
+  Until([this] { return Devices().count() == 3; });
+  EXPECT_EQ(Devices().currentText(), "Line") << "the chosen one stays";
   SetDevices({});
-  MakeWindow();
-  EXPECT_THAT(Status(), StartsWith("No recording device was found."));
-  EXPECT_THAT(Enabled(), ElementsAre(false, false, false, false));
+  Until([this] { return Devices().count() == 0; });
+  EXPECT_THAT(Status(), StartsWith("! No recording device was found."));
+  EXPECT_THAT(Enabled(), ElementsAre(false, false, false, false, false));
   SetDevices({{"Microphone"}, false});
   Until([this] { return bool{Enabled()[0]}; });
   BeginToRecord();
@@ -252,7 +282,7 @@ TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
   Press("StopButton");
   EXPECT_THAT(Status(), StartsWith("Recorded, but too loud in places"));
   Press("ListenButton");
-  EXPECT_EQ(Status(), "There is no device to listen with.");
+  EXPECT_EQ(Status(), "! There is no device to listen with.");
 }
 
 TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
@@ -265,7 +295,11 @@ TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
                                      {QMessageBox::Discard, Keep::Discard},
                                      {QMessageBox::Cancel, Keep::Cancel}}) {
     QTimer::singleShot(0, window_.get(), [button = button] {
-      qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(button)->click();
+      auto& box = *qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      EXPECT_EQ(box.text() + " " + box.informativeText(),
+                "The recording of 0:00.1 isn't saved. Without saving it is lost.");
+      EXPECT_EQ(box.standardButton(box.defaultButton()), QMessageBox::Save);
+      box.button(button)->click();
     });
     EXPECT_EQ(asks_(), keep);
   }
@@ -277,6 +311,138 @@ TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
   paths_ = {support::ScratchFolder() + "/kept.wav"};
   EXPECT_TRUE(window_->close());
   EXPECT_EQ(support::ReadWhole(support::ScratchFolder() + "/kept.wav").size(), 44 + 8820U);
+  EXPECT_TRUE(std::filesystem::is_empty(TakeFolder())) << "nothing is offered again";
+}
+
+TEST_F(Recorder, WhatWasntSavedIsOfferedAtTheNextStart) {
+  std::string failure;
+  const auto take = Take::Begin(TakeFolder(), kForm, failure);
+  take->Append(std::vector<std::int16_t>(44100));
+  std::filesystem::copy(take->Path(), TakeFolder() + "/take-1-1.wav");
+  MakeWindow(false);
+  EXPECT_EQ(
+      Status(),
+      "A recording of 0:01.0 wasn't saved when the recorder ended. Here it is: listen to it, or save it.");
+  Until([this] { return bool{Enabled()[0]}; });
+  EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true, true));
+  EXPECT_TRUE(window_->isWindowModified());
+  EXPECT_EQ(Time(), "0:01.0");
+  keeps_ = {Keep::Discard};
+  std::filesystem::remove_all(TakeFolder());
+  support::WriteScratch("takes", "");
+  Press("RecordButton");
+  EXPECT_THAT(told_, ElementsAre("A recording can't be kept in \"" + TakeFolder() + "\": Not a directory"));
+  EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false, true));
+}
+
+TEST_F(Recorder, NamesItsControls) {
+  std::string all = window_->windowTitle().toStdString() + "\n";
+  for (const QAction* head : window_->menuBar()->actions())
+    for (const QAction* action : head->menu()->actions())
+      all += head->text().toStdString() + "/" + action->text().toStdString() + " " +
+             action->toolTip().toStdString() + " " +
+             QKeySequence::listToString(action->shortcuts()).toStdString() + "\n";
+  window_->show();
+  const auto controls = window_->centralWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+  for (const QWidget* control : controls) {
+    all += control->objectName().toStdString() + ": " + control->accessibleName().toStdString() +
+           control->toolTip().toStdString() + "\n";
+    for (const QWidget* other : controls)
+      EXPECT_TRUE(other == control || !control->geometry().intersects(other->geometry())) << all;
+  }
+  EXPECT_EQ(all, R"(Recorder[*]
+Re&cording/&Record Begin a new recording (Ctrl+R) Ctrl+R
+Re&cording/S&top Stop recording or listening (Ctrl+T) Ctrl+T; Esc
+Re&cording/&Listen Hear what was recorded (Ctrl+L) Ctrl+L
+Re&cording/  
+Re&cording/&Save as... Save the recording as a wave file (Ctrl+S) Ctrl+S
+Re&cording/  
+Re&cording/&Quit Quit Ctrl+Q
+&Help/&About the recorder About the recorder 
+: 
+Devices: Recording device
+Time: Length
+LevelMeter: Recording levelThe loudest places belong between -18 and -6 decibels.
+RecordButton: Begin a new recording (Ctrl+R)
+StopButton: Stop recording or listening (Ctrl+T)
+ListenButton: Hear what was recorded (Ctrl+L)
+SaveButton: Save the recording as a wave file (Ctrl+S)
+Status: What the recorder is doing
+)");
+  QTimer::singleShot(0, window_.get(), [] {
+    auto& box = *qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    EXPECT_THAT(box.text().toStdString(), HasSubstr("one channel of 16 bits at 44100 samples a second"));
+    box.close();
+  });
+  Action("About").trigger();
+  QTimer::singleShot(0, window_.get(), [] {
+    auto& dialog = *qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(dialog.nameFilters(), QStringList("Wave files (*.wav)"));
+    EXPECT_EQ(dialog.defaultSuffix(), "wav");
+    EXPECT_TRUE(dialog.selectedFiles().value(0).endsWith("/a b.wav"));
+    static_cast<QDialog&>(dialog).accept();
+  });
+  const QString path = QString::fromStdString(support::ScratchFolder() + "/a b.wav");
+  EXPECT_EQ(asks_path_(path), path);
+}
+
+/// The bar's colours decibel by decibel, and the lamp's, by their first letters; a dot is the dark ground.
+std::string Shown(const QImage& image) {
+  const std::pair<QColor, char> colors[] = {{{27, 29, 33}, '.'},
+                                            {{74, 147, 98}, 'd'},
+                                            {{92, 184, 122}, 'g'},
+                                            {{236, 178, 92}, 'a'},
+                                            {{226, 88, 78}, 'r'}};
+  std::string shown;
+  for (int decibel = -60; decibel <= 0; ++decibel) {
+    const QColor color = image.pixelColor(decibel < 0 ? 576 + (2 * decibel + 1) * 566 / 120 : 590, 13);
+    char letter = '?';
+    for (const auto& [known, its] : colors)
+      if (std::abs(known.red() - color.red()) + std::abs(known.green() - color.green()) < 6) letter = its;
+    shown += letter;
+  }
+  return shown;
+}
+
+TEST(LevelMeter, ShowsTheLevelTheMarkAndTheLampOfOverload) {
+  struct Painted : LevelMeter {
+    using LevelMeter::LevelMeter;
+    void paintEvent(QPaintEvent* event) override {
+      LevelMeter::paintEvent(event);
+      ++times;
+    }
+    int times = 0;
+  } meter(nullptr);
+  meter.resize(600, 60);
+  meter.show();
+  support::HandleEvents();
+  const int times = meter.times;
+  Meter level(44100);
+  level.Take(std::vector<std::int16_t>{1036});  // 30.0 decibels below the loudest
+  meter.Show(level, true);
+  support::HandleEvents();
+  EXPECT_GT(meter.times, times);
+  EXPECT_EQ(meter.accessibleDescription(), "The loudest is at -30 decibels");
+  QImage image = meter.grab().toImage();
+  EXPECT_EQ(Shown(image), std::string(30, 'd') + std::string(31, '.'));
+  EXPECT_EQ(image.pixelColor(292, 13), QColor(243, 244, 246)) << "the mark";
+  // The bar lies within its ground.
+  const auto ground = image.pixel(400, 13), bar = image.pixel(200, 13), behind = image.pixel(200, 24);
+  for (const auto& [y, color] : {std::pair{3, behind},
+                                 {4, ground},
+                                 {6, ground},
+                                 {7, bar},
+                                 {18, bar},
+                                 {19, ground},
+                                 {21, ground},
+                                 {22, behind}})
+    EXPECT_EQ(image.pixel(200, y), color) << y;
+  level.Take(std::vector<std::int16_t>{32767});
+  meter.Show(level, true);
+  EXPECT_EQ(Shown(meter.grab().toImage()), std::string(42, 'd') + std::string(12, 'g') + "aaaaarr");
+  meter.Show(level, false);
+  EXPECT_EQ(Shown(meter.grab().toImage()), std::string(60, '.') + "r") << "nothing is heard";
 }
 
 TEST(LevelMeter, ItsNumbersStandUnderTheirPlacesOnTheBar) {
@@ -289,7 +455,7 @@ TEST(LevelMeter, ItsNumbersStandUnderTheirPlacesOnTheBar) {
     const double middle = right + (right - left) * decibels / 60;
     int before = 0, behind = 0;
     for (int y = 28; y < image.height(); ++y)
-      for (int x = 1; x < 20; ++x) {
+      for (int x = 1; x < 10; ++x) {
         before += image.pixel(static_cast<int>(middle) - x, y) != image.pixel(0, 0);
         behind += image.pixel(static_cast<int>(middle) + x, y) != image.pixel(0, 0);
       }

@@ -28,7 +28,11 @@ class Takes : public testing::Test {
     root_ = mkdtemp(pattern.data());
     folder_ = (root_ / "made" / "when needed").string();
   }
-  ~Takes() override { fs::remove_all(root_); }
+  ~Takes() override {
+    EXPECT_EQ(OpenFiles(), open_files_);
+    EXPECT_EQ(Get("/proc/self/maps").find(root_), std::string::npos);
+    fs::remove_all(root_);
+  }
 
   std::unique_ptr<Take> Begin() {
     std::string failure;
@@ -42,8 +46,11 @@ class Takes : public testing::Test {
   }
   long Files() const { return std::distance(fs::directory_iterator(folder_), fs::directory_iterator()); }
 
+  static long OpenFiles() { return std::distance(fs::directory_iterator("/proc/self/fd"), {}); }
+
   fs::path root_;
   std::string folder_;
+  const long open_files_ = OpenFiles();
 };
 
 // What RIFF WAVE says of 44,100 samples a second, one channel, 16 bits.
@@ -67,13 +74,20 @@ TEST_F(Takes, SaveAPlainWaveFileAndGoWithTheirOwn) {
 TEST_F(Takes, AFullDiskKeepsWhatWasWrittenAndSaysWhy) {
   auto take = Begin();
   signal(SIGXFSZ, SIG_IGN);
-  const rlimit limit{44 + 7, RLIM_INFINITY};
+  rlimit limit{44 + 7, RLIM_INFINITY};
   setrlimit(RLIMIT_FSIZE, &limit);
   EXPECT_TRUE(take->Append(Samples{1, 2}));
   EXPECT_FALSE(take->Append(Samples{3, 4, 5}));
   EXPECT_EQ(take->Failure(), "File too large");
   EXPECT_TRUE(take->Finish());
   EXPECT_EQ(Get(take->Path()), "RIFF\x28\0\0\0"s + kForm16 + "\4\0\0\0\1\0\2\0"s);
+  limit.rlim_cur = 43;
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::string failure;
+  EXPECT_EQ(Take::Begin(folder_, kMono, failure), nullptr);
+  EXPECT_EQ(failure, "File too large");
+  EXPECT_EQ(Take::Begin(take->Path(), kMono, failure), nullptr);
+  EXPECT_EQ(failure, "Not a directory");
 }
 
 TEST_F(Takes, EndWhereAFileCanGrowNoFurther) {
@@ -106,6 +120,8 @@ TEST_F(Takes, ThatAKilledProcessLeftAreFoundOnce) {
 
   auto running = Begin();
   running->Append(Samples{1});
+  EXPECT_NE(Begin()->Path(), running->Path());
+  EXPECT_EQ(fs::status(running->Path()).permissions(), fs::perms::owner_read | fs::perms::owner_write);
   auto left = Take::LeftBehind(folder_);
   ASSERT_NE(left, nullptr);
   EXPECT_EQ(Get(left->Path()), "RIFF\x2A\0\0\0"s + kForm16 + "\6\0\0\0\7\0\x08\0\x09\0"s);
@@ -119,6 +135,8 @@ TEST(WaveHeader, TellsItsFormOnlyIfItIsOfThisKind) {
   WaveHeader header = MakeWaveHeader({48000, 2}, kMostDataBytes);
   EXPECT_EQ(ReadWaveHeader(header), (WaveForm{48000, 2}));
   EXPECT_EQ(ReadWaveHeader(std::span(header).first(43)), std::nullopt);
+  EXPECT_EQ(ReadWaveHeader(MakeWaveHeader({1, 1}, 0)), (WaveForm{1, 1}));
+  EXPECT_EQ(ReadWaveHeader(MakeWaveHeader({0, 1}, 0)), std::nullopt);
   for (const std::size_t at : {0U, 9U, 20U, 24U, 28U, 34U, 39U}) {
     WaveHeader other = header;
     other[at] ^= 1;

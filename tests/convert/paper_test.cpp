@@ -17,6 +17,10 @@
 
 namespace {
 
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
 TEST(PageLayout, PagesBeginAtAMarkAndRowsCanBeRead) {
   // The page has 250 millimetres for rows, and a row takes at least 3.8.
   constexpr std::pair<double, std::int64_t> cases[] = {{24, 48},    {12, 60},  {25, 50},  {30, 60},
@@ -43,7 +47,7 @@ TEST(PageLayout, SecondsAndFeetStandBesideTheirFrames) {
 
 /// What a page is drawn of, in order: of lines the colour's first byte, the width and the points; of an
 /// outline of many points the first, the one in the middle and the last; of texts the beginning, the height,
-/// b for bold, the colour and the row.
+/// b for bold, the colour and the row; of mouths and comments the left edge too.
 std::string Drawn(convert::SheetPainter& sheet, std::int64_t page) {
   QBuffer buffer;
   QSvgGenerator generator;
@@ -72,9 +76,11 @@ std::string Drawn(convert::SheetPainter& sheet, std::int64_t page) {
       const double row = std::floor((of("y").toDouble() - 3350) / 500);
       const QString height = of("font-size") + (of("font-weight") == "700" ? "b" : ""),
                     color = of("fill").mid(1, 2);
+      const double of_left = of("x").toDouble();
       const QString text = xml.readElementText().trimmed();
       drawn += text.left(4) + " " + (text.contains(", ") ? "" : height + " ") + color +
-               (row < 0 ? "" : " @" + QString::number(row)) + ";";
+               (row < 0 ? "" : " @" + QString::number(row)) +
+               (row >= 0 && of_left >= 9200 ? " " + QString::number(of_left) : "") + ";";
     }
   }
   return drawn.toStdString();
@@ -83,13 +89,13 @@ std::string Drawn(convert::SheetPainter& sheet, std::int64_t page) {
 TEST(Paper, DrawsAPage) {
   int count = 0;
   QGuiApplication application(count, nullptr);
-  convert::Document document = support::SheetWith(6, "0:A 2:M");
+  convert::Document document = support::SheetWith(7, "0:A 2:M 6:E");
   document.frame_rate_text = "4";
   document.wave_file_name = "a/voice.wav";
   document.rows[0][2] = "Hi";
-  document.track_values.assign(6, {32, 32, 32, 32});
+  document.track_values.assign(7, {32, 32, 32, 32});
   document.track_values[1] = {0, 63, 90, 32};
-  const std::vector<convert::Peak> peaks(6 * convert::kPeaksPerFrame, {-1, 0.5});
+  const std::vector<convert::Peak> peaks(7 * convert::kPeaksPerFrame, {-1, 0.5});
   // Four rows of five millimetres, a second to the page.
   convert::SheetPainter sheet(document, "s", peaks, {21000, 3350 + 4 * 500 + 900});
   EXPECT_EQ(sheet.Pages(), 2);
@@ -103,7 +109,7 @@ TEST(Paper, DrawsAPage) {
   EXPECT_EQ(
       Drawn(sheet, 0),
       "14/14 1200 1000 5076 1500;SHEE 230 6e;s 480b 14;14/14 6276 1000 4324 1500;SOUN 230 6e;voic 360b 14;"
-      "14/14 10600 1000 2256 1500;RATE 230 6e;4 fp 360b 14;14/14 12856 1000 4888 1500;LENG 230 6e;1.50 14;"
+      "14/14 10600 1000 2256 1500;RATE 230 6e;4 fp 360b 14;14/14 12856 1000 4888 1500;LENG 230 6e;1.75 14;"
       "14/14 17744 1000 2256 1500;PAGE 230 6e;1 of 360b 14;Fram 260b 14;Sec 260b 14;Feet 260b 14;"
       "Soun 260b 14;Mout 260b 14;Comm 260b 14;Yell 220b be;Red 220b cd;Gree 220b 28;Blue 220b 3c;" +
           ruling +
@@ -114,24 +120,31 @@ TEST(Paper, DrawsAPage) {
           "c4/8 19594.6,3350 19594.6,5350;3c/28 19594.6,3600 19594.6,4100 19594.6,4600 19594.6,5100;"
           "0 290b 14 @0;0s 290b 14 @0;0+00 260b 14 @0;1 260 14 @1;+1 220 6e @1;0+01 220 6e @1;"
           "2 260 14 @2;+2 220 6e @2;0+02 220 6e @2;3 260 14 @3;+3 220 6e @3;0+03 220 6e @3;"
-          "A 320b 14 @0;image 8013.1 3350 1123.81 800;14/28 9500,3895 9500,4260;14/28 9380,4260 9620,4260;"
-          "M 320b 14 @2;image 8013.1 4350 1123.81 800;14/28 9500,4895 9500,5260;Hi 290 14 @0;");
+          "A 320b 14 @0 9300;image 8013.1 3350 1123.81 800;14/28 9500,3895 9500,4260;14/28 9380,4260 "
+          "9620,4260;"
+          "M 320b 14 @2 9300;image 8013.1 4350 1123.81 800;14/28 9500,4895 9500,5260;Hi 290 14 @0 11250;");
   const std::string second = Drawn(sheet, 1);
   EXPECT_EQ(second.substr(std::min(second.find("fill ec"), second.size())),
             "fill ec 1200 3350 3450 500;fill ec 1200 3850 3450 500;fill ec 1200 4350 3450 500;"
             "fill ec 1200 4850 3450 500;" +
                 ruling +
-                "14/14 1200,4410 20000,4410;96/8 6300,3350 6300,4350;"
-                "fill 5c5c/8 M7075,3381.25 4750,4318.75 7075,3381.25;"
-                "c4/8 17194.6,3350 17194.6,4350;be/28 17194.6,3600 17194.6,4100;"
-                "c4/8 17994.6,3350 17994.6,4350;cd/28 17994.6,3600 17994.6,4100;"
-                "c4/8 18794.6,3350 18794.6,4350;28/28 18794.6,3600 18794.6,4100;"
-                "c4/8 19594.6,3350 19594.6,4350;3c/28 19594.6,3600 19594.6,4100;"
+                "14/14 1200,4910 20000,4910;96/8 6300,3350 6300,4850;"
+                "fill 5c5c/8 M7075,3381.25 4750,4818.75 7075,3381.25;"
+                "c4/8 17194.6,3350 17194.6,4850;be/28 17194.6,3600 17194.6,4100 17194.6,4600;"
+                "c4/8 17994.6,3350 17994.6,4850;cd/28 17994.6,3600 17994.6,4100 17994.6,4600;"
+                "c4/8 18794.6,3350 18794.6,4850;28/28 18794.6,3600 18794.6,4100 18794.6,4600;"
+                "c4/8 19594.6,3350 19594.6,4850;3c/28 19594.6,3600 19594.6,4100 19594.6,4600;"
                 "4 290b 14 @0;1s 290b 14 @0;0+04 220 6e @0;5 260 14 @1;+1 220 6e @1;0+05 220 6e @1;"
-                "(M) 260 6e @0;14/28 9500,3895 9500,4260;14/28 9380,4260 9620,4260;");
+                "6 260 14 @2;+2 220 6e @2;0+06 220 6e @2;"
+                "(M) 260 6e @0 9300;14/28 9500,3895 9500,4260;14/28 9380,4260 9620,4260;"
+                "E 320b 14 @2 9300;image 8223.81 4350 702.381 500;");
   // A comment too long for its row takes the free rows below it.
   document.rows[0][2] = std::string(60, 'W');
-  EXPECT_THAT(Drawn(sheet, 0), testing::HasSubstr("WWWW 290 14 @1;"));
+  EXPECT_THAT(Drawn(sheet, 0), HasSubstr("WWWW 290 14 @1 11250;"));
+  document.frame_rate_text = "0";
+  convert::SheetPainter without_rate(document, "s", peaks, {21000, 3350 + 4 * 500 + 900});
+  EXPECT_THAT(Drawn(without_rate, 0),
+              AllOf(HasSubstr("7 fr 360b 14;"), Not(HasSubstr("/50 ")), Not(HasSubstr("s 290b"))));
 }
 
 TEST(Paper, ShowsTheSampleOnTwoPages) {

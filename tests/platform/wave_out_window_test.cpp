@@ -43,8 +43,9 @@ bool WaitUntil(const std::function<bool()>& condition) {
 std::atomic<int> done_count{0};
 std::atomic<std::thread::id> done_thread;
 std::atomic<std::uint64_t> told{0};  // a digit for each message: 1 opened, 2 closed, 3 done
-void Note(std::uint32_t handle, std::uint32_t message, std::uint32_t instance, std::uint32_t, std::uint32_t) {
-  told = told * 10 + (message - WOM_OPEN + 1) + 1000 * (handle == 0 || instance != 5);
+void Note(std::uint32_t handle, std::uint32_t message, std::uint32_t instance, std::uint32_t first,
+          std::uint32_t second) {
+  told = told * 10 + (message - WOM_OPEN + 1) + 1000 * (handle == 0 || instance != 5 || first + second != 0);
   if (message != WOM_DONE) return;
   done_thread = std::this_thread::get_id();
   ++done_count;
@@ -140,9 +141,13 @@ TEST(SliceOutput, KeepsTheDeviceForTheNextSliceOfTheFormat) {
     EXPECT_EQ(output.Close(handle), kWaveOk);
   }
   EXPECT_EQ(machine.open_count, 1);
-  ASSERT_EQ(output.Open(handle, Mono(22050, 16), &Note, 5), kWaveOk);
+  WaveFormatEx stereo = Mono(22050, 16);
+  stereo.nChannels = 2;
+  ASSERT_EQ(output.Open(handle, stereo, &Note, 5), kWaveOk);
   EXPECT_EQ(machine.open_count, 2);
-  EXPECT_EQ(machine.format, (AudioFormat{22050, 1, SampleForm::Signed16}));
+  EXPECT_EQ(machine.format, (AudioFormat{22050, 2, SampleForm::Signed16}));
+  EXPECT_EQ(output.Close(handle), kWaveOk);
+  ASSERT_EQ(output.Open(handle, stereo, &Note, 5), kWaveOk);
   std::this_thread::sleep_for(milliseconds(150));
   EXPECT_TRUE(machine.open) << "in use";
   EXPECT_EQ(output.Close(handle), kWaveOk);
@@ -155,10 +160,12 @@ TEST(SliceOutput, KeepsTheDeviceForTheNextSliceOfTheFormat) {
 TEST(SliceOutput, ADeviceThatStallsIsGivenUp) {
   FakeMachine machine;
   Bytes bytes = Noise(80);  // 10 ms
-  WrittenSlice slice(machine, {.stall = milliseconds(50)}, Mono(8000, 8), bytes);
+  WrittenSlice slice(machine, {.linger = std::chrono::hours(1), .stall = milliseconds(50)}, Mono(8000, 8),
+                     bytes);
   EXPECT_TRUE(WaitUntil([] { return done_count == 1; }));
   EXPECT_EQ(machine.Ask(2), (Bytes{128, 128})) << "the bytes are no longer read";
   EXPECT_EQ(slice.output.Close(slice.handle), kWaveOk);
+  EXPECT_TRUE(WaitUntil([&] { return !machine.open; }));
 }
 
 /// Keeps whoever comes through until it is opened.
@@ -237,6 +244,9 @@ TEST(SliceOutput, RefusesWhatItCannotPlayAndWithoutADeviceEverything) {
   compressed.wFormatTag = 17;
   EXPECT_EQ(output.Open(handle, compressed, &Note, 5), kWaveBadFormat);
   EXPECT_EQ(output.Open(handle, Mono(8000, 24), &Note, 5), kWaveBadFormat);
+  WaveFormatEx three = Mono(8000, 8);
+  three.nChannels = 3;
+  EXPECT_EQ(output.Open(handle, three, &Note, 5), kWaveBadFormat);
   ASSERT_EQ(output.Open(handle, Mono(8000, 8), &Note, 5), kWaveOk);
   EXPECT_EQ(output.Prepare(handle, header), kWaveOk);
   EXPECT_EQ(output.Write(handle, other), kWaveUnprepared);

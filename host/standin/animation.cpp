@@ -61,8 +61,6 @@ double Animation::HeldBytes() const {
 void Animation::TakeSize(FrameSize size) {
   size_ = size;
   white_ = {};
-  room_ = {};
-  draw_ = {};
 }
 
 }  // namespace host

@@ -46,7 +46,7 @@ class Animation {
   /// The memory that the planes take which stand.
   double HeldBytes() const;
 
-  /// Gives an animation of which no plane is written yet another size.
+  /// Gives a white animation, of which no plane is written yet, another size.
   void TakeSize(FrameSize size);
 
  private:

@@ -15,7 +15,7 @@ double ShapeDistance(double columns, double rows, FrameSize similar) {
 
 bool IsUsable(std::size_t columns, std::size_t rows) {
   const auto [shorter, longer] = std::minmax(columns, rows);
-  return shorter > 1 && longer <= kMaximumSide + std::size_t{1} && longer <= 16 * shorter;
+  return longer <= kMaximumSide + std::size_t{1} && longer <= 16 * shorter;
 }
 
 }  // namespace

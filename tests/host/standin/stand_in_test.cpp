@@ -81,6 +81,7 @@ TEST(StandIn, AnotherAnimationBeginsWithItsFirstFrame) {
   StandIn host = MakeSmall(4);
   Call(host, "Vel_GotoFrameAdv", {std::int32_t{2}, std::int16_t{3}});
   Call(host, "vel_SetRbuffer", {Filled(12, 7)});
+  EXPECT_TRUE(host.Unsaved());
   Call(host, "vel_GetRbuffer");
   EXPECT_EQ(host.Counts().written + host.Counts().read, 2);
   Call(host, "vel_StatusOpen", {std::string("Retrieving frames...")});
@@ -126,10 +127,12 @@ TEST(StandIn, FramesThatTheMemoryCantHoldAreRefusedAndTheOldOnesStay) {
   StandIn host = MakeSmall();
   Call(host, "vel_SetRbuffer", {Filled(12, 1)});
   // Frames of 36 bytes, and 12 that come free.
-  platform::ReadFreeMemoryFrom([] { return 60.0; });
-  const std::string failure = FailureOf(host, "vel_CreateAnimAdv", {std::int32_t{3}, std::int16_t{2}});
-  EXPECT_THAT(failure, testing::HasSubstr("not enough memory for 3 frames"));
-  EXPECT_EQ(host.CurrentAnimation().FrameCount(), 4);
+  for (const auto& [free, frames] : {std::pair{59.0, 2}, {60.0, 3}, {60.0, 1'036'800}}) {
+    platform::ReadFreeMemoryFrom([free = free] { return free; });
+    const std::string failure = FailureOf(host, "vel_CreateAnimAdv", {std::int32_t{frames}, std::int16_t{2}});
+    EXPECT_THAT(failure, testing::HasSubstr("not enough memory for " + std::to_string(frames) + " frames. "));
+    EXPECT_EQ(host.CurrentAnimation().FrameCount(), 4);
+  }
   Call(host, "vel_CreateAnimAdv", {std::int32_t{2}, std::int16_t{2}});
   EXPECT_EQ(host.CurrentAnimation().FrameCount(), 2);
   // What came free stays in the heap.
@@ -151,14 +154,17 @@ TEST(StandIn, FramesThatTheirFirstPlaneMakesTooLargeAreRefused) {
 }
 
 TEST(StandIn, ANewAnimationTakesTheSizeOfItsFirstPlane) {
-  StandIn host(Animation({320, 240}, 2));
-  Call(host, "vel_BufferWidth");
-  host.TakeAnimation(Animation({80, 60}, 2));
+  StandIn host(Animation({30, 10}, 2));
+  EXPECT_EQ(AsLong(Call(host, "vel_BufferWidth"), "") * 100 + AsLong(Call(host, "vel_BufferHeight"), ""),
+            3010);
+  // By its proportions alone a plane of this length would be an upright one.
+  host.TakeAnimation(Animation({60, 80}, 2));
   Call(host, "vel_CreateAnimAdv", {std::int32_t{3}, std::int16_t{2}});
-  Call(host, "vel_SetRbuffer", {Filled(321 * 241, 9)});
-  EXPECT_EQ(host.CurrentAnimation().Size(), (FrameSize{320, 240}));
-  EXPECT_EQ(host.CurrentAnimation().Plane(2, Channel::Red).bytes.size(), 321u * 241u);
-  EXPECT_THAT(FailureOf(host, "vel_SetGBuffer", {Filled(81 * 61, 9)}), testing::HasSubstr("320 by 240"));
+  Call(host, "vel_GetRbuffer");
+  Call(host, "vel_SetRbuffer", {Filled(31 * 11, 9)});
+  EXPECT_EQ(host.CurrentAnimation().Size(), (FrameSize{30, 10}));
+  EXPECT_EQ(host.CurrentAnimation().Plane(2, Channel::Red).bytes.size(), 31u * 11u);
+  EXPECT_THAT(FailureOf(host, "vel_SetGBuffer", {Filled(61 * 81, 9)}), testing::HasSubstr("30 by 10"));
 }
 
 TEST(FrameSize, IsFoundFromThePlaneLength) {
@@ -172,6 +178,13 @@ TEST(FrameSize, IsFoundFromThePlaneLength) {
       {641 * 481, {}, {320, 240}, FrameSize{640, 480}},
       {12, {{2, 3}, {3, 2}}, {30, 20}, FrameSize{2, 3}},  // read later stands first
       {12, {{5, 5}}, {30, 20}, FrameSize{3, 2}},
+      {12, {}, {20, 30}, FrameSize{2, 3}},
+      {36, {}, {0, 0}, FrameSize{5, 5}},  // the proportions count with the column and row more
+      {26, {}, {3, 2}, FrameSize{12, 1}},
+      {2 * 32, {}, {31, 1}, FrameSize{31, 1}},
+      {2 * 34, {}, {33, 1}, FrameSize{16, 3}},
+      {32768 * 2048, {}, {32767, 2047}, FrameSize{32767, 2047}},
+      {32769 * 2731, {}, {32768, 2730}, FrameSize{30040, 2978}},  // 3 * 3 * 11 * 331 * 2731 bytes
       {13, {}, {3, 2}, std::nullopt},  // a prime number of bytes is a line, not a frame
       {2 * 33, {}, {3, 2}, FrameSize{10, 5}},
       {2 * 37, {}, {3, 2}, std::nullopt},  // 37 by 2 is too long
@@ -197,8 +210,10 @@ TEST(StandIn, KeepsTheRateAndTheStatusDisplay) {
   Call(host, "vel_StatusOpen", {std::string("Developing...")});
   EXPECT_EQ(host.Status()->text, "Developing...");
   EXPECT_EQ(host.Status()->percent, 0);
-  Call(host, "vel_Status", {std::int32_t{140}});
-  EXPECT_EQ(host.Status()->percent, 100);
+  for (const auto& [percent, shown] : {std::pair{140, 100}, {-5, 0}}) {
+    Call(host, "vel_Status", {std::int32_t{percent}});
+    EXPECT_EQ(host.Status()->percent, shown);
+  }
   Call(host, "vel_StatusClose");
   EXPECT_FALSE(host.Status());
 }
@@ -206,21 +221,21 @@ TEST(StandIn, KeepsTheRateAndTheStatusDisplay) {
 TEST(StandIn, WithoutFramesTheBuffersFail) {
   StandIn host{Animation()};
   Call(host, "Vel_GotoFrameAdv", {std::int32_t{5}, std::int16_t{3}});
+  EXPECT_EQ(host.CurrentFrame(), 0);
   EXPECT_EQ(AsLong(Call(host, "vel_GetTotalFrames"), ""), 0);
   EXPECT_THAT(FailureOf(host, "vel_GetRbuffer"), testing::HasSubstr("no frames"));
   EXPECT_THAT(FailureOf(host, "vel_SetRbuffer", {Filled(1, 0)}), testing::HasSubstr("no frames"));
 }
 
 TEST(FramePixels, LeaveOutTheLastColumnAndRow) {
-  Animation animation({2, 1}, 1);
-  animation.SetPlane(0, Channel::Red, OwnTable({1, 2, 90, 91, 92, 93}));
-  animation.SetPlane(0, Channel::Green, OwnTable({3, 4, 90, 91, 92, 93}));
-  animation.SetPlane(0, Channel::Blue, OwnTable({5, 6, 90, 91, 92, 93}));
-  EXPECT_THAT(FramePixels(animation, 0).pixels, testing::ElementsAre(0xFF010305u, 0xFF020406u));
-  EXPECT_THAT(SampleFramePixels(animation, 0, 4, 2).pixels,
-              testing::ElementsAre(0xFF010305u, 0xFF010305u, 0xFF020406u, 0xFF020406u, 0xFF010305u,
-                                   0xFF010305u, 0xFF020406u, 0xFF020406u));
-  EXPECT_THAT(SampleFramePixels(animation, 0, 1, 1).pixels, testing::ElementsAre(0xFF020406u));
+  Animation animation({2, 2}, 1);
+  animation.SetPlane(0, Channel::Red, OwnTable({0x11, 0x12, 90, 0x21, 0x22, 91, 92, 93, 94}));
+  animation.SetPlane(0, Channel::Green, OwnTable({3, 4, 90, 5, 6, 91, 92, 93, 94}));
+  animation.SetPlane(0, Channel::Blue, OwnTable({7, 8, 90, 9, 10, 91, 92, 93, 94}));
+  const std::uint32_t a = 0xFF110307, b = 0xFF120408, c = 0xFF210509, d = 0xFF22060A;
+  EXPECT_THAT(FramePixels(animation, 0).pixels, testing::ElementsAre(a, b, c, d));
+  EXPECT_THAT(SampleFramePixels(animation, 0, 4, 2).pixels, testing::ElementsAre(a, a, b, b, c, c, d, d));
+  EXPECT_THAT(SampleFramePixels(animation, 0, 1, 1).pixels, testing::ElementsAre(d));
 }
 
 }  // namespace

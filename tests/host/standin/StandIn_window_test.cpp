@@ -2,27 +2,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <QAction>
-#include <QActionGroup>
-#include <QApplication>
-#include <QDir>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QProcess>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QSettings>
-#include <QSlider>
-#include <QSpinBox>
-#include <QTemporaryDir>
-#include <QThread>
-#include <QTimer>
-#include <chrono>
+#include <QtWidgets>
 #include <utility>
 
 #include "host/bus/Connection.h"
@@ -46,32 +26,6 @@ struct CountingForm : FormObject {
   int callbacks = 0;
 };
 
-/// The stand-in's window over ten small frames, with empty folders for settings and data.
-class StandInWindowTest : public testing::Test {
- protected:
-  StandInWindowTest() {
-    qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8());
-    qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
-    stand_in_ = std::make_shared<StandIn>(Animation({8, 6}, 10));
-    window_ = std::make_unique<StandInWindow>(stand_in_, RunsAs::PartOfTool);
-    window_->show();
-    QApplication::processEvents();
-  }
-
-  QString LabelText(const char* name) { return window_->findChild<QLabel*>(name)->text(); }
-  void Choose(const QString& action) { window_->findChild<QAction*>(action)->trigger(); }
-  QString File(const QString& name) { return folder_.filePath(name); }
-  void WritePicture(const QString& name, int width, int height, QColor color) {
-    QImage picture(width, height, QImage::Format_ARGB32);
-    picture.fill(color);
-    ASSERT_TRUE(picture.save(File(name)));
-  }
-
-  QTemporaryDir folder_;
-  std::shared_ptr<StandIn> stand_in_;
-  std::unique_ptr<StandInWindow> window_;
-};
-
 /// Handles events until something comes true or two seconds have passed.
 bool Becomes(const std::function<bool()>& true_at_last) {
   QElapsedTimer clock;
@@ -81,8 +35,10 @@ bool Becomes(const std::function<bool()>& true_at_last) {
   return true_at_last();
 }
 
+using Dialogs = std::vector<std::function<void(QWidget*)>>;
+
 /// Runs a routine on each of the dialogs that an action brings up, in order.
-void OnDialogs(std::vector<std::function<void(QWidget*)>> routines) {
+void OnDialogs(Dialogs routines) {
   if (routines.empty()) return;
   QTimer::singleShot(20, qApp, [routines = std::move(routines)]() mutable {
     QWidget* dialog = QApplication::activeModalWidget();
@@ -104,6 +60,62 @@ std::function<void(QWidget*)> AnswerQuestion(QMessageBox::StandardButton button,
   };
 }
 
+/// Names a file or folder in a file dialog.
+std::function<void(QWidget*)> Name(const QString& file) {
+  return [file](QWidget* dialog) {
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(file);
+    QMetaObject::invokeMethod(dialog, "accept");
+  };
+}
+
+/// The stand-in's window over ten small frames, with empty folders for settings and data.
+class StandInWindowTest : public testing::Test {
+ protected:
+  StandInWindowTest() {
+    qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8());
+    qputenv("XDG_DATA_HOME", folder_.path().toUtf8());
+    stand_in_ = std::make_shared<StandIn>(Animation({8, 6}, 10));
+    window_ = std::make_unique<StandInWindow>(stand_in_, RunsAs::PartOfTool);
+    window_->show();
+    QApplication::processEvents();
+  }
+
+  QString LabelText(const char* name) { return window_->findChild<QLabel*>(name)->text(); }
+  int Frames() { return stand_in_->CurrentAnimation().FrameCount(); }
+  void Choose(const QString& action, Dialogs dialogs = {}) {
+    OnDialogs(std::move(dialogs));
+    window_->findChild<QAction*>(action)->trigger();
+  }
+  /// Chooses an item whose last dialog is a message: gives its text.
+  std::string Told(const QString& action, QMessageBox::StandardButton button, Dialogs dialogs = {}) {
+    QString text;
+    dialogs.push_back(AnswerQuestion(button, &text));
+    Choose(action, std::move(dialogs));
+    return text.toStdString();
+  }
+  /// What a tool does with a frame.
+  void Write(const std::vector<std::uint8_t>& plane) {
+    for (const Channel channel : {Channel::Red, Channel::Green, Channel::Blue})
+      stand_in_->SetBuffer(channel, OwnTable(plane), "");
+  }
+  void Write(std::uint8_t value) { Write(std::vector<std::uint8_t>(9 * 7, value)); }
+  QString File(const QString& name) { return folder_.filePath(name); }
+  void WriteFile(const QString& name, const QByteArray& bytes) {
+    QFile file(File(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+  }
+  void WritePicture(const QString& name, int width, int height, QColor color) {
+    QImage picture(width, height, QImage::Format_ARGB32);
+    picture.fill(color);
+    ASSERT_TRUE(picture.save(File(name)));
+  }
+
+  QTemporaryDir folder_;
+  std::shared_ptr<StandIn> stand_in_;
+  std::unique_ptr<StandInWindow> window_;
+};
+
+constexpr const char* kLost = "These frames aren't saved. Go on without them?";
 const Progress kSilent = [](double) {};
 
 /// Notes what a label shows whenever it is painted.
@@ -117,22 +129,37 @@ struct Painted : QObject {
 };
 
 TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
+  auto* view = window_->findChild<QWidget*>("FrameView");
+  auto* scrub = window_->findChild<QSlider*>("Scrub");
+  const auto middle = [view] {
+    const QImage shown = view->grab().toImage();
+    return qGray(shown.pixel(shown.rect().center()));
+  };
   stand_in_->GotoFrameAdv(3);
-  for (const Channel channel : {Channel::Red, Channel::Green, Channel::Blue})
-    stand_in_->SetBuffer(channel, OwnTable(std::vector<std::uint8_t>(9 * 7, 0)), "");
+  Write(0);
   EXPECT_EQ(LabelText("FrameLabel"), "Frame 3") << "the tool may block the thread right after";
   for (const int frame : {2, 3}) {
     stand_in_->GotoFrame(frame);
     EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == QString("Frame %1").arg(frame); }));
-    const QImage view = window_->findChild<QWidget*>("FrameView")->grab().toImage();
-    EXPECT_EQ(qGray(view.pixel(view.rect().center())), frame == 3 ? 0 : 255);
+    EXPECT_EQ(middle(), frame == 3 ? 0 : 255);
   }
   for (int step = 0; step < 5000; ++step) stand_in_->GotoFrame(step % 10);
-  EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9"; }));
-  EXPECT_THAT(LabelText("FactsLabel").toStdString(), testing::HasSubstr("10 frames"));
-  EXPECT_EQ(window_->findChild<QSlider*>("Scrub")->maximum(), 9);
-  window_->findChild<QSlider*>("Scrub")->setValue(7);
+  EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9" && scrub->value() == 9; }));
+  EXPECT_EQ(LabelText("FactsLabel"), "10 frames  ·  8 × 6  ·  12 fps");
+  EXPECT_EQ(scrub->maximum(), 9);
+  scrub->setValue(7);
   EXPECT_EQ(stand_in_->CurrentFrame(), 7);
+  std::string steps;
+  for (const char* step : {"Last", "Back", "Forward", "Forward", "First", "Back", "Forward"}) {
+    Choose(step);
+    steps += std::to_string(stand_in_->CurrentFrame());
+  }
+  EXPECT_EQ(steps, "9899001");
+  stand_in_->CreateAnimAdv(1);
+  EXPECT_EQ(LabelText("FactsLabel"), "1 frame  ·  8 × 6  ·  12 fps");
+  EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 0"; }));
+  for (const char* step : {"First", "Back", "Play", "Forward", "Last"})
+    EXPECT_FALSE(window_->findChild<QAction*>(step)->isEnabled()) << step;
 }
 
 TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInsteadOfClosing) {
@@ -148,7 +175,21 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
   stand_in_->StatusPercent(62.5);
   EXPECT_EQ(bar->value(), 62);
   EXPECT_EQ(LabelText("FrameLabel"), "Frame 4");
-  stand_in_->StatusClose();
+  const auto* menu = window_->findChild<QMenu*>("AnimationMenu");
+  EXPECT_FALSE(menu->isEnabled()) << "a tool is at work with the animation";
+  std::string notes;
+  for (const auto& [written, read] : {std::pair{0, 0}, {0, 1}, {0, 2}, {1, 2}, {2, 0}}) {
+    stand_in_->StatusOpen("Saving...");
+    EXPECT_EQ(bar->value(), 0);
+    for (int frame = 0; frame < std::max(written, read); ++frame) {
+      stand_in_->GotoFrameAdv(frame);
+      if (frame < written) Write(0);
+      if (frame < read) stand_in_->GetBuffer(Channel::Red, "");
+    }
+    stand_in_->StatusClose();
+    notes += LabelText("StatusLabel").toStdString() + ", ";
+  }
+  EXPECT_EQ(notes, "Ready, 1 frame retrieved, 2 frames retrieved, 1 frame shot, 2 frames shot, ");
   EXPECT_FALSE(bar->isVisible());
   EXPECT_FALSE(window_->close());
   EXPECT_TRUE(window_->isMinimized());
@@ -167,11 +208,9 @@ TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
   for (int i = 0; i < 10; ++i) QApplication::processEvents(), QThread::msleep(30);
   EXPECT_EQ(stand_in_->CurrentFrame(), 6) << "it goes on from where it stood";
   EXPECT_EQ(window_->findChild<QAction*>("Play")->text(), "Pause");
-  Choose("Play");
   stand_in_->SetFrameRate(100);
-  stand_in_->GotoFrame(0);
-  Choose("Play");
-  EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() > 2; }));
+  EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() > 6; })) << "it goes on at the new rate";
+  EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() < 5; })) << "and begins anew behind the last";
   stand_in_->GotoFrame(1);
   Becomes([clock = std::chrono::steady_clock::now()] {
     return std::chrono::steady_clock::now() - clock > std::chrono::milliseconds(60);
@@ -188,7 +227,6 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   const auto ticked = [this](const char* action) {
     return window_->findChild<QAction*>(action)->isChecked();
   };
-  EXPECT_TRUE(ticked("ThemeDefault") && ticked("Wallpaperslate") && !ticked("Wallpapernight"));
   Choose("ThemeDark");
   EXPECT_TRUE(ticked("ThemeDark") && !ticked("ThemeDefault"));
   EXPECT_EQ(form.callbacks, 1);
@@ -216,18 +254,26 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
 TEST_F(StandInWindowTest, AWallpaperIsAFileThatToolsCanLoad) {
   CountingForm form;
   stand_in_->KeepForm(form);
-  int told = 0;
-  for (const QString& name : WallpaperNames()) {
-    Choose("Wallpaper" + name);
+  WritePicture("own.png", 4, 4, Qt::red);
+  QDir(folder_.path()).mkpath("vellumark/wallpapers");
+  WritePicture("vellumark/wallpapers/night.png", 1, 1, Qt::red);  // of another version
+  const auto choices = [](const StandInWindow& window) {
+    return window.findChild<QAction*>("Wallpaperslate")->actionGroup()->actions();
+  };
+  const QStringList names = {"", "linen", "night", "paper", "slate", File("own.png")};
+  for (qsizetype i = 0; i < names.size(); ++i) {
+    if (i == 5) OnDialogs({Name(names[i])});
+    choices(*window_)[i]->trigger();
+    EXPECT_EQ(ChosenWallpaper(), names[i]);
+    EXPECT_EQ(form.callbacks, i + 1);
     const QString file = QString::fromStdString(stand_in_->WallpaperFilename());
-    EXPECT_FALSE(QImage(file).isNull()) << name.toStdString();
-    EXPECT_TRUE(QFile::permissions(file) & QFile::WriteOwner) << "the next version replaces it";
-    EXPECT_EQ(ChosenWallpaper(), name);
-    EXPECT_EQ(form.callbacks, ++told);
+    EXPECT_EQ(file, i % 5 == 0 ? names[i] : File("vellumark/wallpapers/" + names[i] + ".png"));
+    EXPECT_EQ(QImage(file).width() > 4, i % 5 > 0) << names[i].toStdString();
+    EXPECT_TRUE(i == 0 || QFile::permissions(file) & QFile::WriteOwner) << "the next version replaces it";
     // A window that comes up later ticks what was chosen.
     const StandInWindow later(std::make_shared<StandIn>(Animation({8, 6}, 10)), RunsAs::PartOfTool);
-    for (const QAction* choice : later.findChild<QAction*>("Wallpaper" + name)->actionGroup()->actions())
-      EXPECT_EQ(choice->isChecked(), choice->objectName() == "Wallpaper" + name);
+    for (qsizetype other = 0; other < names.size(); ++other)
+      EXPECT_EQ(choices(later)[other]->isChecked(), other == i);
   }
 }
 
@@ -246,12 +292,8 @@ TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
   EXPECT_THAT(animation.Plane(1, Channel::Green).bytes, testing::Each(50));
   EXPECT_THAT(animation.Plane(2, Channel::Blue).bytes, testing::Each(30));
   EXPECT_THAT(animation.Plane(3, Channel::Green).bytes, testing::Each(224));
-  OnDialogs({[this](QWidget* dialog) {
-    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(folder_.path());
-    QMetaObject::invokeMethod(dialog, "accept");
-  }});
-  Choose("OpenFolder");
-  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 4);
+  Choose("OpenFolder", {Name(folder_.path())});
+  EXPECT_EQ(Frames(), 4);
 }
 
 TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
@@ -260,10 +302,7 @@ TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
       "GIF89a\x01\x00\x01\x00\x80\x00\x00\xff\x00\x00\x00\x00\xff"
       "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00"
       "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x4c\x01\x00;";
-  QFile file(File("two.gif"));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(bytes, sizeof bytes - 1);
-  file.close();
+  WriteFile("two.gif", QByteArray(bytes, sizeof bytes - 1));
   // Two frames of three planes of 2 by 2, and 8 bytes to work on one pixel.
   for (const double free : {31.0, 32.0}) {
     platform::ReadFreeMemoryFrom([free] { return free; });
@@ -274,42 +313,33 @@ TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
   ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
   const auto& animation = std::get<Animation>(result);
   ASSERT_EQ(animation.FrameCount(), 2);
-  EXPECT_EQ(animation.Plane(0, Channel::Red).bytes[0], 255);
-  EXPECT_EQ(animation.Plane(1, Channel::Red).bytes[0], 0);
-  EXPECT_EQ(animation.Plane(1, Channel::Blue).bytes[0], 255);
+  EXPECT_THAT(animation.Plane(0, Channel::Red).bytes, testing::Each(255));
+  EXPECT_THAT(animation.Plane(1, Channel::Red).bytes, testing::Each(0));
+  EXPECT_THAT(animation.Plane(1, Channel::Blue).bytes, testing::Each(255));
 }
 
 TEST_F(StandInWindowTest, StopsReadingPicturesBeforeTheMemoryIsFull) {
-  QStringList files;
-  for (int i = 0; i < 12; ++i) {
-    const QString name = QString("%1.png").arg(i);
-    WritePicture(name, 1000, 1000, Qt::red);
-    files << File(name);
-  }
+  WritePicture("red.png", 1000, 1000, Qt::red);
+  const QStringList files(12, File("red.png"));
   // Twelve frames take 36 MB. The memory may be short from the start, or become short while they are read.
-  for (const double at_first : {3e7, 1e8}) {
+  for (const auto& [at_first, later, fits] :
+       {std::tuple{3e7, 1e7, false}, {1e8, 1e7, false}, {1e8, 3e7, true}}) {
     double free = at_first;
     int files_read = 0;
-    platform::ReadFreeMemoryFrom([&] { return std::exchange(free, 1e7); });
+    platform::ReadFreeMemoryFrom([&free, later = later] { return std::exchange(free, later); });
     const auto result = ReadPictures(files, [&](double) { ++files_read; });
-    ASSERT_TRUE(std::holds_alternative<std::string>(result));
-    EXPECT_THAT(std::get<std::string>(result), testing::HasSubstr(" would be needed, "));
+    const auto* refusal = std::get_if<std::string>(&result);
+    EXPECT_EQ(refusal == nullptr, fits);
+    EXPECT_TRUE(refusal == nullptr || refusal->find(" would be needed, ") != std::string::npos);
     EXPECT_EQ(files_read > 0, at_first == 1e8);
   }
-  // What has been read isn't needed a second time.
-  double free = 1e8;
-  platform::ReadFreeMemoryFrom([&] { return std::exchange(free, 3e7); });
-  EXPECT_TRUE(std::holds_alternative<Animation>(ReadPictures(files, kSilent)));
   platform::ReadFreeMemoryFrom(nullptr);
 }
 
 TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
   WritePicture("a1.png", 4, 4, Qt::red);
   WritePicture("a2.png", 5, 4, Qt::red);
-  QFile nonsense(File("a3.png"));
-  ASSERT_TRUE(nonsense.open(QIODevice::WriteOnly));
-  nonsense.write("no picture at all");
-  nonsense.close();
+  WriteFile("a3.png", "no picture at all");
   ASSERT_EQ(mkfifo(File("a4.png").toUtf8().constData(), 0600), 0);
   const std::vector<std::pair<QStringList, std::vector<std::string>>> cases = {
       {{File("a1.png"), File("a2.png")}, {"a2.png\" is 5 by 4", "a1.png", "4 by 4"}},
@@ -344,78 +374,70 @@ TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
 
 TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
   WritePicture("take0003.png", 1, 1, Qt::red);
-  const auto name_it = [this](QWidget* dialog) {
-    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(File("take"));
-    QMetaObject::invokeMethod(dialog, "accept");
-  };
-  QString question;
-  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
-  OnDialogs({name_it, AnswerQuestion(QMessageBox::No, &question)});
-  Choose("Save");
-  EXPECT_THAT(question.toStdString(), testing::HasSubstr("take0003.png is already there"));
+  Write(1);
+  EXPECT_EQ(Told("Save", QMessageBox::No, {Name(File("take"))}),
+            "The picture take0003.png is already there. Replace it?");
   EXPECT_EQ(QImage(File("take0003.png")).width(), 1);
   EXPECT_FALSE(QFile::exists(File("take0000.png")));
+  EXPECT_TRUE(stand_in_->Unsaved());
   Painted status(window_->findChild<QLabel*>("StatusLabel"));
-  OnDialogs({name_it, AnswerQuestion(QMessageBox::Yes, &question)});
-  Choose("Save");
+  // Without a folder it is the one that was named last.
+  Told("Save", QMessageBox::Yes, {Name("take.PNG")});
   EXPECT_TRUE(status.texts.contains("Saving pictures..."));
+  EXPECT_EQ(stand_in_->Status(), std::nullopt);
   EXPECT_EQ(QImage(File("take0003.png")).width(), 8);
   EXPECT_TRUE(QFile::exists(File("take0009.png")));
   EXPECT_EQ(LabelText("StatusLabel"), "10 pictures saved in " + folder_.path());
-  OnDialogs({name_it, AnswerQuestion(QMessageBox::No, &question)});
-  Choose("Save");
-  EXPECT_THAT(question.toStdString(),
-              testing::HasSubstr("10 of the pictures are already there, take0000.png to take0009"));
   EXPECT_FALSE(stand_in_->Unsaved());
+  EXPECT_EQ(Told("Save", QMessageBox::No, {Name(File("take"))}),
+            "10 of the pictures are already there, take0000.png to take0009.png. Replace them?");
 }
 
 TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
-  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
-  QString question;
-  OnDialogs({AnswerQuestion(QMessageBox::No, &question)});
-  Choose("Demonstration");
-  EXPECT_THAT(question.toStdString(), testing::HasSubstr("aren't saved"));
-  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 10);
-  OnDialogs({AnswerQuestion(QMessageBox::Yes, &question)});
-  Choose("Demonstration");
-  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 48);
+  Write(1);
+  EXPECT_EQ(Told("Demonstration", QMessageBox::No), kLost);
+  EXPECT_EQ(Frames(), 10);
+  EXPECT_EQ(Told("Demonstration", QMessageBox::Yes), kLost);
+  EXPECT_EQ(Frames(), 48);
   Choose("Demonstration");  // nothing to ask about
-  OnDialogs({[](QWidget* dialog) {
-    for (const auto& [field, value] : {std::pair{"Width", 12}, {"Height", 0}, {"Frames", 3}})
-      dialog->findChild<QSpinBox*>(field)->setValue(value);
-    QMetaObject::invokeMethod(dialog, "accept");
-  }});
-  Choose("New");
-  EXPECT_EQ(stand_in_->CurrentAnimation().Size(), (FrameSize{12, 1}));
-  EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 3);
-  StandInWindow program(stand_in_, RunsAs::Program);
-  program.show();
-  stand_in_->SetBuffer(Channel::Red, stand_in_->CurrentAnimation().Plane(0, Channel::Red), "vel_SetRbuffer");
-  question.clear();
-  OnDialogs({AnswerQuestion(QMessageBox::No, &question)});
-  EXPECT_FALSE(program.close());
-  EXPECT_THAT(question.toStdString(), testing::HasSubstr("aren't saved"));
+  std::string asked;
+  for (const char* item : {"New", "Rate"})
+    for (const bool takes : {false, true})
+      Choose(item, {[&](QWidget* dialog) {
+               asked += dialog->findChild<QLineEdit*>()->selectedText().toStdString();
+               for (auto* box : dialog->findChildren<QAbstractSpinBox*>()) {
+                 for (const char* part : {"objectName", "minimum", "maximum", "text"})
+                   asked += " " + box->property(part).toString().remove("qt_spinbox").toStdString();
+                 if (takes) box->setProperty("value", box->objectName() == "Height" ? 0 : 23);
+               }
+               auto* buttons = dialog->findChild<QDialogButtonBox*>();
+               buttons->button(takes ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel)->click();
+             }});
+  const std::string size = "320 Width 1 8190 320 pixels Height 1 8190 240 pixels Frames 1 32767 48 frames";
+  const std::string rate = "12.000  0.1 240 12.000";
+  EXPECT_EQ(asked, size + size + rate + rate);
+  EXPECT_EQ(stand_in_->CurrentAnimation().Size(), (FrameSize{23, 1}));
+  EXPECT_EQ(Frames(), 23);
+  EXPECT_EQ(stand_in_->RateText(), "23");
 }
 
 TEST_F(StandInWindowTest, StaysForUnsavedFramesWhenTheToolHasGone) {
   EXPECT_TRUE(window_->MayEndWithTool()) << "nothing to ask about";
-  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
+  Write(1);
   window_->showMinimized();
   QString question;
   OnDialogs({AnswerQuestion(QMessageBox::No, &question)});
   EXPECT_FALSE(window_->MayEndWithTool());
-  EXPECT_THAT(question.toStdString(), testing::HasSubstr("aren't saved"));
+  EXPECT_EQ(question, kLost);
   EXPECT_FALSE(window_->isMinimized());
   // Its close box now ends the process, after the same question.
   for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
-    bool ended = false;
     QTimer::singleShot(0, qApp, [&] {
       OnDialogs({AnswerQuestion(answer, &question)});
       window_->close();
       if (answer == QMessageBox::No) QCoreApplication::exit(7);
     });
-    ended = QApplication::exec() == 0;
-    EXPECT_EQ(ended, answer == QMessageBox::Yes);
+    EXPECT_EQ(QApplication::exec() == 0, answer == QMessageBox::Yes);
   }
 }
 
@@ -423,16 +445,13 @@ TEST_F(StandInWindowTest, LeavesTheFramesToAToolThatBeganWhileADialogStoodOpen) 
   WritePicture("take0003.png", 1, 1, Qt::red);
   const auto tool_begins = [this](QWidget* dialog) {
     stand_in_->StatusOpen("Developing...");
-    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(File("take0003.png"));
-    QMetaObject::invokeMethod(dialog, "accept");
+    Name(File("take0003.png"))(dialog);
   };
   for (const char* action : {"OpenPictures", "Save"}) {
-    QString refusal;
-    OnDialogs({tool_begins, AnswerQuestion(QMessageBox::Ok, &refusal)});
-    Choose(action);
-    EXPECT_THAT(refusal.toStdString(), testing::HasSubstr("A tool is at work")) << action;
+    EXPECT_EQ(Told(action, QMessageBox::Ok, {tool_begins}),
+              "A tool is at work with these frames. Try again when it has finished.");
     EXPECT_EQ(stand_in_->Status().value_or(StatusDisplay{}).text, "Developing...");
-    EXPECT_EQ(stand_in_->CurrentAnimation().FrameCount(), 10);
+    EXPECT_EQ(Frames(), 10);
     stand_in_->StatusClose();
   }
   EXPECT_FALSE(QFile::exists(File("take00030000.png")));
@@ -456,24 +475,38 @@ TEST_F(StandInWindowTest, TheDemoMovesFromFrameToFrame) {
   ASSERT_EQ(animation.FrameCount(), 48);
   for (int frame = 0; frame < 48; ++frame) {
     const ByteTable here = animation.Plane(frame, Channel::Red);
-    const ByteTable next = animation.Plane((frame + 1) % 48, Channel::Red);
-    ASSERT_EQ(here.bytes.size(), animation.Size().PlaneBytes());
-    EXPECT_FALSE(std::ranges::equal(here.bytes, next.bytes)) << frame;
+    ASSERT_EQ(here.bytes.size(), 321u * 241u);
+    EXPECT_FALSE(std::ranges::equal(here.bytes, animation.Plane((frame + 1) % 48, Channel::Red).bytes))
+        << frame;
   }
 }
 
-TEST_F(StandInWindowTest, WithinTheToolItHasNoToolsAndOutlivesNothing) {
-  QStringList items;
-  for (const QAction* menu : window_->menuBar()->actions())
-    for (const QAction* item : menu->menu()->actions())
-      if (!item->isSeparator()) items << item->objectName();
-  EXPECT_EQ(
-      items.join(' '),
-      "New OpenPictures OpenFolder Demonstration Save Leave Play First Back Forward Last Rate ThemeDefault "
-      "ThemeDark ThemeLoud  Wallpaperlinen Wallpapernight Wallpaperpaper Wallpaperslate  About");
+TEST_F(StandInWindowTest, HasItsMenusAndWithinTheToolNoToolsAndOutlivesNothing) {
+  // Each menu with its items: name or text, a star if ticked, and keys.
+  const auto menus_of = [](const StandInWindow& window) {
+    QString all;
+    for (const QAction* menu : window.menuBar()->actions()) {
+      all += menu->menu()->objectName() + ":";
+      for (const QAction* item : menu->menu()->actions()) {
+        const QString name = item->objectName().isEmpty() ? item->text() : item->objectName();
+        all += " " + (item->isSeparator() ? "-" : name) + (item->isChecked() ? "*" : "");
+        if (!item->shortcut().isEmpty()) all += " " + item->shortcut().toString();
+      }
+    }
+    return all.toStdString();
+  };
+  const std::string before =
+      "AnimationMenu: New Ctrl+N OpenPictures Ctrl+O OpenFolder Demonstration - Save Ctrl+S - Leave Ctrl+Q"
+      "FramesMenu: Play Space First Home Back , Forward . Last End - Rate"
+      "LookMenu: ThemeDefault* ThemeDark ThemeLoud - No wallpaper Wallpaperlinen Wallpapernight "
+      "Wallpaperpaper Wallpaperslate* Own wallpaper...";
+  EXPECT_EQ(menus_of(*window_), before + "HelpMenu: About");
   EXPECT_EQ(window_->findChild<QAction*>("Leave")->text(), "&Minimise");
   EXPECT_FALSE(window_->testAttribute(Qt::WA_QuitOnClose));
-  EXPECT_TRUE(StandInWindow(stand_in_, RunsAs::Program).testAttribute(Qt::WA_QuitOnClose));
+  const StandInWindow program(stand_in_, RunsAs::Program);
+  EXPECT_EQ(menus_of(program), before + "ToolsMenu: ExposureSheetHelpMenu: About");
+  EXPECT_EQ(program.findChild<QAction*>("Leave")->text(), "&Quit");
+  EXPECT_TRUE(program.testAttribute(Qt::WA_QuitOnClose));
 }
 
 TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
@@ -484,19 +517,7 @@ TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   EXPECT_EQ(menus.join(' '), "&Animation &Bilder &Aussehen &Werkzeuge &Hilfe");
   EXPECT_EQ(german.findChild<QAction*>("First")->toolTip(), "Erstes Bild (Home)");
   EXPECT_EQ(german.findChild<QAction*>("ThemeDark")->text(), "Farben: Dunkel");
-  for (const auto& [action, keys] :
-       std::initializer_list<std::pair<const char*, const char*>>{{"New", "Ctrl+N"},
-                                                                  {"OpenPictures", "Ctrl+O"},
-                                                                  {"Save", "Ctrl+S"},
-                                                                  {"Leave", "Ctrl+Q"},
-                                                                  {"Play", "Space"},
-                                                                  {"First", "Home"},
-                                                                  {"Back", ","},
-                                                                  {"Forward", "."},
-                                                                  {"Last", "End"}})
-    EXPECT_EQ(german.findChild<QAction*>(action)->shortcut().toString(), keys);
   EXPECT_TRUE(german.findChild<QLabel*>("FactsLabel")->text().startsWith("10 Bilder"));
-
   QString about;
   OnDialogs({AnswerQuestion(QMessageBox::Ok, &about)});
   german.findChild<QAction*>("About")->trigger();
@@ -529,15 +550,13 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
 TEST_F(StandInWindowTest, WithinTheToolOnlyItsOwnButtonsAreGerman) {
   if (!platform::TranslateToolkit(platform::ToolkitSpeaks::UsersLanguageWhereAsked, {"de-DE"}))
     GTEST_SKIP() << "the toolkit's German isn't installed";
-  const auto no_of = [](QMessageBox& box) { return box.button(QMessageBox::No)->text(); };
   StandInWindow part(stand_in_, RunsAs::PartOfTool);
-  stand_in_->SetBuffer(Channel::Red, OwnTable(std::vector<std::uint8_t>(9 * 7, 1)), "vel_SetRbuffer");
+  Write(1);
   QStringList seen;
   const auto look = [&](QWidget* dialog) {
-    auto* box = qobject_cast<QMessageBox*>(dialog);
-    ASSERT_NE(box, nullptr);
-    seen << no_of(*box);
-    box->button(QMessageBox::No)->click();
+    auto* no = dynamic_cast<QMessageBox&>(*dialog).button(QMessageBox::No);
+    seen << no->text();
+    no->click();
   };
   OnDialogs({look});
   part.findChild<QAction*>("Demonstration")->trigger();
@@ -546,7 +565,7 @@ TEST_F(StandInWindowTest, WithinTheToolOnlyItsOwnButtonsAreGerman) {
   OnDialogs({look});
   part.close();
   QMessageBox tools(QMessageBox::Question, "The tool", "Go on?", QMessageBox::Yes | QMessageBox::No);
-  seen << no_of(tools);
+  seen << tools.button(QMessageBox::No)->text();
   EXPECT_EQ(seen.join(' '), "&Nein &Nein &Nein &No");
 }
 

@@ -334,17 +334,23 @@ class Bridge(unittest.TestCase):
         QDBusConnection.disconnectFromBus("first")
 
     def test_writes_the_theme_that_fits(self):
-        with tempfile.TemporaryDirectory() as folder:
-            os.environ["XDG_CONFIG_HOME"] = folder
-            dark, light = QPalette(QColor(60, 60, 60)), QPalette(QColor(230, 230, 230))
+        dark, light = QPalette(), QPalette(QColor(230, 230, 230))
+        for role, color in [(QPalette.Button, (52,) * 3), (QPalette.Window, (40,) * 3), (QPalette.Base, (10, 20, 30)),
+                            (QPalette.Text, (240,) * 3), (QPalette.Highlight, (200, 0, 0))]:
+            dark.setColor(role, QColor(*color))
+        looks = {"Shine": [113], "Shadow": [21], "Half_Shine": [82], "Half_Shadow": [36], "Button_Fill": [89],
+                 "Scroll_Fill": [30], "Scroll_Bar": [214, 64, 64], "Tab_Highlight": [200, 0, 0], "Ruler": [120],
+                 "Textbox_Fill": [10, 20, 30], "Textbox_Text": [240], "Special_Backdrop": [40],
+                 "Special_Tool": [74, 58, 58], "Special_Setting": [58, 70, 71], "Special_Action": [70, 68, 56]}
+        written = {f"{key}_Color": str(sum(part << 8 * place for place, part in enumerate((color * 3)[:3])))
+                   for key, color in looks.items()}
+        written.update(Borderless_Buttons="0", Borderless_Scrollers="1", Borderless_Strings="1", Borderless_Tabs="1")
+        with tempfile.TemporaryDirectory() as folder, patch.dict(os.environ, XDG_CONFIG_HOME=folder):
             self.assertEqual([os.path.basename(theme.wallpaper(p)) for p in (dark, light)], ["night.png", "slate.png"])
-            dark.setColor(QPalette.Base, QColor(10, 20, 30))
-            self.assertEqual([theme.store(dark), theme.store(dark), theme.store(light)], [True, False, True])
-            theme.store(dark)
+            self.assertEqual([theme.store(p) for p in (dark, dark, light, dark)], [True, False, True, True])
             settings = QSettings(os.path.join(folder, "vellumark.ini"), QSettings.IniFormat)
-            self.assertEqual(settings.value("Startup/Textbox_Fill_Color"), str(10 + 256 * 20 + 65536 * 30))
             settings.beginGroup("Startup")
-            self.assertEqual(len(settings.allKeys()), 19)
+            self.assertEqual({key: settings.value(key) for key in settings.allKeys()}, written)
 
     def test_tells_why_a_sheet_does_not_begin_and_when_it_ended_too_soon(self):
         said, sheet = [], extension.ExposureSheet(None)

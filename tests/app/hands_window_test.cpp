@@ -232,6 +232,8 @@ TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
   drop(support::ScratchFolder() + "/stereo.wav", true);
   EXPECT_EQ(grid.Rows(), 61) << "it is dropped with the rest of the input";
   drop(support::WriteScratch("notes.txt", "no sound"));
+  form.MenuSave.Click();
+  EXPECT_EQ(desk.files.asked.back().proposal, "") << "the sheet is still the one in KEPT.EXP";
   EXPECT_EQ(desk.messages.shown.size(), 2U);
   EXPECT_EQ(grid.Rows(), 61);
   drop(support::WriteScratch("t\xf6ne.wav", support::WaveBytes(8, 1000, std::string(4000, 'x'))));

@@ -23,7 +23,10 @@ using support::Split;
 
 /// A line for each control in its order: name, place, size, tip or else what it is called, state.
 Fields Controls(platform::Window& window) {
-  Fields lines;
+  window.Show();
+  support::HandleEvents();
+  Fields lines{std::to_string(window.ScaleWidth()) + "x" + std::to_string(window.ScaleHeight()) + " " +
+               window.Caption()};
   for (const platform::Control* control : window.Controls()) {
     QWidget* const widget = control->Widget();
     const QString name = QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
@@ -57,16 +60,19 @@ TEST(Inventory, EveryControlHasItsPlaceAndName) {
           "Picture4 0,65 514x64 Velocity tracks|vl_button13 0,120 9x9 Channel visibility, on|"
           "vl_button14 10,120 9x9 Channel visibility, on|vl_button15 20,120 9x9 Channel visibility, on|"
           "vl_button16 30,120 9x9 Channel visibility, on|HScroll1 0,130 514x17 Timeline position|"
-          "Grid1 136,180 514x213 Exposure sheet|Line2 188,4 1x23 64|Line3 190,4 1x23 192|"
+          "Grid1 136,180 514x213 Exposure sheet|Text2 136,180 100x19 Comment, hidden|Line2 188,4 1x23 "
+          "64|Line3 190,4 1x23 192|"
           "Line4 220,4 1x23 64|Line5 222,4 1x23 192|Line7 302,4 1x23 64|Line6 304,4 1x23 192")));
   // 15 twips to the pixel: rows 450 apart.
   EXPECT_EQ(Controls(form2.Hold()),
-            Split("Label1 56,34 45x13 Format|Label2 56,64 45x13 #Chnls|Label3 56,94 45x13 SmpleRt|"
+            Split("204x239 Sample info|Label1 56,34 45x13 Format|Label2 56,64 45x13 #Chnls|Label3 56,94 "
+                  "45x13 SmpleRt|"
                   "Label4 56,124 45x13 ByteRt|Label5 56,154 45x13 BlkAlng|Label6 56,184 45x13 Bts/Smpl|"
                   "Text1 112,30 37x21 Format|Text2 112,60 37x21 #Chnls|Text3 112,90 37x21 SmpleRt|"
                   "Text4 112,120 37x21 ByteRt|Text5 112,150 37x21 BlkAlng|Text6 112,180 37x21 Bts/Smpl"));
   EXPECT_EQ(Controls(form3.Hold()),
-            Split("Text7 76,40 37x21 Frames per second|Label7 52,44 22x13 FPS|vl_button1 2,96 65x21 Set|"
+            Split("182x118 Set Frames per second|Text7 76,40 37x21 Frames per second|Label7 52,44 22x13 "
+                  "FPS|vl_button1 2,96 65x21 Set|"
                   "vl_button2 116,96 65x21 Cancel|Line1 0,92 182x1 64|Line2 0,94 182x1 192"));
 }
 

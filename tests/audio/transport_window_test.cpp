@@ -39,9 +39,9 @@ struct ScriptedOutput : platform::WaveOutput {
     handle = has_device ? 7 : 0;
     return has_device ? platform::kWaveOk : platform::kWaveNoDriver;
   }
-  Code PrepareHeader(Handle, const Header&) override { return 0; }
+  Code PrepareHeader(Handle, const Header&) override { return prepared = true, 0; }
   Code Write(Handle handle, const Header& header) override {
-    if (handle == 0) return platform::kWaveInvalidHandle;
+    if (handle == 0 || !prepared) return platform::kWaveInvalidHandle;
     const auto& sound = audio::LoadedSound();
     const void* start = sound.WaveFormat.wBitsPerSample == 8 ? static_cast<const void*>(sound.Samples8.Data())
                                                              : sound.Samples16.Data();
@@ -51,14 +51,14 @@ struct ScriptedOutput : platform::WaveOutput {
     callback(handle, platform::WOM_DONE, 0, 0, 0);
     return platform::kWaveOk;
   }
-  Code UnprepareHeader(Handle, const Header&) override { return 0; }
+  Code UnprepareHeader(Handle, const Header&) override { return prepared = false, 0; }
   Code Close(Handle handle) override {
-    log.push_back("close " + std::to_string(handle));
+    log.push_back((prepared ? "too early: close " : "close ") + std::to_string(handle));
     return 0;
   }
 
   Log& log;
-  bool has_device = true;
+  bool has_device = true, prepared = false;
   /// Sent while the slice is under way, which then never ends.
   int signal_instead = 0;
   platform::WaveFormatEx format;
@@ -146,10 +146,11 @@ TEST_F(TransportWindow, AWholeRunWalksTheRowsAndLeadsTheHost) {
     Log calls;
   } const steps[] = {
       {1000.03125, 0, 8, {}},
+      {1000.125, 1, 32, {"count", "goto 0", "count", "goto 1f"}},
       {1000.25, 3, 64, {"count", "goto 2", "count", "goto 3f"}},
       {1000.28125, 3, 72, {}},
       {1000.75, 9, 193, {"count", "goto 8", "count", "goto 9f"}},
-      {1001.0, 12, 257, {"count", "goto 9", "count"}},  // the host's animation has ended
+      {1000.84375, 10, 217, {"count", "goto 9", "count"}},  // the host's animation has ended
       {1001.96875, 23, 506, {"count", "goto 9", "count"}},
       {1002.0, 23, 514, {}},  // the last row is never reached
   };
@@ -168,9 +169,11 @@ TEST_F(TransportWindow, AWholeRunWalksTheRowsAndLeadsTheHost) {
 TEST_F(TransportWindow, RowsOnlyMoveForwardAndWithTheLockReleasedTheHostStays) {
   Load(16000);
   form.vl_button18.SetValue(false);
+  form.List1.SetFocus();
   form.vl_button1.Click();
   Tick(1000.25);
   EXPECT_EQ(form.Grid1.Row(), 3);
+  EXPECT_TRUE(form.Grid1.HasFocus());
   EXPECT_THAT(Take(), ElementsAre("play voice.wav", "count", "count"));
   form.Grid1.SetRow(12);
   Tick(1000.5);
@@ -186,6 +189,7 @@ TEST_F(TransportWindow, ASecondPressStartsAnewAndStopEndsTheRun) {
   Tick(1001.5);
   form.vl_button1.Click();
   EXPECT_EQ(form.Grid1.Row(), 0);
+  EXPECT_EQ(form.Line1.X1(), 0);
   Tick(1001.75);
   form.vl_button5.Click();
   EXPECT_TRUE(Idle());
@@ -260,6 +264,7 @@ TEST_F(TransportWindow, NothingPlaysOnTheHeaderRowWithoutFramesOrWithoutADevice)
 TEST_F(TransportWindow, ASignalEndsASliceThatLastsTooLong) {
   Load(20000);
   form.Grid1.SetRow(3);
+  form.vl_button2.Click();
   output.signal_instead = SIGTERM;
   const platform::EndsWatched watched;
   EXPECT_EXIT(form.vl_button2.Click(), testing::KilledBySignal(SIGTERM), "ended by a signal");
@@ -273,6 +278,7 @@ TEST_F(TransportWindow, APressSelectsShowsAndSoundsItsFrameOnce) {
   EXPECT_TRUE(form.Grid1.HasFocus());
   // The row's move and the press itself both repaint, and both before the sound.
   EXPECT_THAT(Take(), ElementsAre("count", "goto 9", "count", "goto 9", "slice 6000+667", "close 7"));
+  EXPECT_EQ(output.format.nBlockAlign, 1);
   Press(171);
   EXPECT_THAT(Take(), ElementsAre("count", "goto 9")) << "it repaints, and plays nothing";
   Load(20000);
@@ -284,20 +290,24 @@ TEST_F(TransportWindow, APressSelectsShowsAndSoundsItsFrameOnce) {
 struct PaintNote : QObject {
   PaintNote(QWidget* widget, Log& told) : log(told) { widget->installEventFilter(this); }
   bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint && (log.empty() || log.back() != "painted")) log.push_back("painted");
+    if (event->type() == QEvent::Paint) log.push_back("painted");
     return false;
   }
   Log& log;
 };
 
-TEST_F(TransportWindow, TheGridShowsAFrameBeforeItSounds) {
+TEST_F(TransportWindow, AFrameShowsBeforeItSounds) {
   Load(20000);
-  PaintNote note(static_cast<QAbstractScrollArea*>(form.Grid1.Widget())->viewport(), log);
-  Press(171);
-  const Log told = Take();
-  const auto painted = std::ranges::find(told, "painted"), slice = std::ranges::find(told, "slice 6000+667");
-  ASSERT_NE(slice, told.end());
-  EXPECT_LT(painted, slice);
+  for (QWidget* shown : {static_cast<QAbstractScrollArea*>(form.Grid1.Widget())->viewport(),
+                         form.Picture1.Widget(), form.Picture2.Widget()}) {
+    const PaintNote note(shown, log);
+    Press(shown == form.Picture1.Widget() ? 30 : shown == form.Picture2.Widget() ? 100 : 171);
+    const Log told = Take();
+    const auto painted = std::ranges::find(told, "painted"),
+               slice = std::ranges::find_if(told, [](const auto&call) { return call.starts_with("slice"); });
+    ASSERT_NE(slice, told.end());
+    EXPECT_LT(painted, slice) << shown->objectName().toStdString();
+  }
 }
 
 TEST_F(TransportWindow, ADragSoundsEachNewFrameAndStopsAtTheSheetsEnds) {

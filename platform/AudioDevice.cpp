@@ -68,11 +68,10 @@ class SdlDevice : public AudioDevice {
 
 std::unique_ptr<AudioDevice> OpenAudioDevice(const AudioFormat& format, FillBuffer fill) {
   if (format.frames_per_second < 1 || format.frames_per_second > kMostFramesPerSecond) return nullptr;
+  // A device that wasn't opened ends after the lock, which its end takes too.
   auto device = std::make_unique<SdlDevice>(std::move(fill));
-  std::unique_lock lock(AudioLibraryMutex());
-  const bool opened = AudioLibraryReady() && device->Open(format);
-  lock.unlock();
-  return opened ? std::move(device) : nullptr;
+  const std::lock_guard lock(AudioLibraryMutex());
+  return AudioLibraryReady() && device->Open(format) ? std::move(device) : nullptr;
 }
 
 bool KeptDevice::Take(const AudioFormat& format) {

@@ -64,11 +64,10 @@ SoundDevices FindSoundDevices() {
 
 std::unique_ptr<CaptureDevice> OpenCaptureDevice(const std::string& name, int samples_per_second,
                                                  TakeSamples take) {
+  // A device that wasn't opened ends after the lock, which its end takes too.
   auto device = std::make_unique<SdlCapture>(std::move(take));
-  std::unique_lock lock(AudioLibraryMutex());
-  const bool opened = AudioLibraryReady() && device->Open(name, samples_per_second);
-  lock.unlock();
-  return opened ? std::move(device) : nullptr;
+  const std::lock_guard lock(AudioLibraryMutex());
+  return AudioLibraryReady() && device->Open(name, samples_per_second) ? std::move(device) : nullptr;
 }
 
 }  // namespace platform

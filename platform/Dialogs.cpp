@@ -97,7 +97,6 @@ Answer ShowMessage(const Message& message) {
   const PlainPointer pointer;
   QMessageBox box(ToolkitIcon(message.icon), QString::fromStdString(ProgramTitle()),
                   QString::fromStdString(message.text), ToolkitButtons(message.buttons), owner);
-  box.setObjectName("MsgBox");
   DressOver(owner, box);
   box.setTextFormat(Qt::PlainText);
   switch (box.exec()) {
@@ -126,7 +125,6 @@ std::optional<std::string> ShowFileDialog(const FileQuestion& question) {
   QWidget* const owner = Owner();
   const FocusReturn focus_return(owner);
   QFileDialog dialog(owner, QString::fromStdString(question.title), folder, ToolkitFilter(question.filter));
-  dialog.setObjectName("CommonDialog");
   DressOver(owner, dialog);
   GiveColumnsRoom(dialog);
   dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -188,7 +186,6 @@ class StandingQuestion::Box {
  public:
   Box(const std::string& text, const std::string& yes, const std::string& no)
       : focus_return_(Owner()), box_(Owner()) {
-    box_.setObjectName("StandingQuestion");
     DressOver(Owner(), box_);
     box_.setWindowTitle(QString::fromStdString(ProgramTitle()));
     box_.setIcon(QMessageBox::Question);

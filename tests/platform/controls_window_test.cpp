@@ -124,10 +124,10 @@ TEST_F(ShownSample, RaisesTheGridsEventsInsideTheMoveAndOnlyWhenTheCellChanges) 
   EXPECT_THROW(grid.SetRow(-1), ControlError);
   EXPECT_THROW(grid.SetCol(3), ControlError);
   EXPECT_THAT(Take(), IsEmpty());
-  grid.SetRow(4);
+  grid.SetRow(3);
   Take();
   grid.SetRows(3);
-  EXPECT_THAT(Take(), ElementsAre("leave 4,0", "reach 2,0")) << "the current row was cut off";
+  EXPECT_THAT(Take(), ElementsAre("leave 3,0", "reach 2,0")) << "the current row was cut off";
   const int row_1 = PixelsFromTwips(grid.RowPos(2) - grid.RowPos(1)) / 2;
   const int col_1 = PixelsFromTwips(grid.ColPos(1)) + 3;
   for (const QPoint at : {QPoint(col_1, row_1), QPoint(3, 140)}) {
@@ -191,29 +191,69 @@ TEST_F(ShownSample, LetsKeysWalkTheGrid) {
 }
 
 TEST_F(ShownSample, ShowsWhereTheCurrentCellIs) {
+  QScrollBar& bar = *view->verticalScrollBar();
   grid.SetRows(100);
   grid.SetRow(50);
+  // Six rows are seen, 19 pixels each, below a header of 21; a step leaves a third of them ahead.
+  EXPECT_EQ(grid.RowPos(50), TwipsFromPixels(21 + 3 * 19));
+  EXPECT_EQ(std::pair(bar.value(), grid.RowPos(0)), std::pair(46, 0));
+  grid.SetRow(49);
+  grid.Refresh();
+  EXPECT_EQ(view->currentIndex().row(), 48);
+  support::Press(view->viewport(), {5, 5 * 19 + 5});
   support::HandleEvents();
-  EXPECT_LT(PixelsFromTwips(grid.RowPos(50)), grid.Height());
-  view->verticalScrollBar()->setValue(90);
+  EXPECT_EQ(std::pair(bar.value(), grid.Row()), std::pair(46, 52)) << "a clicked row stays where it is";
+  static int scrolled = 0;
+  grid.Scroll = [&] { ++scrolled; };
+  bar.setValue(90);
+  EXPECT_EQ(scrolled, 1);
   grid.BringIntoView();
-  EXPECT_GT(grid.RowPos(50), 0);
-  const QRect cell = view->visualRect(view->currentIndex());
-  const QImage shown = view->viewport()->grab(cell).toImage();
-  for (const QPoint edge :
-       {QPoint(0, 9), QPoint(9, 0), QPoint(cell.width() - 1, 9), QPoint(9, cell.height() - 1)})
-    EXPECT_EQ(shown.pixel(edge), shown.pixel(0, 0)) << edge.x();
-  EXPECT_NE(shown.pixel(9, 9), shown.pixel(0, 0)) << "a frame around it";
-  const QImage without = view->horizontalHeader()->grab().toImage();
-  grid.SetRow(0);
+  EXPECT_EQ(bar.value(), 51);
+  bar.setValue(20);
+  grid.SetText("M ");
   support::HandleEvents();
-  EXPECT_EQ(view->verticalScrollBar()->value(), 0);
-  const QImage header = view->horizontalHeader()->grab().toImage();
-  for (int col = 0; col < 3; ++col) {
-    const QPoint foot(view->horizontalHeader()->sectionPosition(col) + 5, header.height() - 1);
-    EXPECT_EQ(header.pixel(foot) != without.pixel(foot), col == 0)
-        << "the cell of the header that is current";
+  EXPECT_EQ(bar.value(), 46) << "a text is no step";
+  for (const int seen_from : {0, 30}) {
+    grid.SetRow(0);
+    grid.SetText("Frame");
+    support::HandleEvents();
+    EXPECT_EQ(bar.value(), seen_from) << "only going there shows the first rows";
+    bar.setValue(30);
   }
+}
+
+TEST_F(ShownSample, DrawsLinesBetweenCellsAndAFrameAroundTheCurrentOne) {
+  for (int col = 0; col < 3; ++col) grid.SetColWidth(col, TwipsFromPixels(40));
+  const QColor line(214, 218, 224), row(226, 232, 240), grey(140, 148, 160);
+  const QColor marked = view->palette().color(QPalette::Highlight);
+  const auto drawn = [&](QWidget* widget, std::initializer_list<int> ys) {
+    support::HandleEvents();
+    const QImage image = widget->grab().toImage();
+    std::string all;
+    for (const int y : ys) {
+      for (const int x : {0, 1, 2, 37, 38, 39, 40, 78, 79}) {
+        const QColor at = image.pixelColor(x, y);
+        all += at == line ? '+' : at == row ? '=' : at == marked ? 'F' : at == grey ? 'f' : '.';
+      }
+      all += ' ';
+    }
+    return all;
+  };
+  view->setFocus();
+  grid.SetRow(2);
+  EXPECT_EQ(drawn(view->viewport(), {9, 17, 18, 19, 20, 21, 35, 36, 37}),
+            ".....+..+ .....+..+ +++++++++ FFFFFF==+ FFFFFF==+ FF==FF==+ FF==FF==+ FFFFFF==+ FFFFFF+++ ");
+  view->clearFocus();
+  EXPECT_EQ(drawn(view->viewport(), {20}), "ffffff==+ ") << "the keyboard is elsewhere";
+  grid.SetRow(0);
+  grid.SetCol(1);
+  EXPECT_EQ(drawn(view->horizontalHeader(), {18, 19, 20}), "......... ......FF. ......FF. ");
+  // Nothing of the sheet's form is the user's to change.
+  const QHeaderView &rows = *view->verticalHeader(), &cols = *view->horizontalHeader();
+  EXPECT_TRUE(rows.isHidden() && !cols.highlightSections() && !view->wordWrap() &&
+              !view->tabKeyNavigation() && cols.sectionResizeMode(0) == QHeaderView::Fixed &&
+              view->editTriggers() == QAbstractItemView::NoEditTriggers &&
+              view->selectionMode() == QAbstractItemView::SingleSelection);
 }
 
 TEST_F(ShownSample, RaisesOnlyTheLastOfQueuedMovesAndThatBeforeARelease) {

@@ -113,6 +113,9 @@ TEST_F(SheetFile, SavingLeadsTheHostThroughTheSheetAndEndsAtTheLastComment) {
 }
 
 TEST_F(SheetFile, AMissingWaveFileIsToldOnceAndTheSheetComesAllTheSame) {
+  Open(Joined(SmallSheet("/gone/frog.wav")));
+  EXPECT_EQ(desk.messages.shown.size(), 1U) << "its tracks, which have no room, aren't told again";
+  desk.messages.shown.clear();
   Open(Joined(SmallSheet(ThreeSeconds())));
   form.Grid1.SetRow(1);  // records the last comment
   auto lines = SmallSheet("/gone/toad.wav");
@@ -269,6 +272,7 @@ TEST_F(SheetFile, HostileFilesAreToldAndTheWindowLivesOn) {
       {std::string(5000, '\xff'), "Line 1: expected the frame rate, but the file ends."},
       {With(good, 2, "-3"), "must not be negative"},
       {With(good, 2, "99999999999"), "gives more than the"},
+      {With(good, 29, " 7 "), "tracks of at most 6 frames"},
       {With(good, 12, std::string("a\0b", 3)), ""},
       {With(good, 12, std::string(1 << 20, 'x')), ""},
       {Joined(good), ""},  // a good file after all of them

@@ -8,6 +8,7 @@
 #include "host/bus/Connection.h"
 #include "host/standin/BusService.h"
 #include "host/standin/DemoAnimation.h"
+#include "host/standin/FrameView.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
@@ -82,11 +83,12 @@ class StandInWindowTest : public testing::Test {
 
   QString LabelText(const char* name) { return window_->findChild<QLabel*>(name)->text(); }
   int Frames() { return stand_in_->CurrentAnimation().FrameCount(); }
+  /// Chooses an item and handles its dialogs.
   void Choose(const QString& action, Dialogs dialogs = {}) {
     OnDialogs(std::move(dialogs));
     window_->findChild<QAction*>(action)->trigger();
   }
-  /// Chooses an item whose last dialog is a message: gives its text.
+  /// The same where the last dialog is a message: gives its text.
   std::string Told(const QString& action, QMessageBox::StandardButton button, Dialogs dialogs = {}) {
     QString text;
     dialogs.push_back(AnswerQuestion(button, &text));
@@ -138,11 +140,14 @@ TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
   stand_in_->GotoFrameAdv(3);
   Write(0);
   EXPECT_EQ(LabelText("FrameLabel"), "Frame 3") << "the tool may block the thread right after";
+  EXPECT_EQ(scrub->value(), 3);
   for (const int frame : {2, 3}) {
     stand_in_->GotoFrame(frame);
     EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == QString("Frame %1").arg(frame); }));
     EXPECT_EQ(middle(), frame == 3 ? 0 : 255);
   }
+  Write(100);
+  EXPECT_TRUE(Becomes([&] { return middle() == 100; })) << "the current frame was written anew";
   for (int step = 0; step < 5000; ++step) stand_in_->GotoFrame(step % 10);
   EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 9" && scrub->value() == 9; }));
   EXPECT_EQ(LabelText("FactsLabel"), "10 frames  ·  8 × 6  ·  12 fps");
@@ -160,6 +165,48 @@ TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
   EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 0"; }));
   for (const char* step : {"First", "Back", "Play", "Forward", "Last"})
     EXPECT_FALSE(window_->findChild<QAction*>(step)->isEnabled()) << step;
+  EXPECT_FALSE(scrub->isEnabled());
+}
+
+TEST_F(StandInWindowTest, ShowsAFrameInTheMiddleAsLargeAsItFits) {
+  Write(200);
+  FrameView view(*stand_in_, nullptr);
+  EXPECT_EQ(view.sizeHint(), QSize(348, 268)) << "a frame of 320 by 240 within 14 pixels of ground";
+  // Each run of equal pixels from the left edge, or the upper one: ground, line, picture, line, ground.
+  const auto runs = [&](bool across) {
+    QImage shown = view.grab().toImage();
+    if (!across) shown = shown.transformed(QTransform().rotate(90));
+    std::vector<int> lengths;
+    for (int x = 0, before = -1; x < shown.width(); ++x) {
+      const int grey = qGray(shown.pixel(x, shown.height() / 2));
+      if (grey != std::exchange(before, grey)) lengths.push_back(0);
+      ++lengths.back();
+    }
+    return lengths;
+  };
+  using testing::ElementsAre;
+  // Within 14 pixels of ground there is room for 200 by 120: eight times the frame is less.
+  view.resize(228, 148);
+  EXPECT_THAT(runs(true), ElementsAre(81, 1, 64, 1, 81));
+  EXPECT_THAT(runs(false), ElementsAre(49, 1, 48, 1, 49));
+  view.resize(10, 10);
+  EXPECT_EQ(view.size(), QSize(200, 120));
+  view.resize(228, 148);
+  stand_in_->TakeAnimation(Animation({40, 10}, 1));
+  view.Renew();
+  EXPECT_THAT(runs(true), ElementsAre(13, 1, 200, 1, 13));
+  EXPECT_THAT(runs(false), ElementsAre(48, 1, 50, 1, 48));
+  // A sharp edge between two columns stays sharp only in the rough picture.
+  std::vector<std::uint8_t> halves;
+  for (int i = 0; i < 41 * 11; ++i) halves.push_back(i % 41 < 20 ? 0 : 255);
+  Write(halves);
+  EXPECT_THAT(runs(true), ElementsAre(13, 1, 200, 1, 13)) << "nobody has told the view";
+  view.ShowAtOnce();
+  EXPECT_THAT(runs(true), ElementsAre(13, 1, 100, 100, 1, 13));
+  view.Renew();
+  EXPECT_GT(runs(true).size(), 6u);
+  stand_in_->TakeAnimation(Animation());
+  EXPECT_THAT(runs(true), ElementsAre(228));
 }
 
 TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInsteadOfClosing) {
@@ -177,6 +224,8 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
   EXPECT_EQ(LabelText("FrameLabel"), "Frame 4");
   const auto* menu = window_->findChild<QMenu*>("AnimationMenu");
   EXPECT_FALSE(menu->isEnabled()) << "a tool is at work with the animation";
+  window_->ShowNote("Not now.");
+  EXPECT_EQ(LabelText("StatusLabel"), "Developing...");
   std::string notes;
   for (const auto& [written, read] : {std::pair{0, 0}, {0, 1}, {0, 2}, {1, 2}, {2, 0}}) {
     stand_in_->StatusOpen("Saving...");
@@ -190,6 +239,7 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
     notes += LabelText("StatusLabel").toStdString() + ", ";
   }
   EXPECT_EQ(notes, "Ready, 1 frame retrieved, 2 frames retrieved, 1 frame shot, 2 frames shot, ");
+  EXPECT_TRUE(menu->isEnabled());
   EXPECT_FALSE(bar->isVisible());
   EXPECT_FALSE(window_->close());
   EXPECT_TRUE(window_->isMinimized());
@@ -227,6 +277,7 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   const auto ticked = [this](const char* action) {
     return window_->findChild<QAction*>(action)->isChecked();
   };
+  EXPECT_TRUE(ticked("ThemeDefault") && ticked("Wallpaperslate") && !ticked("Wallpapernight"));
   Choose("ThemeDark");
   EXPECT_TRUE(ticked("ThemeDark") && !ticked("ThemeDefault"));
   EXPECT_EQ(form.callbacks, 1);
@@ -235,6 +286,7 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"),
             std::to_string(30 + 256 * 32 + 65536 * 37));
   EXPECT_EQ(ChosenWallpaper(), "night");
+  EXPECT_EQ(stand_in_->WallpaperFilename(), WallpaperFile("night").toStdString());
   // A window that comes later learns of the colours too, but not of those that it was designed in.
   CountingForm later;
   stand_in_->SendFormObject(later);
@@ -249,6 +301,12 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   EXPECT_EQ(later.callbacks, 1);
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"), std::nullopt);
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Of_Another"), "7");
+  // Where the settings can't be, nothing changes.
+  QFile::remove(file);
+  QDir().mkpath(file);
+  EXPECT_EQ(Told("ThemeLoud", QMessageBox::Ok), "The settings can't be written.");
+  EXPECT_EQ(Told("Wallpaperpaper", QMessageBox::Ok), "The settings can't be written.");
+  EXPECT_EQ(form.callbacks, 3) << "it hangs for this once";
 }
 
 TEST_F(StandInWindowTest, AWallpaperIsAFileThatToolsCanLoad) {
@@ -282,6 +340,7 @@ TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
   WritePicture("frame2.png", 3, 2, QColor(40, 50, 60));
   WritePicture("Frame1.bmp", 3, 2, QColor(70, 80, 90));
   WritePicture("frame11.png", 3, 2, QColor(0, 100, 255, 51));  // one fifth opaque, on white
+  EXPECT_EQ(SortedByNumber({"a2", "a10", "A2"}), SortedByNumber({"A2", "a10", "a2"}));
   const auto result = ReadPictures(PicturesIn(folder_.path()), kSilent);
   ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
   const auto& animation = std::get<Animation>(result);
@@ -292,8 +351,47 @@ TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
   EXPECT_THAT(animation.Plane(1, Channel::Green).bytes, testing::Each(50));
   EXPECT_THAT(animation.Plane(2, Channel::Blue).bytes, testing::Each(30));
   EXPECT_THAT(animation.Plane(3, Channel::Green).bytes, testing::Each(224));
+  Painted status(window_->findChild<QLabel*>("StatusLabel"));
   Choose("OpenFolder", {Name(folder_.path())});
   EXPECT_EQ(Frames(), 4);
+  EXPECT_TRUE(status.texts.contains("Opening pictures..."));
+  EXPECT_EQ(stand_in_->Status(), std::nullopt);
+  // What isn't read leaves the frames and the window as they were; the next dialog begins in that folder.
+  QDir(folder_.path()).mkdir("empty");
+  EXPECT_EQ(Told("OpenFolder", QMessageBox::Ok, {Name("empty")}),
+            "There is no picture in the folder \"" + File("empty").toStdString() + "\".");
+  WritePicture("wide.png", 9, 2, Qt::red);
+  EXPECT_THAT(Told("OpenPictures", QMessageBox::Ok, {Name("\"../wide.png\" \"../frame2.png\"")}),
+              testing::HasSubstr("wide.png\" is 9 by 2"));
+  EXPECT_EQ(stand_in_->Status(), std::nullopt);
+  EXPECT_EQ(Frames(), 4);
+}
+
+TEST_F(StandInWindowTest, OpensWhatIsDroppedOnIt) {
+  QDir(folder_.path()).mkdir("walk");
+  for (const char* name : {"a2.png", "a10.png", "walk/1.png"})
+    WritePicture(name, 5, 4, name[1] == '2' ? Qt::red : Qt::blue);
+  const auto drop = [this](const QList<QUrl>& urls) {
+    QMimeData files;
+    files.setUrls(urls);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent event({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    for (QEvent* each : {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&event)})
+      if (each == &enter || enter.isAccepted()) QApplication::sendEvent(window_.get(), each);
+    QApplication::processEvents();
+    return enter.isAccepted() && event.isAccepted() ? Frames() : -1;
+  };
+  const QUrl elsewhere("http://example.org/a.png"), first = QUrl::fromLocalFile(File("a2.png"));
+  EXPECT_EQ(drop({elsewhere}), -1);
+  EXPECT_EQ(drop({QUrl::fromLocalFile(File("a10.png")), elsewhere, first}), 2);
+  EXPECT_THAT(stand_in_->CurrentAnimation().Plane(0, Channel::Red).bytes, testing::Each(255));
+  EXPECT_EQ(drop({QUrl::fromLocalFile(File("walk"))}), 1);
+  QMessageBox box;
+  QTimer::singleShot(0, &box, [&] {
+    EXPECT_EQ(drop({first}), -1);
+    box.close();
+  });
+  box.exec();
 }
 
 TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
@@ -322,17 +420,19 @@ TEST_F(StandInWindowTest, StopsReadingPicturesBeforeTheMemoryIsFull) {
   WritePicture("red.png", 1000, 1000, Qt::red);
   const QStringList files(12, File("red.png"));
   // Twelve frames take 36 MB. The memory may be short from the start, or become short while they are read.
-  for (const auto& [at_first, later, fits] :
-       {std::tuple{3e7, 1e7, false}, {1e8, 1e7, false}, {1e8, 3e7, true}}) {
+  for (const double at_first : {3e7, 1e8}) {
     double free = at_first;
     int files_read = 0;
-    platform::ReadFreeMemoryFrom([&free, later = later] { return std::exchange(free, later); });
+    platform::ReadFreeMemoryFrom([&] { return std::exchange(free, 1e7); });
     const auto result = ReadPictures(files, [&](double) { ++files_read; });
-    const auto* refusal = std::get_if<std::string>(&result);
-    EXPECT_EQ(refusal == nullptr, fits);
-    EXPECT_TRUE(refusal == nullptr || refusal->find(" would be needed, ") != std::string::npos);
+    ASSERT_TRUE(std::holds_alternative<std::string>(result));
+    EXPECT_THAT(std::get<std::string>(result), testing::HasSubstr(" would be needed, "));
     EXPECT_EQ(files_read > 0, at_first == 1e8);
   }
+  // What has been read isn't needed a second time.
+  double free = 1e8;
+  platform::ReadFreeMemoryFrom([&] { return std::exchange(free, 3e7); });
+  EXPECT_TRUE(std::holds_alternative<Animation>(ReadPictures(files, kSilent)));
   platform::ReadFreeMemoryFrom(nullptr);
 }
 
@@ -341,17 +441,23 @@ TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
   WritePicture("a2.png", 5, 4, Qt::red);
   WriteFile("a3.png", "no picture at all");
   ASSERT_EQ(mkfifo(File("a4.png").toUtf8().constData(), 0600), 0);
-  const std::vector<std::pair<QStringList, std::vector<std::string>>> cases = {
-      {{File("a1.png"), File("a2.png")}, {"a2.png\" is 5 by 4", "a1.png", "4 by 4"}},
-      {{File("a1.png"), File("a3.png")}, {"a3.png", "can't be read"}},
-      {{File("a1.png"), File("a4.png")}, {"a4.png", "not a regular file"}},
-      {{File("missing.png")}, {"missing.png", "can't be read"}},
-      {{}, {"no picture"}},
+  const auto no_picture = [this](const char* name) {
+    return "The picture \"" + File(name).toStdString() + "\"";
   };
-  for (const auto& [files, words] : cases) {
+  const std::vector<std::pair<QStringList, std::string>> cases = {
+      {{"a1.png", "a2.png"},
+       no_picture("a2.png") +
+           " is 5 by 4, but the first one, \"a1.png\", is 4 by 4. All frames of an animation have one size."},
+      {{"a1.png", "a3.png"}, no_picture("a3.png") + " can't be read: "},
+      {{"a1.png", "a4.png"}, no_picture("a4.png") + " can't be read: it is not a regular file."},
+      {{"missing.png"}, no_picture("missing.png") + " can't be read: "},
+      {{}, "There is no picture to open."},
+  };
+  for (auto [files, words] : cases) {
+    for (QString& file : files) file = File(file);
     const auto result = ReadPictures(files, kSilent);
     ASSERT_TRUE(std::holds_alternative<std::string>(result));
-    for (const auto& word : words) EXPECT_THAT(std::get<std::string>(result), testing::HasSubstr(word));
+    EXPECT_THAT(std::get<std::string>(result), testing::StartsWith(words));
   }
 }
 
@@ -362,6 +468,8 @@ TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
   const Progress tell = [&](double percent) { told.push_back(percent); };
   EXPECT_EQ(SavePictures(animation, File("walk"), tell), std::nullopt);
   EXPECT_EQ(NumberedNames("walk", 2), (QStringList{"walk0000.png", "walk0001.png"}));
+  EXPECT_EQ(NumberedNames("walk", 10000).last(), "walk9999.png");
+  EXPECT_EQ(NumberedNames("walk", 10001).first(), "walk00000.png");
   const auto result = ReadPictures(PicturesIn(folder_.path()), tell);
   EXPECT_THAT(told, testing::ElementsAre(50, 100, 50, 100));
   const auto& back = std::get<Animation>(result);
@@ -391,6 +499,18 @@ TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
   EXPECT_FALSE(stand_in_->Unsaved());
   EXPECT_EQ(Told("Save", QMessageBox::No, {Name(File("take"))}),
             "10 of the pictures are already there, take0000.png to take0009.png. Replace them?");
+  stand_in_->TakeAnimation(Animation({8, 6}, 1));
+  Choose("Save", {Name("one")});
+  EXPECT_EQ(LabelText("StatusLabel"), "1 picture saved in " + folder_.path());
+  Write(1);
+  QDir(folder_.path()).mkdir("no0000.png");
+  QString question;
+  EXPECT_THAT(Told("Save", QMessageBox::Ok, {Name("no"), AnswerQuestion(QMessageBox::Yes, &question)}),
+              testing::HasSubstr("no0000.png\" can't be written"));
+  EXPECT_TRUE(stand_in_->Unsaved());
+  EXPECT_EQ(stand_in_->Status(), std::nullopt);
+  stand_in_->TakeAnimation(Animation());
+  Choose("Save");  // there is nothing to ask for
 }
 
 TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
@@ -400,6 +520,7 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
   EXPECT_EQ(Told("Demonstration", QMessageBox::Yes), kLost);
   EXPECT_EQ(Frames(), 48);
   Choose("Demonstration");  // nothing to ask about
+  // The first field is selected, so that typing replaces its number.
   std::string asked;
   for (const char* item : {"New", "Rate"})
     for (const bool takes : {false, true})
@@ -419,6 +540,21 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
   EXPECT_EQ(stand_in_->CurrentAnimation().Size(), (FrameSize{23, 1}));
   EXPECT_EQ(Frames(), 23);
   EXPECT_EQ(stand_in_->RateText(), "23");
+}
+
+TEST_F(StandInWindowTest, AsAProgramItEndsOnlyAfterAQuestion) {
+  window_ = std::make_unique<StandInWindow>(stand_in_, RunsAs::Program);
+  window_->show();
+  CountingForm form;
+  stand_in_->KeepForm(form);
+  const std::string needed = "A tool is at work with these frames and can't go on without them. Quit?";
+  EXPECT_EQ(Told("Leave", QMessageBox::No), needed);
+  Write(1);
+  EXPECT_EQ(Told("Leave", QMessageBox::No), kLost);
+  EXPECT_TRUE(window_->isVisible());
+  QString question;
+  EXPECT_EQ(Told("Leave", QMessageBox::Yes, {AnswerQuestion(QMessageBox::Yes, &question)}), needed);
+  EXPECT_FALSE(window_->isVisible());
 }
 
 TEST_F(StandInWindowTest, StaysForUnsavedFramesWhenTheToolHasGone) {
@@ -481,32 +617,57 @@ TEST_F(StandInWindowTest, TheDemoMovesFromFrameToFrame) {
   }
 }
 
-TEST_F(StandInWindowTest, HasItsMenusAndWithinTheToolNoToolsAndOutlivesNothing) {
-  // Each menu with its items: name or text, a star if ticked, and keys.
-  const auto menus_of = [](const StandInWindow& window) {
-    QString all;
-    for (const QAction* menu : window.menuBar()->actions()) {
-      all += menu->menu()->objectName() + ":";
-      for (const QAction* item : menu->menu()->actions()) {
-        const QString name = item->objectName().isEmpty() ? item->text() : item->objectName();
-        all += " " + (item->isSeparator() ? "-" : name) + (item->isChecked() ? "*" : "");
-        if (!item->shortcut().isEmpty()) all += " " + item->shortcut().toString();
-      }
+/// Each menu with its items: name or text, keys, and a star if ticked.
+std::string MenusOf(const StandInWindow& window) {
+  QString all;
+  for (const QAction* menu : window.menuBar()->actions()) {
+    all += menu->menu()->objectName() + ":";
+    for (const QAction* item : menu->menu()->actions()) {
+      const QString name = item->objectName().isEmpty() ? item->text() : item->objectName();
+      all += " " + (item->isSeparator() ? "-" : name) + (item->isChecked() ? "*" : "");
+      if (!item->shortcut().isEmpty()) all += " " + item->shortcut().toString();
     }
-    return all.toStdString();
-  };
+    all += "\n";
+  }
+  return all.toStdString();
+}
+
+TEST_F(StandInWindowTest, HasItsMenusAndWithinTheToolNoToolsAndOutlivesNothing) {
   const std::string before =
-      "AnimationMenu: New Ctrl+N OpenPictures Ctrl+O OpenFolder Demonstration - Save Ctrl+S - Leave Ctrl+Q"
-      "FramesMenu: Play Space First Home Back , Forward . Last End - Rate"
+      "AnimationMenu: New Ctrl+N OpenPictures Ctrl+O OpenFolder Demonstration - Save Ctrl+S - Leave Ctrl+Q\n"
+      "FramesMenu: Play Space First Home Back , Forward . Last End - Rate\n"
       "LookMenu: ThemeDefault* ThemeDark ThemeLoud - No wallpaper Wallpaperlinen Wallpapernight "
-      "Wallpaperpaper Wallpaperslate* Own wallpaper...";
-  EXPECT_EQ(menus_of(*window_), before + "HelpMenu: About");
+      "Wallpaperpaper Wallpaperslate* Own wallpaper...\n";
+  const std::string tools = "ToolsMenu: ExposureSheet\n", help = "HelpMenu: About\n";
+  EXPECT_EQ(MenusOf(*window_), before + help);
   EXPECT_EQ(window_->findChild<QAction*>("Leave")->text(), "&Minimise");
   EXPECT_FALSE(window_->testAttribute(Qt::WA_QuitOnClose));
+  EXPECT_TRUE(window_->testAttribute(Qt::WA_ShowWithoutActivating));
   const StandInWindow program(stand_in_, RunsAs::Program);
-  EXPECT_EQ(menus_of(program), before + "ToolsMenu: ExposureSheetHelpMenu: About");
+  EXPECT_EQ(MenusOf(program), before + tools + help);
   EXPECT_EQ(program.findChild<QAction*>("Leave")->text(), "&Quit");
   EXPECT_TRUE(program.testAttribute(Qt::WA_QuitOnClose));
+  EXPECT_FALSE(program.testAttribute(Qt::WA_ShowWithoutActivating));
+}
+
+/// All that stands below the menus, line by line from the left, with what a screen reader says of it.
+TEST_F(StandInWindowTest, HasItsPartsInOrder) {
+  stand_in_->StatusOpen("Developing...");
+  std::vector<std::tuple<int, int, std::string>> parts;
+  for (auto* part : window_->centralWidget()->findChildren<QWidget*>()) {
+    const auto* button = qobject_cast<QToolButton*>(part);
+    const QString name = button != nullptr ? button->defaultAction()->objectName() : part->objectName();
+    if (name.isEmpty() || name == "StatusRow") continue;
+    EXPECT_TRUE(button == nullptr || part->focusPolicy() == Qt::NoFocus) << "the space bar is for playing";
+    const int row = part->parentWidget()->y() + (name == "FrameView" ? 0 : 1);
+    parts.emplace_back(row, part->x(), (name + " " + part->accessibleName()).trimmed().toStdString());
+  }
+  std::ranges::sort(parts);
+  std::vector<std::string> names;
+  for (const auto& [row, x, name] : parts) names.push_back(name);
+  EXPECT_THAT(names, testing::ElementsAre("FrameView Current frame", "FrameLabel", "FactsLabel", "First",
+                                          "Back", "Play", "Forward", "Last", "Scrub Current frame",
+                                          "StatusLabel", "StatusBar Progress"));
 }
 
 TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
@@ -518,6 +679,7 @@ TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   EXPECT_EQ(german.findChild<QAction*>("First")->toolTip(), "Erstes Bild (Home)");
   EXPECT_EQ(german.findChild<QAction*>("ThemeDark")->text(), "Farben: Dunkel");
   EXPECT_TRUE(german.findChild<QLabel*>("FactsLabel")->text().startsWith("10 Bilder"));
+
   QString about;
   OnDialogs({AnswerQuestion(QMessageBox::Ok, &about)});
   german.findChild<QAction*>("About")->trigger();
@@ -550,22 +712,24 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
 TEST_F(StandInWindowTest, WithinTheToolOnlyItsOwnButtonsAreGerman) {
   if (!platform::TranslateToolkit(platform::ToolkitSpeaks::UsersLanguageWhereAsked, {"de-DE"}))
     GTEST_SKIP() << "the toolkit's German isn't installed";
+  const auto no_of = [](QMessageBox& box) { return box.button(QMessageBox::No)->text(); };
   StandInWindow part(stand_in_, RunsAs::PartOfTool);
   Write(1);
   QStringList seen;
   const auto look = [&](QWidget* dialog) {
-    auto* no = dynamic_cast<QMessageBox&>(*dialog).button(QMessageBox::No);
-    seen << no->text();
-    no->click();
+    auto& box = dynamic_cast<QMessageBox&>(*dialog);
+    seen << no_of(box);
+    box.button(QMessageBox::No)->click();
   };
-  OnDialogs({look});
-  part.findChild<QAction*>("Demonstration")->trigger();
-  OnDialogs({look});
-  EXPECT_FALSE(part.MayEndWithTool());
-  OnDialogs({look});
-  part.close();
+  const std::vector<std::function<void()>> deeds = {
+      [&] { part.findChild<QAction*>("Demonstration")->trigger(); },
+      [&] { EXPECT_FALSE(part.MayEndWithTool()); }, [&] { part.close(); }};
+  for (const auto& deed : deeds) {
+    OnDialogs({look});
+    deed();
+  }
   QMessageBox tools(QMessageBox::Question, "The tool", "Go on?", QMessageBox::Yes | QMessageBox::No);
-  seen << tools.button(QMessageBox::No)->text();
+  seen << no_of(tools);
   EXPECT_EQ(seen.join(' '), "&Nein &Nein &Nein &No");
 }
 

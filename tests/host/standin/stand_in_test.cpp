@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cmath>
+
 #include "host/members.h"
 #include "host/standin/frame_pixels.h"
 #include "platform/memory.h"
@@ -23,36 +26,65 @@ ByteTable Filled(std::size_t count, std::uint8_t value) {
 /// Frames of 3 by 2: planes of 4 by 3 bytes.
 StandIn MakeSmall(int frames = 4) { return StandIn(Animation({3, 2}, frames)); }
 
-std::string FailureOf(StandIn& host, std::string_view member, const Values& values = {}) {
+template <typename Routine>
+std::string FailureOf(Routine routine) {
   try {
-    host.Invoke(member, values);
+    routine();
   } catch (const HostError& error) {
-    EXPECT_EQ(error.Member(), member);
     return error.what();
   }
   return "";
+}
+std::string FailureOf(StandIn& host, std::string_view member, const Values& values = {}) {
+  return FailureOf([&] { host.Invoke(member, values); });
 }
 
 TEST(Members, RefuseWhatDoesNotFit) {
   StandIn host = MakeSmall();
   FormObject* no_form = nullptr;
   const std::vector<std::tuple<std::string_view, Values, std::string>> cases = {
-      {"vel_SetGbuffer", {Filled(12, 1)}, "letter case counts: vel_SetGBuffer"},
-      {"Vel_Nonsense", {}, "no member of this name"},
-      {"Vel_GotoFrame", {}, "takes 1 arguments, not 0"},
-      {"vel_StatusClose", {1.0}, "takes 0 arguments, not 1"},
-      {"vel_StatusOpen", {std::int32_t{3}}, "can't be an integer"},
-      {"vel_StatusOpen", {std::int16_t{3}}, "can't be a short integer"},
-      {"vel_StatusOpen", {3.5f}, "can't be a single"},
-      {"vel_StatusOpen", {3.5}, "can't be a double"},
-      {"vel_SetRbuffer", {std::string("x")}, "can't be a text"},
+      {"vel_SetGbuffer",
+       {Filled(12, 1)},
+       "there is no member of this name (letter case counts: vel_SetGBuffer)"},
+      {"Vel_Nonsense", {}, "there is no member of this name"},
+      {"Vel_GotoFrame", {}, "it takes 1 arguments, not 0"},
+      {"vel_StatusClose", {1.0}, "it takes 0 arguments, not 1"},
+      {"vel_StatusOpen", {std::int32_t{3}}, "argument 1 can't be an integer"},
+      {"vel_StatusOpen", {std::int16_t{3}}, "argument 1 can't be a short integer"},
+      {"vel_StatusOpen", {3.5f}, "argument 1 can't be a single"},
+      {"Vel_GotoFrameAdv", {std::int16_t{3}, 3.5}, "argument 2 can't be a double"},
+      {"vel_SetRbuffer", {std::string("x")}, "argument 1 can't be a text"},
       {"vel_SetRbuffer", {Filled(11, 0)}, "a table of 11 bytes doesn't fit frames of 3 by 2"},
-      {"Vel_SendFormObject", {no_form, std::int16_t{0}}, "can't be a window"},
-      {"vel_CreateAnimAdv", {std::int32_t{0}, std::int16_t{2}}, "can't have 0 frames"},
-      {"vel_CreateAnimAdv", {std::int32_t{2147483647}, std::int16_t{2}}, "can't have 2147483647 frames"},
+      {"vel_SetRbuffer", {Filled(13, 0)}, "a table of 13 bytes doesn't fit frames of 3 by 2"},
+      {"Vel_SendFormObject", {no_form, std::int16_t{0}}, "argument 1 can't be a window"},
+      {"Vel_SendFormObject", {Filled(1, 0), std::int16_t{0}}, "argument 1 can't be a byte table"},
+      {"vel_CreateAnimAdv", {std::int32_t{0}, std::int16_t{2}}, "an animation can't have 0 frames"},
+      {"vel_CreateAnimAdv",
+       {std::int32_t{1'036'801}, std::int16_t{2}},
+       "an animation can't have 1036801 frames"},
   };
   for (const auto& [member, values, words] : cases)
-    EXPECT_THAT(FailureOf(host, member, values), testing::HasSubstr(words)) << member;
+    EXPECT_EQ(FailureOf(host, member, values),
+              "The host's member " + std::string(member) + " failed: " + words);
+}
+
+TEST(Members, GiveWhatWasExpectedOrAreNamed) {
+  const std::string gave = "The host's member m failed: it gave ";
+  EXPECT_EQ(FailureOf([] { AsLong(std::string("3"), "m"); }), gave + "a text where a number was expected");
+  EXPECT_EQ(FailureOf([] { AsText(3.5, "m"); }), gave + "a double where a text was expected");
+  EXPECT_EQ(FailureOf([] { AsTable({}, 1, "m"); }), gave + "nothing where a byte table was expected");
+  // Only memory that is shared may be longer than the table.
+  for (const auto& [size, shared, fits] : {std::tuple{11, false, false},
+                                           {12, false, true},
+                                           {13, false, false},
+                                           {11, true, false},
+                                           {12, true, true},
+                                           {13, true, true}}) {
+    ByteTable table = Filled(static_cast<std::size_t>(size), 7);
+    table.shared = shared;
+    EXPECT_EQ(FailureOf([&] { EXPECT_EQ(AsTable(table, 12, "m").size(), 12u); }),
+              fits ? "" : gave + "a table of " + std::to_string(size) + " bytes where 12 were expected");
+  }
 }
 
 TEST(StandIn, GoesToTheNearestFrameForAnyNumericType) {
@@ -97,22 +129,29 @@ TEST(StandIn, AnotherAnimationBeginsWithItsFirstFrame) {
 
 TEST(StandIn, APlaneThatWasHandedOutKeepsItsBytes) {
   StandIn host = MakeSmall();
-  std::vector<std::uint8_t> mine(12, 5);
-  Call(host, "vel_SetRbuffer", {ByteTable{mine, nullptr}});
-  mine.assign(12, 6);
-  const auto before = std::get<ByteTable>(Call(host, "vel_GetRbuffer"));
-  Call(host, "vel_SetRbuffer", {ByteTable{mine, nullptr}});
+  const std::array setters = {"vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer"};
+  const std::array getters = {"vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer"};
+  std::vector<ByteTable> handed_out;
+  for (std::uint8_t value = 0; value < 6; ++value) {
+    const std::vector<std::uint8_t> lent(12, value);
+    Call(host, setters[value / 2], {ByteTable{lent, nullptr}});
+    handed_out.push_back(std::get<ByteTable>(Call(host, getters[value / 2])));
+  }
   Call(host, "vel_CreateAnimAdv", {std::int32_t{1}, std::int16_t{2}});
-  EXPECT_THAT(before.bytes, testing::Each(5));
+  for (std::size_t i = 0; i < 6; ++i) EXPECT_THAT(handed_out[i].bytes, testing::Each(i)) << i;
 }
 
 TEST(StandIn, AFrameThatIsDrawnLaterKeepsWhatWasWritten) {
-  Animation animation({3, 2}, 1, [](int) {
-    return Animation::Frame{Filled(12, 1), Filled(12, 2), Filled(12, 3)};
+  Animation animation({3, 2}, 2, [](int frame) {
+    const auto red = static_cast<std::uint8_t>(10 * frame);
+    return Animation::Frame{Filled(12, red), Filled(12, red + 1), Filled(12, red + 2)};
   });
-  animation.SetPlane(0, Channel::Red, Filled(12, 9));
-  EXPECT_EQ(animation.Plane(0, Channel::Blue).bytes[0], 3);
-  EXPECT_EQ(animation.Plane(0, Channel::Red).bytes[0], 9);
+  animation.SetPlane(1, Channel::Red, Filled(12, 9));
+  std::vector<int> seen;
+  for (const int frame : {0, 1})
+    for (const Channel channel : {Channel::Blue, Channel::Green, Channel::Red})
+      seen.push_back(animation.Plane(frame, channel).bytes[11]);
+  EXPECT_THAT(seen, testing::ElementsAre(2, 1, 0, 12, 11, 9));
 }
 
 TEST(StandIn, UnwrittenFramesShareOneWhitePlane) {
@@ -154,17 +193,90 @@ TEST(StandIn, FramesThatTheirFirstPlaneMakesTooLargeAreRefused) {
 }
 
 TEST(StandIn, ANewAnimationTakesTheSizeOfItsFirstPlane) {
-  StandIn host(Animation({30, 10}, 2));
-  EXPECT_EQ(AsLong(Call(host, "vel_BufferWidth"), "") * 100 + AsLong(Call(host, "vel_BufferHeight"), ""),
-            3010);
-  // By its proportions alone a plane of this length would be an upright one.
-  host.TakeAnimation(Animation({60, 80}, 2));
-  Call(host, "vel_CreateAnimAdv", {std::int32_t{3}, std::int16_t{2}});
-  Call(host, "vel_GetRbuffer");
-  Call(host, "vel_SetRbuffer", {Filled(31 * 11, 9)});
-  EXPECT_EQ(host.CurrentAnimation().Size(), (FrameSize{30, 10}));
-  EXPECT_EQ(host.CurrentAnimation().Plane(2, Channel::Red).bytes.size(), 31u * 11u);
-  EXPECT_THAT(FailureOf(host, "vel_SetGBuffer", {Filled(61 * 81, 9)}), testing::HasSubstr("30 by 10"));
+  struct Case {
+    FrameSize read, now;
+    bool fresh, shared;
+    std::size_t bytes;
+    FrameSize expected;
+  };
+  for (const auto& [read, now, fresh, shared, bytes, expected] : {
+           // By its proportions alone a plane of this length would be an upright one.
+           Case{{30, 10}, {60, 80}, true, false, 31 * 11, {30, 10}},
+           // Shared memory may be longer than the plane, so no size is guessed from it.
+           {{5, 5}, {3, 2}, false, true, 36, {3, 2}},
+           {{5, 5}, {3, 2}, true, true, 36, {5, 5}},
+           {{5, 5}, {3, 2}, true, true, 40, {3, 2}},
+           {{5, 5}, {3, 2}, true, true, 12, {3, 2}},
+       })
+    for (const char* asked : {"vel_BufferWidth", "vel_BufferHeight"}) {
+      StandIn host(Animation(read, 2));
+      EXPECT_EQ(AsLong(Call(host, asked), ""), asked[10] == 'W' ? read.width : read.height);
+      host.TakeAnimation(Animation(now, 2));
+      if (fresh) Call(host, "vel_CreateAnimAdv", {std::int32_t{2}, std::int16_t{2}});
+      Call(host, "vel_GetRbuffer");
+      ByteTable given = Filled(bytes, 7);
+      given.shared = shared;
+      Call(host, "vel_SetGBuffer", {given});
+      EXPECT_EQ(host.CurrentAnimation().Size(), expected) << bytes;
+      for (const Channel channel : {Channel::Red, Channel::Green})
+        EXPECT_EQ(host.CurrentAnimation().Plane(0, channel).bytes.size(), expected.PlaneBytes()) << bytes;
+      EXPECT_NE(FailureOf(host, "vel_SetRbuffer", {Filled(77, 7)}), "") << "the size is settled now";
+    }
+}
+
+/// Writes down what the stand-in tells, a word each.
+struct LoggingView : StandInView, FormObject {
+  void FrameMoved() override { log += "moved "; }
+  void FramePainted() override { log += "painted "; }
+  void AnimationChanged() override { log += "animation "; }
+  void RateChanged() override { log += "rate "; }
+  void StatusChanged() override { log += "status "; }
+  void FormSent(FormObject&) override { log += "sent "; }
+  std::string FormName() const override { return "Form1"; }
+  void ShowForm() override { log += "shown "; }
+  void RunPrefsCallback() override {}
+  std::string log;
+};
+
+TEST(StandIn, TellsItsViewOfEachChangeOnce) {
+  StandIn host = MakeSmall();
+  LoggingView view;
+  const auto told = [&](std::string_view member, const Values& values = {}) {
+    Call(host, member, values);
+    return std::exchange(view.log, "");
+  };
+  const Values form = {static_cast<FormObject*>(&view), std::int16_t{0}};
+  EXPECT_EQ(told("Vel_SendFormObject", form), "shown ");
+  host.SetView(&view);
+  EXPECT_EQ(told("Vel_SendFormObject", form), "shown sent ");
+  EXPECT_THAT(host.Forms(), testing::ElementsAre(&view));
+  host.DropForm(view);
+  EXPECT_THAT(host.Forms(), testing::IsEmpty());
+  EXPECT_EQ(told("Vel_GotoFrame", {2.0}), "moved ");
+  EXPECT_EQ(told("Vel_GotoFrame", {2.0}), "");
+  EXPECT_EQ(told("vel_SetRbuffer", {Filled(12, 1)}), "") << "frame 0 isn't the one in view";
+  EXPECT_EQ(told("Vel_GotoFrameAdv", {std::int32_t{1}, std::int16_t{3}}), "moved ");
+  EXPECT_EQ(told("vel_SetRbuffer", {Filled(12, 1)}), "painted ");
+  EXPECT_EQ(host.RateText(), "12");
+  for (const double none : {0.0, -3.0, std::nan("")}) EXPECT_EQ(told("vel_SetFrameRate", {none}), "");
+  for (const auto& [rate, text] : {std::pair{29.97, "29.97"}, {0.5, "0.5"}}) {
+    EXPECT_EQ(told("vel_SetFrameRate", {rate}), "rate ");
+    EXPECT_EQ(AsText(Call(host, "Vel_GetFrameRate"), ""), text);
+  }
+  EXPECT_EQ(told("vel_Status", {1.0}), "");
+  EXPECT_EQ(told("vel_StatusOpen", {std::string("Saving...")}), "status ");
+  EXPECT_EQ(told("vel_Status", {std::nan("")}), "");
+  for (const auto& [given, percent] : {std::pair{30.5, 30.5}, {140, 100}, {-5, 0}}) {
+    EXPECT_EQ(told("vel_Status", {given}), "status ");
+    EXPECT_EQ(host.Status()->percent, percent);
+  }
+  Call(host, "vel_Status", {30.5f});
+  EXPECT_EQ(told("vel_StatusOpen", {std::string("Developing...")}), "status status ");
+  EXPECT_EQ(host.Status()->text + std::to_string(host.Status()->percent), "Developing...0.000000");
+  EXPECT_EQ(told("vel_StatusClose"), "status ");
+  EXPECT_FALSE(host.Status());
+  EXPECT_EQ(told("vel_CreateAnimAdv", {std::int32_t{2}, std::int16_t{2}}), "animation ");
+  EXPECT_EQ(told("vel_SetRbuffer", {Filled(25, 1)}), "animation painted ");
 }
 
 TEST(FrameSize, IsFoundFromThePlaneLength) {
@@ -193,29 +305,6 @@ TEST(FrameSize, IsFoundFromThePlaneLength) {
   };
   for (const Case& one : cases)
     EXPECT_EQ(SizeFromPlaneBytes(one.byte_count, one.known, one.similar), one.expected) << one.byte_count;
-}
-
-TEST(StandIn, KeepsTheRateAndTheStatusDisplay) {
-  StandIn host = MakeSmall();
-  EXPECT_EQ(AsText(Call(host, "Vel_GetFrameRate"), ""), "12");
-  Call(host, "vel_SetFrameRate", {29.97});
-  Call(host, "vel_SetFrameRate", {-3.0});
-  EXPECT_EQ(AsText(Call(host, "Vel_GetFrameRate"), ""), "29.97");
-
-  Call(host, "vel_Status", {50.0});
-  EXPECT_FALSE(host.Status());
-  Call(host, "vel_StatusOpen", {std::string("Saving...")});
-  Call(host, "vel_Status", {30.5f});
-  EXPECT_EQ(host.Status()->percent, 30.5);
-  Call(host, "vel_StatusOpen", {std::string("Developing...")});
-  EXPECT_EQ(host.Status()->text, "Developing...");
-  EXPECT_EQ(host.Status()->percent, 0);
-  for (const auto& [percent, shown] : {std::pair{140, 100}, {-5, 0}}) {
-    Call(host, "vel_Status", {std::int32_t{percent}});
-    EXPECT_EQ(host.Status()->percent, shown);
-  }
-  Call(host, "vel_StatusClose");
-  EXPECT_FALSE(host.Status());
 }
 
 TEST(StandIn, WithoutFramesTheBuffersFail) {

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <cstdio>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -45,6 +48,33 @@ std::vector<int> SamplesOf(const auto& array) {
   std::vector<int> samples;
   for (std::int64_t i = 0; i < array.Count(); ++i) samples.push_back(array.At(i));
   return samples;
+}
+
+TEST(ByteSource, GivesEveryByteOnceAndClosesItsFile) {
+  const std::string path = testing::TempDir() + "byte-source-" + std::to_string(getpid());
+  std::ofstream(path) << "abcde";
+  const auto next_descriptor = [] {
+    const int next = dup(0);
+    close(next);
+    return next;
+  };
+  const int free = next_descriptor();
+  for (const bool in_memory : {false, true}) {
+    platform::MemorySource memory("abcde");
+    const platform::OpenedFile file = platform::OpenFileSource(path);
+    platform::ByteSource& source = in_memory ? memory : *file.source;
+    EXPECT_EQ(source.Size(), 5);
+    char bytes[] = "....";
+    EXPECT_EQ(source.Read(bytes, 4), 4U);
+    EXPECT_STREQ(bytes, "abcd");
+    EXPECT_EQ(source.Read(bytes, 4), 1U);
+    EXPECT_STREQ(bytes, "ebcd");
+    EXPECT_EQ(source.Read(bytes, 4), 0U);
+    EXPECT_EQ(source.Failure(), "");
+  }
+  EXPECT_EQ(platform::OpenFileSource("/").source, nullptr);
+  EXPECT_EQ(next_descriptor(), free);
+  std::remove(path.c_str());
 }
 
 TEST(ReadWave, RefusesWithTheReason) {

@@ -239,13 +239,17 @@ TEST_F(Prefs, APipeInPlaceOfWallpaperSettingsOrFoldersHoldsNothingUp) {
   const std::string settings = platform::SettingsFile("vellumark");
   std::filesystem::create_directories(std::filesystem::path(settings).parent_path());
   const std::string folders = std::filesystem::path(settings).parent_path().string() + "/user-dirs.dirs";
+  const std::string home = QDir::homePath().toStdString(), scratch = support::ScratchFolder();
+  std::ofstream(folders) << "XDG_DOCUMENTS_DIR=\"" << scratch << "\"\n";
+  using Folders = std::vector<std::string>;
+  EXPECT_EQ(platform::UserFolders(), (Folders{scratch, home, QDir::tempPath().toStdString()}));
   for (const std::string& file : {settings, folders}) std::filesystem::remove(file);
   for (const std::string& pipe : {desk.host->wallpaper, settings, folders})
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   Form1& main = desk.Main();
   EXPECT_FALSE(main.Image1.Picture());
   EXPECT_EQ(main.List1.BackColor(), Rgb(85, 85, 102));
-  EXPECT_EQ(platform::DocumentsFolder(), QDir::homePath().toStdString());
+  EXPECT_EQ(platform::UserFolders(), (Folders{home, QDir::tempPath().toStdString()}));
   for (const std::string& file : {settings, folders}) std::filesystem::remove(file);
 }
 

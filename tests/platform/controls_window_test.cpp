@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -10,12 +11,16 @@
 #include <QScrollBar>
 #include <QTableView>
 #include <QTimer>
+#include <QTreeView>
 #include <QWidget>
 #include <QWindow>
 #include <cstdlib>
 #include <filesystem>
 
+#include "platform/Accessible.h"
 #include "platform/Application.h"
+#include "platform/Clock.h"
+#include "platform/DarkGround.h"
 #include "platform/Grid.h"
 #include "platform/Lifetime.h"
 #include "platform/PictureBox.h"
@@ -27,9 +32,41 @@
 namespace platform {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using Texts = std::vector<std::string>;
+
+/// What a screen reader finds: the name, a letter for each state, where it is, what is in it.
+std::string Spoken(const QAccessibleInterface* thing) {
+  const QAccessible::State is = thing->state();
+  const QAccessibleInterface* parent = thing->parent();
+  std::string all = thing->text(QAccessible::Name).toStdString() + " ";
+  for (const auto& [state, letter] : {std::pair(is.focusable, 'f'), {is.focused, 'F'}, {is.invisible, 'i'}})
+    if (state) all += letter;
+  if (parent && thing->rect() == parent->rect()) all += parent->text(QAccessible::Name).toStdString();
+  return all + std::to_string(thing->childCount()) + std::to_string(thing->indexOfChild(thing));
+}
+
+/// What a reader was told of that is no widget.
+Texts told;
+
+}  // namespace
+}  // namespace platform
+
+// Without a screen the toolkit has nobody to tell, so it is told here.
+void QAccessible::updateAccessibility(QAccessibleEvent* event) {
+  QAccessibleInterface* const thing = event->accessibleInterface();
+  if (thing == nullptr || thing->object() != nullptr) return;
+  const bool item = event->type() == Focus && thing->role() == ListItem;
+  const bool notice = event->type() == ObjectShow && thing->role() == Notification;
+  platform::told.push_back((item ? "focus: " : notice ? "notice: " : "?") + platform::Spoken(thing));
+}
+
+namespace platform {
+namespace {
 
 struct Sample : Window {
   Sample()
@@ -142,29 +179,65 @@ TEST_F(ShownSample, RaisesTheGridsEventsInsideTheMoveAndOnlyWhenTheCellChanges) 
 }
 
 TEST_F(ShownSample, APressOnARowThatHasJustGoneIsPassedOver) {
-  grid.SetRows(6);
+  const auto press = [this](int row, Qt::MouseButton button, QEvent::Type type = QEvent::MouseButtonPress) {
+    const QPoint at = view->visualRect(view->model()->index(row - 1, 0)).center();
+    support::Mouse(view->viewport(), type, at, button);
+    support::HandleEvents();
+    return grid.Row();
+  };
+  grid.SetRows(4);
   support::HandleEvents();
-  const QPoint last = view->visualRect(view->model()->index(4, 0)).center();
   grid.SetRows(3);
-  support::Press(view->viewport(), last);
-  support::HandleEvents();
-  support::Press(view->viewport(), view->visualRect(view->model()->index(1, 0)).center(), Qt::RightButton);
-  EXPECT_EQ(grid.Row(), 0) << "nor does the right button choose a cell";
+  EXPECT_EQ(press(3, Qt::LeftButton), 0);
+  EXPECT_EQ(press(1, Qt::RightButton), 0) << "nor does the right button choose a cell";
+  EXPECT_EQ(press(2, Qt::LeftButton), 2);
+  EXPECT_EQ(press(1, Qt::LeftButton, QEvent::MouseButtonDblClick), 1);
+  Take();
+  for (const Qt::MouseButton button : {Qt::RightButton, Qt::LeftButton}) {
+    support::Release(view->horizontalHeader()->viewport(), {5, 5}, button);
+    EXPECT_EQ(Take().size(), button == Qt::LeftButton ? 1U : 0U) << "the header is a row of the grid";
+  }
 }
 
-TEST_F(ShownSample, KeepsTheTextsOfTheRowsThatRemain) {
-  grid.SetRow(1);
-  grid.SetText("kept");
-  grid.SetRow(4);
-  grid.SetText("lost");
-  grid.SetRows(2);
-  grid.SetRows(6);
+TEST_F(ShownSample, KeepsTheTextsOfTheCellsThatRemain) {
+  int changes = 0;
+  QObject::connect(view->model(), &QAbstractItemModel::dataChanged, [&] { ++changes; });
+  const auto texts = [this] {
+    support::HandleEvents();
+    EXPECT_EQ(view->model()->rowCount(), grid.Rows() - 1);
+    std::string all;
+    for (int row = 0; row < grid.Rows(); ++row, all += ";")
+      for (int col = 0; col < view->model()->columnCount(); ++col) all += grid.TextMatrix(row, col) + ",";
+    return all;
+  };
+  EXPECT_EQ(texts(), ",,,;,,,;,,,;,,,;,,,;");
+  for (int cell = 0; cell < 15; ++cell) {
+    grid.SetRow(cell / 3);
+    grid.SetCol(cell % 3);
+    grid.SetText(std::string(1, static_cast<char>('a' + cell)));
+  }
+  Take();
+  grid.SetRows(3);
+  grid.SetRows(4);
+  EXPECT_EQ(texts(), "a,b,c,;d,e,f,;g,h,i,;,,,;");
   grid.SetCols(2);
-  EXPECT_EQ(grid.TextMatrix(1, 0), "kept");
-  EXPECT_EQ(grid.TextMatrix(4, 0), "");
+  EXPECT_THAT(Take(), ElementsAre("leave 4,2", "reach 2,2", "leave 2,2", "reach 2,1"));
+  EXPECT_EQ(texts(), "a,b,;d,e,;g,h,;,,;");
+  grid.SetCols(1);
+  EXPECT_EQ(texts(), "a,;d,;g,;,;");
   EXPECT_THROW(grid.SetRows(0), ControlError);
+  EXPECT_THROW(grid.SetCols(0), ControlError);
+  changes = 0;
+  grid.SetText("z");
+  support::HandleEvents();
   grid.Clear();
-  EXPECT_EQ(grid.TextMatrix(1, 0), "");
+  support::HandleEvents();
+  EXPECT_EQ(changes, 2) << "seen without a move";
+  grid.SetRow(0);
+  for (const int rows : {1, 2}) {
+    grid.SetRows(rows);
+    EXPECT_EQ(texts(), rows == 1 ? ",;" : ",;,;");
+  }
 }
 
 TEST_F(ShownSample, LetsKeysWalkTheGrid) {
@@ -192,6 +265,8 @@ TEST_F(ShownSample, LetsKeysWalkTheGrid) {
 
 TEST_F(ShownSample, ShowsWhereTheCurrentCellIs) {
   QScrollBar& bar = *view->verticalScrollBar();
+  static int scrolled = 0;
+  grid.Scroll = [&] { ++scrolled; };
   grid.SetRows(100);
   grid.SetRow(50);
   // Six rows are seen, 19 pixels each, below a header of 21; a step leaves a third of them ahead.
@@ -203,8 +278,7 @@ TEST_F(ShownSample, ShowsWhereTheCurrentCellIs) {
   support::Press(view->viewport(), {5, 5 * 19 + 5});
   support::HandleEvents();
   EXPECT_EQ(std::pair(bar.value(), grid.Row()), std::pair(46, 52)) << "a clicked row stays where it is";
-  static int scrolled = 0;
-  grid.Scroll = [&] { ++scrolled; };
+  scrolled = 0;
   bar.setValue(90);
   EXPECT_EQ(scrolled, 1);
   grid.BringIntoView();
@@ -213,6 +287,10 @@ TEST_F(ShownSample, ShowsWhereTheCurrentCellIs) {
   grid.SetText("M ");
   support::HandleEvents();
   EXPECT_EQ(bar.value(), 46) << "a text is no step";
+  grid.SetHeight(65);
+  grid.SetRow(60);
+  support::HandleEvents();
+  EXPECT_EQ(bar.value(), 59) << "the only row that is seen";
   for (const int seen_from : {0, 30}) {
     grid.SetRow(0);
     grid.SetText("Frame");
@@ -243,17 +321,19 @@ TEST_F(ShownSample, DrawsLinesBetweenCellsAndAFrameAroundTheCurrentOne) {
   grid.SetRow(2);
   EXPECT_EQ(drawn(view->viewport(), {9, 17, 18, 19, 20, 21, 35, 36, 37}),
             ".....+..+ .....+..+ +++++++++ FFFFFF==+ FFFFFF==+ FF==FF==+ FF==FF==+ FFFFFF==+ FFFFFF+++ ");
-  view->clearFocus();
-  EXPECT_EQ(drawn(view->viewport(), {20}), "ffffff==+ ") << "the keyboard is elsewhere";
+  canvas.Widget()->setFocusPolicy(Qt::StrongFocus);
+  canvas.SetFocus();
+  EXPECT_EQ(drawn(view->viewport(), {20}), "ffffff==+ ") << "another control has the keyboard";
   grid.SetRow(0);
   grid.SetCol(1);
   EXPECT_EQ(drawn(view->horizontalHeader(), {18, 19, 20}), "......... ......FF. ......FF. ");
   // Nothing of the sheet's form is the user's to change.
   const QHeaderView &rows = *view->verticalHeader(), &cols = *view->horizontalHeader();
-  EXPECT_TRUE(rows.isHidden() && !cols.highlightSections() && !view->wordWrap() &&
-              !view->tabKeyNavigation() && cols.sectionResizeMode(0) == QHeaderView::Fixed &&
-              view->editTriggers() == QAbstractItemView::NoEditTriggers &&
-              view->selectionMode() == QAbstractItemView::SingleSelection);
+  EXPECT_TRUE(rows.isHidden() && !cols.highlightSections() && !view->wordWrap() && !view->tabKeyNavigation());
+  EXPECT_EQ(cols.sectionResizeMode(0), QHeaderView::Fixed);
+  EXPECT_EQ(view->editTriggers(), QAbstractItemView::NoEditTriggers);
+  EXPECT_EQ(view->selectionMode(), QAbstractItemView::SingleSelection);
+  EXPECT_EQ(view->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
 }
 
 TEST_F(ShownSample, RaisesOnlyTheLastOfQueuedMovesAndThatBeforeARelease) {
@@ -280,7 +360,23 @@ TEST_F(ShownSample, RaisesOnlyTheLastOfQueuedMovesAndThatBeforeARelease) {
 TEST_F(ShownSample, RefusesSizesBelowNothingAndShowsAFieldFromItsStart) {
   for (const auto& [width, height] : {std::pair(-1, 5), {5, -1}})
     EXPECT_THROW(grid.Move(0, 0, width, height), ControlError) << width;
+  grid.MoveTwips(15, 30, 0, 0);
+  EXPECT_EQ(view->geometry(), QRect(1, 2, 0, 0));
+  EXPECT_THROW(grid.BackColor(), ControlError);
+  EXPECT_THROW(grid.SetBackColor(0), ControlError);
+  EXPECT_THROW(grid.ForeColor(), ControlError);
+  EXPECT_THROW(grid.SetForeColor(0), ControlError);
+  const std::size_t controls = sample->Controls().size();
+  const QPointer undo = TextBox(*sample, "vl_button11").Widget();
+  EXPECT_EQ(undo, nullptr);
+  EXPECT_EQ(sample->Controls().size(), controls);
   TextBox field(*sample, "field");
+  EXPECT_EQ(sample->Controls().back(), &field);
+  EXPECT_EQ(field.Widget()->objectName(), "field");
+  field.SetToolTip("Undo", "Ctrl+Z");
+  EXPECT_EQ(field.Widget()->toolTip() + field.Widget()->accessibleName(), "Undo (Ctrl+Z)Undo");
+  field.SetToolTip("Redo");
+  EXPECT_EQ(field.Widget()->toolTip() + field.Widget()->accessibleName(), "RedoUndo");
   field.Move(0, 0, 30, 20);
   field.SetReadOnly(true);
   field.SetText("a text that is wider than its field");
@@ -300,6 +396,18 @@ TEST_F(ShownSample, IsTheOwnerOfAWindowShownBesideIt) {
   EXPECT_EQ(owned->pos() - view->window()->frameGeometry().topLeft(), QPoint(48, 72));
 }
 
+/// A box as its reader has it.
+Texts Seen(const QMessageBox& box) {
+  const QPushButton* first = box.defaultButton();
+  return {box.windowTitle().toStdString(),
+          (box.textFormat() == Qt::PlainText ? "" : "?") + box.text().toStdString(),
+          box.icon() == QMessageBox::Question ? "asks" : "says",
+          box.isModal() && box.parentWidget() == sample->TopWidget() ? "over the window" : "anywhere",
+          qGray(box.palette().color(QPalette::Button).rgb()) < 80 ? "dark" : "bright",
+          first ? first->text().toStdString() : "",
+          QApplication::overrideCursor()->shape() == Qt::ArrowCursor ? "arrow" : "hourglass"};
+}
+
 TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
   const struct {
     Buttons buttons;
@@ -311,14 +419,24 @@ TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
                {Buttons::YesNo, QMessageBox::Yes, Answer::Yes},
                {Buttons::YesNo, QMessageBox::No, Answer::No},
                {Buttons::OkCancel, QMessageBox::Ok, Answer::Ok}};
+  WindowInstance<Sample> eldest;
+  eldest->Show();
+  sample->Show();
+  support::HandleEvents();
+  const BusyPointer busy;
   for (const auto& c : cases) {
-    RunLater([&c] {
+    const bool dark = c.answer == Answer::Ok;
+    NoteDarkGround(*sample->TopWidget(), dark);
+    RunLater([&c, dark] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      EXPECT_EQ(box->text(), "Go <b>on</b>?");
-      EXPECT_EQ(box->textFormat(), Qt::PlainText);
+      EXPECT_THAT(Seen(*box), ElementsAre("Exposure Sheet", "Go <b>on</b>?", "asks", "over the window",
+                                          dark ? "dark" : "bright", "", "arrow"));
       c.pressed == QMessageBox::NoButton ? box->done(c.pressed) : box->button(c.pressed)->click();
     });
-    EXPECT_EQ(MsgBox("Go <b>on</b>?", c.buttons), c.answer);
+    EXPECT_EQ(MsgBox("Go <b>on</b>?", c.buttons, Icon::Question), c.answer);
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    support::HandleEvents();
+    EXPECT_EQ(QApplication::activeWindow(), sample->TopWidget()) << "it has the keyboard again";
   }
 }
 
@@ -330,20 +448,30 @@ TEST(FileDialog, BeginsWhereTheLastOneEndedAndGivesTheEnding) {
   const std::string old = support::WriteScratch("sheets/old.exp", "");
   const struct {
     bool save;
-    std::string proposal, stands, typed, chosen;  // nothing typed: Cancel
-  } cases[] = {{false, "", "", old, old},
-               {true, "frog.exp", "frog.exp", "", old},
-               {true, "frog.exp", "frog.exp", "toad", folder + "/toad.exp"},
-               {true, "", "toad.exp", "newt.txt", folder + "/newt.txt"}};
+    std::string before, begins, proposal, stands, typed, chosen;  // nothing typed: Cancel
+  } cases[] = {{false, "", home, "", "", old, old},
+               {true, old, folder, "frog.exp", "frog.exp", "", old},
+               {true, old, folder, "frog.exp", "frog.exp", "toad", folder + "/toad.exp"},
+               {true, "/gone/toad.exp", folder, "", "toad.exp", "newt.txt", folder + "/newt.txt"},
+               {true, home + "/toad.exp", home, "", "toad.exp", "", home + "/toad.exp"}};
   for (const auto& c : cases) {
+    dialog.FileName = c.before;
     RunLater([&] {
       auto* box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
       auto* name = box->findChild<QLineEdit*>("fileNameEdit");
       EXPECT_EQ(box->windowTitle(), "Select an exposure sheet");
       EXPECT_EQ(box->nameFilters(), QStringList({"Exposure sheet (*.exp *.EXP)", "All files (*)"}));
-      EXPECT_EQ(box->directory().path().toStdString(), c.save ? folder : home);
+      EXPECT_EQ(box->acceptMode(), c.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+      EXPECT_EQ(box->fileMode(), c.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+      EXPECT_EQ(box->directory().path().toStdString(), c.begins);
       EXPECT_EQ(name->text().toStdString(), c.stands);
-      EXPECT_GT(box->width(), (22 + 40 + 14 + 22 + 27) * box->fontMetrics().averageCharWidth());
+      // Room for long names, sizes and dates, in letters.
+      const int letter = box->fontMetrics().averageCharWidth();
+      EXPECT_GE(box->width(), (22 + 40 + 14 + 22 + 27 + 8) * letter);
+      EXPECT_GE(box->height(), 68 * letter);
+      const auto* columns = box->findChild<QTreeView*>("treeView")->header();
+      for (const auto& [column, letters] : {std::pair(0, 40), {1, 14}, {2, 22}})
+        EXPECT_EQ(columns->sectionSize(column), letters * letter) << column;
       if (c.typed.empty()) return box->reject();
       name->setText(QString::fromStdString(c.typed));
       static_cast<QDialog*>(box)->accept();
@@ -354,15 +482,31 @@ TEST(FileDialog, BeginsWhereTheLastOneEndedAndGivesTheEnding) {
 }
 
 TEST(StandingQuestion, EscapeStaysAndOnlyItsOwnButtonLeaves) {
+  sample->Show();
+  NoteDarkGround(*sample->TopWidget(), true);
+  support::HandleEvents();
+  const BusyPointer busy;
   for (const bool stays : {true, false}) {
-    StandingQuestion question("It doesn't answer.", "Keep waiting", "Give up");
-    EXPECT_EQ(question.Answer(), std::nullopt);
-    QWidget* const box = QApplication::activeModalWidget();
+    StandingQuestion question("It doesn't <i>answer</i>.", "Keep waiting", "Give up");
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     ASSERT_NE(box, nullptr);
+    EXPECT_THAT(Seen(*box), ElementsAre("Exposure Sheet", "It doesn't <i>answer</i>.", "asks",
+                                        "over the window", "dark", "Keep waiting", "arrow"));
+    int inside = 0, outside = 0;
+    QTimer beats[2];
+    for (QTimer& beat : beats) beat.start(1);
+    beats[0].setParent(box->defaultButton());
+    beats[0].callOnTimeout([&] { ++inside; });
+    beats[1].callOnTimeout([&] { ++outside; });
+    Sleep(5);
+    EXPECT_EQ(question.Answer(), std::nullopt);
+    EXPECT_GT(inside, 0) << "the box lives";
+    EXPECT_EQ(outside, 0) << "nothing else does";
     for (auto* button : box->findChildren<QPushButton*>())
       if (!stays && button->text() == "Give up") button->click();
     if (stays) support::Key(box, Qt::Key_Escape);
     EXPECT_EQ(question.Answer(), stays);
+    support::HandleEvents();
   }
 }
 
@@ -395,6 +539,36 @@ TEST_F(ShownSample, KeepsACanvasPictureWhenItGrows) {
   EXPECT_EQ(canvas.Point(5, 5), Rgb(9, 9, 9));
   EXPECT_EQ(canvas.Point(70, 2), Rgb(9, 9, 9));
   EXPECT_THROW(canvas.SetWidth(-1), ControlError);
+}
+
+TEST(Accessible, AReaderIsToldOfTheItemWithTheFocusAndOfANotice) {
+  QWidget window;
+  window.setAccessibleName("@window");
+  auto* list = new QWidget(&window);
+  list->setGeometry(10, 20, 30, 40);
+  list->setFocusPolicy(Qt::StrongFocus);
+  list->setAccessibleName("@list");
+  SetAccessibleRole(list, QAccessible::List);
+  const QAccessibleInterface* const strip = QAccessible::queryAccessibleInterface(list);
+  TellAccessibleItem(list);
+  EXPECT_EQ(strip->childCount(), 0);
+  SetAccessibleItem(list, "Cell 1");
+  EXPECT_EQ(strip->childCount(), 1);
+  EXPECT_EQ(strip->indexOfChild(strip->child(0)), 0);
+  EXPECT_EQ(strip->indexOfChild(strip), -1);
+  EXPECT_EQ(strip->focusChild(), nullptr);
+  EXPECT_EQ(Spoken(strip->child(0)), "Cell 1 fi@list0-1");
+  window.show();
+  list->setFocus();
+  support::HandleEvents();
+  EXPECT_EQ(strip->focusChild(), strip->child(0));
+  for (const char* item : {"Cell 1", "Cell 2"}) SetAccessibleItem(list, item);
+  Announce(list, "Stamped");
+  EXPECT_THAT(told, ElementsAre("focus: Cell 2 fF@list0-1", "notice: Stamped @window0-1"));
+  const QAccessibleInterface* const cell = strip->child(0);
+  delete list;
+  EXPECT_FALSE(cell->isValid());
+  EXPECT_EQ(Spoken(cell), "Cell 2 fi0-1");
 }
 
 /// A widget whose events no routine of ours guards.
@@ -465,6 +639,16 @@ TEST(EventsDeathTest, BehindAReportNothingRunsButPainting) {
     RunEvent([] { throw std::runtime_error("first"); });
   };
   EXPECT_EXIT(fail(), testing::ExitedWithCode(1), "first\nread$");
+  const auto fail_while_painting = [] {
+    sample->Show();
+    support::HandleEvents();
+    sample->canvas.Paint = [] { throw std::runtime_error("ink"); };
+    sample->canvas.Widget()->repaint();
+    RunEvent([] { std::fputs("ran", stderr); });
+    support::HandleEvents();
+  };
+  EXPECT_EXIT(fail_while_painting(), testing::ExitedWithCode(1),
+              AllOf(HasSubstr("ink\nread"), Not(HasSubstr("ran"))));
 }
 
 }  // namespace

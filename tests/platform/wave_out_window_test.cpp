@@ -6,11 +6,13 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <mutex>
 #include <thread>
 
+#include "platform/AudioDevice.h"
 #include "platform/Capture.h"
 #include "platform/SliceOutput.h"
 #include "platform/SoundPlayer.h"
@@ -155,6 +157,8 @@ TEST(SliceOutput, KeepsTheDeviceForTheNextSliceOfTheFormat) {
   const auto used = std::clock();
   std::this_thread::sleep_for(milliseconds(200));
   EXPECT_LT(std::clock() - used, CLOCKS_PER_SEC / 50) << "nothing is left to do";
+  EXPECT_EQ(output.Open(handle, Mono(22050, 16), &Note, 0), kWaveOk);
+  EXPECT_EQ(machine.open_count, 3);
 }
 
 TEST(SliceOutput, ADeviceThatStallsIsGivenUp) {
@@ -395,14 +399,54 @@ TEST(Capture, ADeviceIsOpenedByItsNameAndNoOtherIsInItsPlace) {
   ASSERT_EQ(devices.inputs.size(), 1U);
   EXPECT_TRUE(devices.has_output);
   std::atomic<std::size_t> taken{0};
-  const auto take = [&taken](std::span<const std::int16_t> samples) { taken += samples.size(); };
+  const auto take = [&taken](std::span<const std::int16_t> samples) {
+    EXPECT_EQ(samples.size(), 1024U);
+    ++taken;
+  };
   EXPECT_EQ(OpenCaptureDevice("gone", 8000, take), nullptr);
-  const auto device = OpenCaptureDevice(devices.inputs[0], 8000, take);
+  auto device = OpenCaptureDevice(devices.inputs[0], 8000, take);
   ASSERT_NE(device, nullptr);
   EXPECT_FALSE(device->IsLost());
-  device->Start();
-  EXPECT_TRUE(WaitUntil([&] { return taken > 0; }));
-  EXPECT_EQ(taken % 1024, 0U) << "samples, not bytes";
+  EXPECT_GE(TimeOf([&] {
+              device->Start();
+              EXPECT_TRUE(WaitUntil([&] { return taken > 1; }));
+            }),
+            milliseconds(120))
+      << "a buffer lasts for 128 ms";
+  device.reset();
+  taken = 0;
+  std::this_thread::sleep_for(milliseconds(200));
+  EXPECT_EQ(taken, 0U);
+}
+
+TEST(AudioDevice, AsksForShortBuffersOfItsFormatInTheTimeThatTheyTake) {
+  const struct {
+    AudioFormat format;
+    std::size_t bytes;
+    int milliseconds;
+  } cases[] = {{{8000, 1, SampleForm::Unsigned8}, 32, 4},
+               {{11025, 1, SampleForm::Signed16}, 2 * 64, 5},
+               {{44100, 2, SampleForm::Signed16}, 4 * 256, 5},
+               {{1'000'000, 1, SampleForm::Unsigned8}, 4096, 4}};
+  for (const auto& c : cases) {
+    std::atomic<int> asked{0};
+    const auto device = OpenAudioDevice(c.format, [&](std::span<std::uint8_t> buffer) {
+      EXPECT_EQ(buffer.size(), c.bytes);
+      ++asked;
+    });
+    ASSERT_NE(device, nullptr) << c.bytes;
+    EXPECT_EQ(device->BuffersBehind(), 0) << "nothing is heard";
+    EXPECT_GE(TimeOf([&] {
+                device->Start();
+                EXPECT_TRUE(WaitUntil([&] { return asked > 11; }));
+              }),
+              milliseconds(10 * c.milliseconds));
+  }
+  for (const auto& [rate, channels] : {std::pair(1'000'001, 1), {0, 1}, {8000, 9}})
+    EXPECT_EQ(OpenAudioDevice({rate, channels, SampleForm::Unsigned8}, [](auto) {}), nullptr) << rate;
+  struct sigaction at_the_end {};
+  sigaction(SIGTERM, nullptr, &at_the_end);
+  EXPECT_EQ(at_the_end.sa_handler, SIG_DFL) << "the library leaves the signals alone";
 }
 
 TEST(WaveOut, AFileLeavesThroughTheDevice) {

@@ -5,6 +5,7 @@ Run under dbus-run-session: bridge_test.py.
 
 import fcntl
 import os
+import pathlib
 import subprocess
 import sys
 import tempfile
@@ -48,7 +49,7 @@ class Timeline:
         self.layer = window.layers[0]
 
     def make_key(self, _, moment, kind):
-        assert self.layer.document.active is self.layer
+        assert self.layer.document.activeNode() is self.layer
         pixels = WIDTH * HEIGHT
         self.layer.keys[moment] = b"\xff" * 4 * pixels if kind == self.BLANK else self.layer.shown_at(moment)
 
@@ -213,7 +214,7 @@ class Bridge(unittest.TestCase):
             self.set_frame(frame, grey, grey + 1, grey + 2)
         self.call("vel_StatusClose")
         self.assertEqual(self.shot(), {0: (3, 2, 1), 2: (4, 3, 2), 4: (3, 2, 1)})
-        self.assertTrue(self.krita.documents()[-1].is_modified, "it would go without a question")
+        self.assertTrue(self.krita.documents()[-1].modified(), "it would go without a question")
         self.call("Vel_GotoFrameAdv", 3, 3)
         self.assertEqual([self.plane(getter)[0] for getter in GETTERS], [2, 3, 4])
         self.assertEqual(self.layer.keys, before)
@@ -290,7 +291,7 @@ class Bridge(unittest.TestCase):
         with tempfile.NamedTemporaryFile("w") as built, patch.object(tool, "BUILT_FILE", built.name), \
                 patch.object(tool.shutil, "which", return_value=None) as which:
             for named, found in [("/bin/sh", "/bin/sh"), ("/etc/passwd", None), ("", None)]:
-                write(built.name, named)
+                pathlib.Path(built.name).write_text(named)
                 if found:
                     self.assertEqual(tool.find_program(), found)
                 else:
@@ -380,30 +381,18 @@ class Bridge(unittest.TestCase):
                               ("[python]\nenable_other=true\n\n[gui]\nx=1\n",) * 2]:
             with self.subTest(before=before), tempfile.TemporaryDirectory() as home:
                 variables = {"PATH": os.environ["PATH"], "HOME": home}
-                settings = os.path.join(home, ".config", "kritarc")
-                os.makedirs(os.path.dirname(settings))
+                settings = pathlib.Path(home, ".config", "kritarc")
+                settings.parent.mkdir()
                 if before is not None:
-                    write(settings, before)
+                    settings.write_text(before)
                 for command in ("install", "install", "uninstall"):
                     subprocess.run([os.path.join(os.path.dirname(HERE), command)], env=variables, check=True,
                                    capture_output=True)
                     if command == "install":
-                        self.assertIn("[python]\nenable_exposure_sheet=true\n", read(settings))
-                self.assertEqual(read(settings), after)
+                        self.assertIn("[python]\nenable_exposure_sheet=true\n", settings.read_text())
+                self.assertEqual(settings.read_text() if settings.exists() else None, after)
                 left = [name for _, _, names in os.walk(os.path.join(home, ".local")) for name in names]
                 self.assertEqual((left, os.path.exists(os.path.join(home, ".local", "share", "krita"))), ([], False))
-
-
-def write(path, text):
-    with open(path, "w", encoding="utf-8") as file:
-        file.write(text)
-
-
-def read(path):
-    if not os.path.exists(path):
-        return None
-    with open(path, encoding="utf-8") as file:
-        return file.read()
 
 
 if __name__ == "__main__":

@@ -8,22 +8,26 @@ class Extension(QObject):
     pass
 
 
-class Layer:
+class Answering:
+    """Answers name() with what it was made with, or with what setName() was given since; so with its other facts."""
+
+    def __init__(self, **facts):
+        self.facts = facts
+
+    def __getattr__(self, member):
+        fact = member[3].lower() + member[4:] if member.startswith("set") else member
+        if fact not in self.__dict__.get("facts", ()):
+            raise AttributeError(member)
+        return (lambda: self.facts[fact]) if fact == member else lambda value: self.facts.update({fact: value})
+
+
+class Layer(Answering):
     def __init__(self, document):
+        super().__init__(name="Background", visible=True)
         self.document = document
         self.keys = {0: b"\xff\xff\xff\xff" * (document.width() * document.height())}
-        self._name = "Background"
-
-    def name(self):
-        return self._name
-
-    def setName(self, name):
-        self._name = name
 
     def enableAnimation(self):
-        pass
-
-    def setVisible(self, visible):
         pass
 
     def hasKeyframeAtTime(self, time):
@@ -38,65 +42,18 @@ class Layer:
         self.document.is_fresh = False
 
 
-class Document:
+class Document(Answering):
     """Changes of the current time take effect when Krita has come to rest, as in Krita."""
 
     def __init__(self, width, height, name, *_):
-        self._size, self._name, self._rate = (width, height), name, 24
-        self._clip, self._time, self._next, self._resolution = [0, 100], 0, None, 72.0
-        self.busy, self.is_fresh, self.is_modified = False, True, False
+        super().__init__(
+            width=width, height=height, name=name, fileName="", xRes=72.0, yRes=72.0, colorModel="RGBA", colorDepth="U8",
+            colorProfile="sRGB", framesPerSecond=24, fullClipRangeStartTime=0, fullClipRangeEndTime=100, currentTime=0,
+            modified=False, activeNode=None)
+        self._next = None
+        self.busy, self.is_fresh = False, True
         self.went = []
         self.layers = [Layer(self)]
-
-    def width(self):
-        return self._size[0]
-
-    def height(self):
-        return self._size[1]
-
-    def name(self):
-        return self._name
-
-    def fileName(self):
-        return ""
-
-    def xRes(self):
-        return self._resolution
-
-    yRes = xRes
-
-    def setYRes(self, resolution):
-        pass
-
-    def colorModel(self):
-        return "RGBA"
-
-    def colorDepth(self):
-        return "U8"
-
-    def colorProfile(self):
-        return "sRGB"
-
-    def framesPerSecond(self):
-        return self._rate
-
-    def setFramesPerSecond(self, rate):
-        self._rate = rate
-
-    def fullClipRangeStartTime(self):
-        return self._clip[0]
-
-    def fullClipRangeEndTime(self):
-        return self._clip[1]
-
-    def setFullClipRangeStartTime(self, time):
-        self._clip[0] = time
-
-    def setFullClipRangeEndTime(self, time):
-        self._clip[1] = time
-
-    def currentTime(self):
-        return self._time
 
     def setCurrentTime(self, time):
         self.went.append(time)
@@ -106,7 +63,7 @@ class Document:
 
     def waitForDone(self):
         if self._next is not None:
-            self._time, self._next, self.is_fresh = self._next, None, True
+            self.facts["currentTime"], self._next, self.is_fresh = self._next, None, True
 
     def tryBarrierLock(self):
         return not self.busy
@@ -126,24 +83,18 @@ class Document:
     def addChildNode(self, layer, above):
         self.layers.append(layer)
 
-    def setActiveNode(self, layer):
-        self.active = layer
-
     def refreshProjection(self):
         self.is_fresh = True
 
-    def setModified(self, modified):
-        self.is_modified = modified
-
     def pixelData(self, x, y, width, height):
-        return self.layers[0].shown_at(self._time)
+        return self.layers[0].shown_at(self.currentTime())
 
     def projection(self, x, y, width, height):
-        picture = QImage(*self._size, QImage.Format_ARGB32)
+        picture = QImage(self.width(), self.height(), QImage.Format_ARGB32)
         picture.fill(Qt.transparent)
         # What a script draws isn't seen before the projection is refreshed.
         for layer in self.layers if self.is_fresh else []:
-            pixels = layer.shown_at(self._time)
+            pixels = layer.shown_at(self.currentTime())
             for place in range(width * height):
                 blue, green, red, opacity = pixels[4 * place:4 * place + 4]
                 below = QColor.fromRgba(picture.pixel(place % width, place // width))

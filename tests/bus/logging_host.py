@@ -6,6 +6,7 @@ Members, types and effects are those that the tool expects of its host; the fram
 import fcntl
 import os
 import sys
+import time
 
 import dbus
 import dbus.bus
@@ -40,6 +41,15 @@ def memory(size, seals=SEALS):
     os.ftruncate(descriptor, size)
     fcntl.fcntl(descriptor, fcntl.F_ADD_SEALS, seals)
     return descriptor
+
+
+def turn_until(done, seconds):
+    """Handles what comes over the bus until it is done; says whether it was in time."""
+    end = time.monotonic() + seconds
+    while not done() and time.monotonic() < end:
+        if not GLib.MainContext.default().iteration(False):
+            time.sleep(0.0005)
+    return done()
 
 
 def description(interface, directions):

@@ -79,10 +79,6 @@ void PutTrackValue(const std::string& words) {
   timeline::Tracks().VelocityValues.Set(frame, channel, static_cast<std::uint8_t>(value));
 }
 
-void AnswerNextFileWith(const std::string& path) {
-  platform::AnswerFileDialogsWith([path](const platform::FileQuestion&) { return path; });
-}
-
 /// Runs the routine again and again, an event each, until it says true.
 void Until(std::function<bool()> done, std::function<void()> then) {
   if (done()) return then();
@@ -106,7 +102,6 @@ const std::map<std::string, Step>& Steps() {
       {"rate", [](const std::string& rate) { form1->ChooseRate(rate); }},
       {"play", [](const std::string&) { form1->vl_button1_Click(); }},
       {"frame-painter", [](const std::string&) { form1->FramePainterM_Click(); }},
-      {"retrieve", [](const std::string&) { painter::frame_painter->vl_button1_Click(); }},
       {"length",
        [](const std::string& frames) {
          painter::fp_options->Text1.SetText(frames);
@@ -125,15 +120,9 @@ const std::map<std::string, Step>& Steps() {
       {"cell", PutCell},
       {"track", PutTrackValue},
       {"hide", [](const std::string&) { form1->vl_button14.SetValue(false); }},
-      {"typed-rate", [](const std::string& rate) { form3->Text7.SetText(rate); }},
-      {"open",
-       [](const std::string& path) {
-         AnswerNextFileWith(path);
-         form1->MenuOpen_Click();
-       }},
       {"save",
        [](const std::string& path) {
-         AnswerNextFileWith(path);
+         platform::AnswerFileDialogsWith([path](const platform::FileQuestion&) { return path; });
          form1->MenuSave_Click();
          Say("saved");
        }},
@@ -186,8 +175,6 @@ platform::Answer AnswerAndSay(const platform::Message& message) {
 }  // namespace
 
 int main(int argument_count, char** arguments) {
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  setenv("SDL_AUDIODRIVER", "dummy", 0);
   platform::AnswerMessagesWith(AnswerAndSay);
   std::vector<std::string> steps(arguments + 1, arguments + argument_count);
   constexpr std::string_view give_up = "give-up-when=";

@@ -8,7 +8,6 @@ import os
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
 from xml.etree import ElementTree
 
@@ -16,23 +15,11 @@ import dbus
 from dbus.lowlevel import (HANDLER_RESULT_HANDLED, HANDLER_RESULT_NOT_YET_HANDLED, ErrorMessage,
                            MethodCallMessage, MethodReturnMessage)
 from dbus.mainloop.glib import DBusGMainLoop
-from gi.repository import GLib
 
-import logging_host
+from logging_host import DESCRIPTORS, GETTERS, NAME, PATH, SEALS, SETTERS, memory, turn_until
 
 STANDIN = sys.argv.pop(1)
-NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
 PLANE = 321 * 241
-
-
-def turn_until(true_at_last, seconds=15):
-    context = GLib.MainContext.default()
-    end = time.monotonic() + seconds
-    while not true_at_last():
-        if time.monotonic() > end:
-            raise TimeoutError
-        if not context.iteration(False):
-            time.sleep(0.0005)
 
 
 class Tool:
@@ -46,19 +33,16 @@ class Tool:
         self.asked = []
         self.rate_while_loading = None
 
-    def start(self, member, signature="", *arguments, interface=NAME):
-        """Calls the host; gives a list that takes its answer: the values, or the error."""
+    def call_shared(self, member, signature="", *arguments):
+        return self.call(member, signature, *arguments, interface=DESCRIPTORS)
+
+    def call(self, member, signature="", *arguments, interface=NAME):
+        """Calls the host; gives its answer, or raises its error."""
         answer = []
         self.bus.call_async(NAME, PATH, interface, member, signature, arguments, lambda *values: answer.append(values),
                             answer.append, byte_arrays=True, timeout=30)
-        return answer
-
-    def call_shared(self, member, signature="", *arguments):
-        return self.call(member, signature, *arguments, interface=logging_host.DESCRIPTORS)
-
-    def call(self, member, signature="", *arguments, interface=NAME):
-        answer = self.start(member, signature, *arguments, interface=interface)
-        turn_until(lambda: answer)
+        if not turn_until(lambda: answer, 15):
+            raise TimeoutError
         if isinstance(answer[0], dbus.DBusException):
             raise answer[0]
         return answer[0][0] if answer[0] else None
@@ -84,7 +68,7 @@ class StandIn(unittest.TestCase):
                                 XDG_DATA_HOME=self.folder.name, QT_QPA_PLATFORM="offscreen")
         self.process = subprocess.Popen([STANDIN], env=self.environment, stderr=subprocess.DEVNULL)
         self.tool = Tool()
-        turn_until(lambda: self.tool.bus.name_has_owner(NAME))
+        self.assertTrue(turn_until(lambda: self.tool.bus.name_has_owner(NAME), 15))
 
     def tearDown(self):
         self.tool.bus.close()
@@ -113,9 +97,9 @@ class StandIn(unittest.TestCase):
         call("vel_CreateAnimAdv", "ii", 5, 2)
         self.assertEqual(call("vel_GetTotalFrames"), 5)
         call("Vel_GotoFrameAdv", "ii", 4, 3)
-        for value, setter in enumerate(["vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer"]):
+        for value, setter in enumerate(SETTERS):
             call(setter, "ay", dbus.ByteArray(bytes([value]) * PLANE))
-        for value, getter in enumerate(["vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer"]):
+        for value, getter in enumerate(GETTERS):
             self.assertEqual(call(getter), bytes([value]) * PLANE)
         call("Vel_GotoFrameAdv", "ii", 0, 3)
         self.assertEqual(call("vel_GetRbuffer"), b"\xff" * PLANE)
@@ -131,21 +115,21 @@ class StandIn(unittest.TestCase):
         call("vel_CreateAnimAdv", "ii", 2, 2)
         call("Vel_GotoFrameAdv", "ii", 1, 3)
         # Memory may be longer than the plane. It is the tool's, which may write something else into it.
-        memory = logging_host.memory(PLANE + 5000)
-        os.pwrite(memory, bytes([7]) * PLANE, 0)
-        shared("vel_SetGBuffer", "h", dbus.types.UnixFd(memory))
-        os.pwrite(memory, bytes([8]) * PLANE, 0)
+        lent = memory(PLANE + 5000)
+        os.pwrite(lent, bytes([7]) * PLANE, 0)
+        shared("vel_SetGBuffer", "h", dbus.types.UnixFd(lent))
+        os.pwrite(lent, bytes([8]) * PLANE, 0)
         self.assertEqual(call("vel_GetGbuffer"), bytes([7]) * PLANE)
         kept = set()
         for _ in range(3):
             given = shared("vel_GetGbuffer").take()
-            self.assertEqual(fcntl.fcntl(given, fcntl.F_GET_SEALS) & logging_host.SEALS, logging_host.SEALS)
+            self.assertEqual(fcntl.fcntl(given, fcntl.F_GET_SEALS) & SEALS, SEALS)
             self.assertEqual(os.pread(given, 2 * PLANE, 0), bytes([7]) * PLANE)
             kept.add(os.fstat(given).st_ino)
             os.close(given)
         self.assertEqual(len(kept), 1)
-        for what, words in [(logging_host.memory(PLANE - 1), "77360 bytes"),
-                            (logging_host.memory(PLANE, 0), "sealed"), (os.pipe()[0], "shared memory")]:
+        for what, words in [(memory(PLANE - 1), "77360 bytes"),
+                            (memory(PLANE, 0), "sealed"), (os.pipe()[0], "shared memory")]:
             with self.assertRaisesRegex(dbus.DBusException, words):
                 shared("vel_SetRbuffer", "h", dbus.types.UnixFd(what))
         with self.assertRaisesRegex(dbus.DBusException, "descriptors"):
@@ -157,15 +141,14 @@ class StandIn(unittest.TestCase):
                                               for method in interface}
                       for interface in ElementTree.fromstring(description)}
         self.assertEqual({name: len(methods) for name, methods in interfaces.items() if name.startswith(NAME)},
-                         {NAME: 20, logging_host.DESCRIPTORS: 6})
+                         {NAME: 20, DESCRIPTORS: 6})
         self.assertEqual(interfaces[NAME]["vel_GetRbuffer"], ["ay"])
         self.assertEqual(interfaces[NAME]["Vel_SendFormObject"], ["o", "i"])
-        for member in (*logging_host.GETTERS, *logging_host.SETTERS):
-            self.assertEqual(interfaces[logging_host.DESCRIPTORS][member], ["h"])
+        for member in (*GETTERS, *SETTERS):
+            self.assertEqual(interfaces[DESCRIPTORS][member], ["h"])
 
     def test_refuses_in_words(self):
         for member, signature, arguments, words in [
-                ("vel_GetAppDir", "", (), "letter case counts: Vel_GetAppDir"),
                 ("vel_SetRbuffer", "ay", (dbus.ByteArray(b"short"),), "5 bytes"),
                 ("vel_SetRbuffer", "ai", (dbus.Array([1], signature="i"),), "can't be nothing"),
                 ("vel_CreateAnimAdv", "ii", (-4, 2), "-4 frames")]:

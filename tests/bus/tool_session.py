@@ -7,15 +7,13 @@ import os
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
 import wave
 
 import dbus
 from dbus.mainloop.glib import DBusGMainLoop
-from gi.repository import GLib
 
-from logging_host import LoggingHost
+from logging_host import LoggingHost, turn_until
 
 DRIVER = sys.argv.pop(1)
 # Seconds after which the tool counts as hanging: planes of 64 MiB take a minute on a machine that is busy otherwise.
@@ -85,12 +83,7 @@ class Session(unittest.TestCase):
                            **variables)
         self.tool = tool = subprocess.Popen([DRIVER, *steps], env=environment, stdout=subprocess.PIPE,
                                             stderr=subprocess.PIPE, text=True)
-        context = GLib.MainContext.default()
-        end = time.monotonic() + PATIENCE
-        while tool.poll() is None and time.monotonic() < end:
-            if not context.iteration(False):
-                time.sleep(0.0005)
-        if tool.poll() is None:
+        if not turn_until(lambda: tool.poll() is not None, PATIENCE):
             tool.kill()
             # By name: an argument may be a plane of 64 MiB.
             self.fail(f"the tool hangs after {[call[0] for call in self.host.calls[-3:]]}")

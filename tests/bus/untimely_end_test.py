@@ -8,17 +8,15 @@ import os
 import signal
 import subprocess
 import sys
-import time
 import unittest
 
 import dbus
 from dbus.mainloop.glib import DBusGMainLoop
-from gi.repository import GLib
 
 PROGRAM = sys.argv.pop()
 
 import tool_session  # noqa: E402  takes the driver from the arguments
-from logging_host import LoggingHost  # noqa: E402
+from logging_host import LoggingHost, turn_until  # noqa: E402
 
 
 class UntimelyEnd(tool_session.Session):
@@ -95,21 +93,15 @@ class UntimelyEnd(tool_session.Session):
                     env=dict(os.environ, HOME=self.folder.name, QT_QPA_PLATFORM="offscreen", SDL_AUDIODRIVER="dummy",
                              DBUS_SESSION_BUS_ADDRESS=address))
                 self.addCleanup(program.kill)
-                self.iterate(lambda: host.calls, 20)
-                self.iterate(lambda: False, 0.3)
+                turn_until(lambda: host.calls, 20)
+                turn_until(lambda: False, 0.3)
                 self.assertIsNone(program.poll())
                 daemon.kill() if way.endswith("bus goes") else way == "leave" or bus.close()
-                self.iterate(lambda: False, 1)
+                turn_until(lambda: False, 1)
                 self.assertIsNone(program.poll(), "the report is still to be read")
                 program.send_signal(signal.SIGTERM)
                 self.assertIn("The host's member Vel_SendFormObject failed", program.communicate(timeout=20)[1])
                 self.assertEqual(program.returncode, -signal.SIGTERM)
-
-    def iterate(self, until, seconds):
-        end = time.monotonic() + seconds
-        while time.monotonic() < end and not until():
-            if not GLib.MainContext.default().iteration(False):
-                time.sleep(0.001)
 
 
 if __name__ == "__main__":

@@ -32,10 +32,10 @@
 #include "platform/Application.h"
 #include "platform/Clock.h"
 #include "platform/Lifetime.h"
-#include "platform/WaveOut.h"
 #include "platform/memory.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
+#include "support/ScriptedOutput.h"
 #include "support/UserInput.h"
 #include "support/desk.h"
 #include "timeline/velocity_values.h"
@@ -79,36 +79,6 @@ class Dice {
   std::mt19937_64 generator_{seed};
 };
 
-/// Every slice is over at once.
-class NoSound : public platform::WaveOutput {
- public:
-  void PlaySoundFile(const std::string&) override {}
-  void StopSound() override {}
-  platform::WaveCode Open(platform::WaveHandle& handle, const platform::WaveFormatEx&,
-                          platform::WaveCallback callback, std::uint32_t) override {
-    callback_ = callback;
-    handle = 1;
-    return platform::kWaveOk;
-  }
-  platform::WaveCode PrepareHeader(platform::WaveHandle, const platform::WaveHeader&) override {
-    return platform::kWaveOk;
-  }
-  platform::WaveCode Write(platform::WaveHandle, const platform::WaveHeader& header) override {
-    // Every byte of the slice must be there.
-    const auto* bytes = static_cast<const volatile std::uint8_t*>(header.lpData);
-    for (std::uint32_t i = 0; i < header.dwBufferLength; ++i) static_cast<void>(bytes[i]);
-    callback_(1, platform::WOM_DONE, 0, 0, 0);
-    return platform::kWaveOk;
-  }
-  platform::WaveCode UnprepareHeader(platform::WaveHandle, const platform::WaveHeader&) override {
-    return platform::kWaveOk;
-  }
-  platform::WaveCode Close(platform::WaveHandle) override { return platform::kWaveOk; }
-
- private:
-  platform::WaveCallback callback_ = nullptr;
-};
-
 class AimlessUser {
  public:
   AimlessUser() {
@@ -129,7 +99,6 @@ class AimlessUser {
     platform::ReadClockFrom([this] { return now_; });
     // Room for the stand-in's frames, but not for all that a host may claim to have.
     platform::ReadFreeMemoryFrom([] { return 6e7; });
-    platform::SetWaveOut(&silence_);
     modal_closer_.callOnTimeout([this] { LeaveModalDialog(); });
     modal_closer_.start(0);
     desk_.host->wallpaper = ":/assets/icons/play.png";
@@ -144,7 +113,6 @@ class AimlessUser {
     platform::AnswerMessagesWith(nullptr);
     platform::ReadClockFrom(nullptr);
     platform::ReadFreeMemoryFrom(nullptr);
-    platform::SetWaveOut(nullptr);
     host::HostSession.Set(nullptr);
   }
 
@@ -272,21 +240,14 @@ class AimlessUser {
         Qt::NoModifier, Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier});
     if (dice_.OneIn(2)) {
       const QChar letter = dice_.Pick(QString("abcdefgiklmnoprstuvw0123456789.,+-\" \u00e9"));
-      return Key(widget, letter.toUpper().unicode(), keys, QString(letter));
+      return support::Key(widget, letter.toUpper().unicode(), keys, QString(letter));
     }
-    Key(widget,
-        dice_.Pick(std::array{Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Home,
-                              Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Return, Qt::Key_Escape,
-                              Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_F2,
-                              Qt::Key_Z}),
-        keys, {});
-  }
-
-  /// The widget may go with the press.
-  static void Key(const QPointer<QWidget>& widget, int key, Qt::KeyboardModifiers keys, const QString& text) {
-    QKeyEvent down(QEvent::KeyPress, key, keys, text), up(QEvent::KeyRelease, key, keys, text);
-    QApplication::sendEvent(widget, &down);
-    if (widget) QApplication::sendEvent(widget, &up);
+    support::Key(widget,
+                 dice_.Pick(std::array{Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Home,
+                                       Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Return,
+                                       Qt::Key_Escape, Qt::Key_Delete, Qt::Key_Backspace, Qt::Key_Tab,
+                                       Qt::Key_Backtab, Qt::Key_F2, Qt::Key_Z}),
+                 keys, {});
   }
 
   void TurnWheel() { support::Wheel(SomeWidget(), 30 * (dice_.Below(17) - 8)); }
@@ -367,6 +328,7 @@ class AimlessUser {
     const std::string text = form3->Text7.Text();
     if (sheet::FrameRate() > 60 || text.size() > 20) form3->Text7.SetText(dice_.OneIn(2) ? "12" : "-7 fps");
     if (desk_.host->calls.size() > 10000) desk_.host->calls.clear();
+    sounded_.clear();
     if (timeline::Tracks().UndoHistory.size() > 1000) timeline::Tracks().UndoHistory.clear();
   }
 
@@ -382,7 +344,8 @@ class AimlessUser {
 
   Dice dice_;
   support::Desk desk_;
-  NoSound silence_;
+  std::vector<std::string> sounded_;
+  support::ScriptedOutput output_{sounded_};
   QTimer modal_closer_, hand_;
   std::uint64_t events_ = 0, looked_at_ = 0;
   int looks_ = 0;

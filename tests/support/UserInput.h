@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QWheelEvent>
 #include <QWidget>
 
@@ -28,11 +29,12 @@ inline void Release(QWidget* widget, QPointF at, Qt::MouseButton button = Qt::Le
   Mouse(widget, QEvent::MouseButtonRelease, at, button, keys);
 }
 
-inline void Key(QWidget* widget, int key, Qt::KeyboardModifiers keys = Qt::NoModifier,
+/// The widget may go with the press.
+inline void Key(const QPointer<QWidget>& widget, int key, Qt::KeyboardModifiers keys = Qt::NoModifier,
                 const QString& text = {}) {
   QKeyEvent down(QEvent::KeyPress, key, keys, text), up(QEvent::KeyRelease, key, keys, text);
   QApplication::sendEvent(widget, &down);
-  QApplication::sendEvent(widget, &up);
+  if (widget) QApplication::sendEvent(widget, &up);
 }
 
 /// 120 is one notch away from the user.

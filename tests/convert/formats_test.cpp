@@ -29,73 +29,51 @@ Document Frogs() {
   return *convert::ReadExposureSheet(support::FileBytes(SOURCE_DIR "/samples/frogs.exp")).sheet;
 }
 
-/// Which shape each shape comes back as when it goes out and in by one of the foreign sets of names.
-const std::map<std::string, std::string> kBackFromSwitchData = {
-    {"A", "A"}, {"I", "A"}, {"E", "E"}, {"O", "O"}, {"U", "U"},  {"W", "W"},          {"B", "M"}, {"M", "M"},
-    {"P", "M"}, {"F", "F"}, {"V", "F"}, {"L", "L"}, {"Th", "L"}, {"Ch", "S"},         {"D", "S"}, {"G", "S"},
-    {"K", "S"}, {"N", "S"}, {"R", "S"}, {"S", "S"}, {"T", "S"},  {"Closed", "Closed"}};
-
-Document WithShapesBack(Document sheet, bool cues) {
-  for (auto& row : sheet.rows) {
-    if (!row[1].empty()) row[1] = cues && row[1] == "W" ? "U" : kBackFromSwitchData.at(row[1]);
-  }
-  return sheet;
-}
-
-Document WithoutComments(Document sheet) {
-  for (auto& row : sheet.rows) row[2].clear();
-  return sheet;
-}
-
 std::string Told(const convert::Messages& notes) {
   std::string all;
   for (const auto& note : notes) all += InEnglish(note) + "\n";
   return all;
 }
 
-/// The rate, the sound and the tracks' values that aren't those of a new sheet: "24 v.wav tracks 2: 1.3=0".
+/// The rate, the sound, and of each frame that has tracks the first and the last value: "24 v.wav 32/255".
 std::string RestOf(const Document& sheet) {
   std::string rest = sheet.frame_rate_text;
   if (!sheet.wave_file_name.empty()) rest += " " + sheet.wave_file_name;
   if (!sheet.lock || sheet.track_visible != Document(SheetWith(0, "")).track_visible) rest += " toggles";
-  const auto& tracks = sheet.track_values;
-  if (!tracks.empty()) rest += " tracks " + std::to_string(tracks.size()) + ":";
-  for (std::size_t i = 0; i < tracks.size(); ++i)
-    for (std::size_t channel = 0; channel < 4; ++channel)
-      if (const int value = tracks[i][channel]; value != 32)
-        rest += " " + std::to_string(i) + "." + std::to_string(channel) + "=" + std::to_string(value);
+  for (const auto& values : sheet.track_values)
+    rest += " " + std::to_string(values[0]) + "/" + std::to_string(values[3]);
   return rest;
 }
 
 TEST(Formats, TheSampleSheetGoesOutAndBack) {
-  const Document frogs = Frogs();
-  const ShapeTable& names = ShapeTable::Default();
-  Context known_length = Plain();
-  known_length.sound_seconds = 71.0 / 24;
-
+  Document frogs = Frogs();
   EXPECT_EQ(*convert::WriteExposureSheet(frogs).bytes, support::FileBytes(SOURCE_DIR "/samples/frogs.exp"));
-  Document other = frogs;
-  other.rows[0][0] = "x";
-  other.lock = other.track_visible[2] = false;
-  const Document own = *convert::ReadExposureSheet(*convert::WriteExposureSheet(other).bytes).sheet;
-  EXPECT_EQ(CellsOf(own), CellsOf(frogs)) << "the frames are numbered anew";
-  EXPECT_FALSE(own.lock);
-  EXPECT_EQ(own.track_visible, other.track_visible);
   const Document csv = *convert::ReadCsv(*convert::WriteCsv(frogs).bytes, Plain()).sheet;
   EXPECT_EQ(CellsOf(csv), CellsOf(frogs));
   EXPECT_EQ(csv.track_values, frogs.track_values);
-  EXPECT_EQ(convert::WriteCsv(frogs).notes.size(), 2U) << "the rate and the sound";
   EXPECT_EQ(CellsOf(*convert::ReadXdts(*convert::WriteXdts(frogs).bytes, Plain()).sheet), CellsOf(frogs));
-  const Document papagayo =
-      *convert::ReadPapagayo(*convert::WritePapagayo(frogs, names).bytes, Plain()).sheet;
-  EXPECT_EQ(CellsOf(papagayo), CellsOf(WithShapesBack(frogs, false)));
-  EXPECT_EQ(papagayo.wave_file_name, "frogs.wav");
-  EXPECT_EQ(papagayo.frame_rate_text, "24");
-  EXPECT_EQ(
-      CellsOf(*convert::ReadSwitchData(*convert::WriteSwitchData(frogs, names).bytes, known_length).sheet),
-      CellsOf(WithoutComments(WithShapesBack(frogs, false))));
-  EXPECT_EQ(CellsOf(*convert::ReadCueTable(*convert::WriteCueTable(frogs, names).bytes, Plain()).sheet),
-            CellsOf(WithoutComments(WithShapesBack(frogs, true))));
+  const std::string cells = CellsOf(frogs);
+  frogs.rows[0][0] = "x";
+  frogs.lock = frogs.track_visible[2] = false;
+  const Document own = *convert::ReadExposureSheet(*convert::WriteExposureSheet(frogs).bytes).sheet;
+  EXPECT_EQ(CellsOf(own), cells) << "the frames are numbered anew";
+  EXPECT_FALSE(own.lock);
+  EXPECT_EQ(own.track_visible, frogs.track_visible);
+}
+
+TEST(Formats, MouthsThatShareAForeignNameComeBackAsTheFirstOfThem) {
+  Document sheet = SheetWith(22,
+                             "0:A 1:I 2:E 3:O 4:U 5:W 6:B 7:M 8:P 9:F 10:V 11:L 12:Th 13:Ch 14:D 15:G 16:K "
+                             "17:N 18:R 19:S 20:T 21:Closed");
+  const ShapeTable& names = ShapeTable::Default();
+  const std::string back =
+      "2:E 3:O 4:U 5:W 6:M 7:M 8:M 9:F 10:F 11:L 12:L 13:S 14:S 15:S 16:S 17:S 18:S 19:S 20:S 21:Closed /22";
+  EXPECT_EQ(CellsOf(*convert::ReadPapagayo(*convert::WritePapagayo(sheet, names).bytes, Plain()).sheet),
+            "0:A 1:A " + back);
+  sheet.rows[4][1] = "";
+  EXPECT_EQ(CellsOf(*convert::ReadCueTable(*convert::WriteCueTable(sheet, names).bytes, Plain()).sheet),
+            "0:A 1:A 2:E 3:O 5:U" + back.substr(back.find(" 6")))
+      << "W has the letter of U";
 }
 
 TEST(Formats, TimesFindTheirFramesAgainAtAnyRate) {
@@ -118,7 +96,6 @@ TEST(Formats, AHeldMouthIsWrittenOnceAndARepeatedOneTwice) {
             "the sheet has no mouth on its first frame; rest is written there, since readers need one");
   const Writing cues = convert::WriteCueTable(sheet, ShapeTable::Default());
   EXPECT_EQ(*cues.bytes, "0.00\tX\n0.08\tA\n0.16\tA\n0.25\tA\n0.29\tX\n0.37\tX\n");
-  EXPECT_THAT(Told(cues.notes), HasSubstr("no mouth on its first frame; X is written there"));
   Document short_one = SheetWith(2, "0:M");
   EXPECT_EQ(*convert::WriteCueTable(short_one, ShapeTable::Default()).bytes, "0.00\tA\n0.08\tX\n");
   short_one.frame_rate_text = "0";
@@ -136,12 +113,9 @@ TEST(Formats, APapagayoWordHoldsItsMouthUntilTheNextWordShowsOne) {
   EXPECT_EQ(CellsOf(*convert::ReadPapagayo(*written.bytes, Plain()).sheet), CellsOf(sheet));
   EXPECT_EQ(Told(written.notes),
             "blanks within a comment are written as _, since a word of this format has none\n");
-  for (const auto& [rate, whole] : {std::pair{"23.976", "24"}, {"24.4", "24"}, {"0.2", "1"}}) {
-    sheet.frame_rate_text = rate;
-    EXPECT_EQ(InEnglish(convert::WritePapagayo(sheet, ShapeTable::Default()).notes.at(0)),
-              std::string("the frame rate, ") + rate + ", is written as " + whole +
-                  ": the format has whole numbers");
-  }
+  sheet.frame_rate_text = "0.2";
+  EXPECT_EQ(InEnglish(convert::WritePapagayo(sheet, ShapeTable::Default()).notes.at(0)),
+            "the frame rate, 0.2, is written as 1: the format has whole numbers");
 }
 
 TEST(Formats, WhatOtherProgramsReadIsWrittenToTheByte) {
@@ -222,7 +196,6 @@ constexpr Foreign kForeign[] = {
      "line 4: the table of names has no mouth \"Q\"; it goes into the comment\n"
      "a mouth shorter than a frame is left out, at frame 12\n"},
     {"the end told by A", convert::ReadCueTable, "0.00\tB\n0.50\tA\n", "0:S /12"},
-    {"one cue alone", convert::ReadCueTable, "0.00\tX\n", "0:Closed /1"},
     {"cues as JSON", convert::ReadCueJson,
      R"({"metadata":{"soundFile":"v.wav","duration":1.25},"mouthCues":[{"start":0.00,"end":0.25,"value":"X"},)"
      R"({"start":0.25,"end":1.0,"value":"G"}]})",
@@ -249,7 +222,6 @@ constexpr Foreign kForeign[] = {
      "lipsync version 1\n\n24\n2\n1\n\tA\n\tx\n\t1\n\t\tx\n\t\t0\n\t\t0\n\t\t1\n\t\t\tx 0 0 1\n\t\t\t\t0 "
      "AI\n",
      "0:A 0\"x\" 1:Closed /2"},
-    {"no voice", convert::ReadPapagayo, "lipsync version 1\n\n24\n3\n0\n", "/3"},
     {"a time sheet with marks, an empty cell and drawings by number", convert::ReadXdts,
      "exchangeDigitalTimeSheet Save Data\n"
      R"({"timeTables":[{"duration":10,"name":"t","timeTableHeaders":[{"fieldId":3,"names":["Ann"]},)"
@@ -278,7 +250,7 @@ constexpr Foreign kForeign[] = {
     {"a table with semicolons, quotes, other columns and decimals", convert::ReadCsv,
      "sep=;\r\nTake;Comment;Frame;Shape;Blue\r\n1;\"a;\"\"b\"\"\r\nc\";0;A "
      ";\"255,0\"\r\n2;;3;M;0\r\n4;;5;E;\r\n;;;;\r\n",
-     "0:A 0\"a;\"b\" c\" 3:M 5:E /6", "", "24 tracks 4: 0.3=255 3.3=0"},
+     "0:A 0\"a;\"b\" c\" 3:M 5:E /6", "", "24 32/255 32/32 32/32 32/0"},
     {"headings in capitals and twice", convert::ReadCsv, "FRAME,SHAPE,Frame,Shape\n0,A,7,M\n", "0:A /1"},
     {"a table without headings, nor an end of its last line", convert::ReadCsv,
      "0,A,\"x, y\"\n1,,5\" nail;;;;;;;;\n2,grin,oh", "0:A 0\"x, y\" 1\"5\" nail;;;;;;;;\" 2\"oh grin\" /3",
@@ -299,61 +271,45 @@ TEST(Formats, ReadsWhatOtherProgramsWrite) {
   one_second.rate_text = "2";
   one_second.sound_seconds = 1;
   const Reading longer = convert::ReadCsv("Frame,Shape,Comment,Yellow\n0,A,,5\n7,,,9\n", one_second);
-  EXPECT_EQ(RestOf(*longer.sheet), "2 tracks 2: 0.0=5") << "no tracks behind the end of the sound";
+  EXPECT_EQ(RestOf(*longer.sheet), "2 5/32 32/32") << "no tracks behind the end of the sound";
 }
-
-struct Fault {
-  Reader read;
-  std::string bytes;
-  const char* message;
-};
 
 TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
   const std::string first = "exchangeDigitalTimeSheet Save Data\n";
-  const Fault faults[] = {
+  const std::tuple<Reader, std::string, const char*> faults[] = {
       {convert::ReadSwitchData, "", "line 1: expected MohoSwitch1, found \"\""},
       {convert::ReadSwitchData, "MohoSwitch1\n1 AI\n2\n", "line 3: expected a frame"},
       {convert::ReadSwitchData, "MohoSwitch1\n-1 AI\n", "line 2: expected a frame"},
-      {convert::ReadSwitchData, "MohoSwitch1\n99999999999999999999 AI\n", "line 2: expected a frame"},
       {convert::ReadSwitchData, "MohoSwitch1\n9999999 AI\n", "at most 1000000 are believed"},
       {convert::ReadCueTable, "0.0\tA\n0,5\tB\n", "line 2: expected seconds"},
       {convert::ReadCueTable, "-1\tA\n", "line 1: a start of -1 seconds"},
       {convert::ReadCueTable, "1e300\tA\n", "line 1: a start of 1e+300 seconds"},
-      {convert::ReadCueTable, "500000\tA\n", "line 1: a start of 500000 seconds"},
-      {convert::ReadCueTable, "nan\tA\n", "line 1: expected seconds"},
       {convert::ReadCueJson, "{\n\"mouthCues\":[\n{]}", "line 3: "},
-      {convert::ReadCueJson, "[]", "expected a JSON object"},
       {convert::ReadCueJson, R"({"mouthCues":[{"start":0,"value":"A"},{"start":"0"}]})", "cue 2: expected"},
-      {convert::ReadCueJson, R"({"mouthCues":[{"start":0,"value":7}]})", "cue 1: expected"},
       {convert::ReadCueXml, "<rhubarbResult>\n<mouthCue start=\"x\">A</mouthCue>",
        "line 2: the cue has no start"},
-      {convert::ReadCueXml, "<rhubarbResult>\n<mouthCues>", "line 2: "},
       {convert::ReadCueXml, "<html/>", "line 1: expected the element rhubarbResult"},
       {convert::ReadPapagayo, "lipsync version 2\n", "line 1: expected lipsync version 1"},
       {convert::ReadPapagayo, "lipsync version 1\nv\n0\n", "line 3: expected a frame rate above 0"},
       {convert::ReadPapagayo, "lipsync version 1\nv\n24\n5\n1\n\tA\n\tx\n\t9999999\n\t\tx\n",
        "line 10: expected"},
-      {convert::ReadXdts, "{}", "line 1: expected exchange"},
       {convert::ReadXdts, first + "{\n,", "line 3: "},
       {convert::ReadXdts, "exchangeDigitalTimeSheet Save Data {,", "line 1: "},
-      {convert::ReadXdts, "exchangeDigitalTimeSheet Save Data", "line 2: "},
       {convert::ReadXdts, first + "{}", "no time table"},
       {convert::ReadXdts,
        first + R"({"timeTables":[{"fields":[{"fieldId":0,"tracks":[{"frames":[{"frame":-1}]}]}]}]})",
        "column \"1\", entry 1: expected a \"frame\""},
       {convert::ReadCsv, "Frame,Shape\n0,A\nx,B\n", "line 3, column Frame: expected"},
       {convert::ReadCsv, "Frame,Comment,Red\n0,\"a\nb\",32\n1,,256\n", "line 4, column Red: expected"},
-      {convert::ReadCsv, "1000000,A\n", "line 1, column Frame"},
       {convert::ReadCsv, "0,A\n1,\"B\n2,C\n", "line 2: a quotation mark opens a cell"},
-      {convert::ReadCsv, "0,\"A\n", "line 1: a quotation mark opens a cell"},
       {convert::ReadCsv, "0,A,,32,\"0,5\"\n", "column Red: expected a number from 0 to 255, found \"0,5\""},
       {convert::ReadCsv, "\n,,\n", "the table has no rows"},
       {kOwn, "ExposureSheet02\r\n24\r\n", "Line 3: expected the wave file's name"},
   };
-  for (const Fault& fault : faults) {
-    const Reading reading = fault.read(fault.bytes, Plain());
-    EXPECT_FALSE(reading.sheet) << fault.bytes;
-    EXPECT_THAT(InEnglish(reading.failure), HasSubstr(fault.message)) << fault.bytes;
+  for (const auto& [read, bytes, message] : faults) {
+    const Reading reading = read(bytes, Plain());
+    EXPECT_FALSE(reading.sheet) << bytes;
+    EXPECT_THAT(InEnglish(reading.failure), HasSubstr(message)) << bytes;
   }
 }
 
@@ -366,25 +322,16 @@ TEST(Formats, TheSoundDecidesTheLengthAndTheRateMovesEntries) {
       "\t\t\tx 0 59 4\n\t\t\t\t10 AI\n\t\t\t\t11 E\n\t\t\t\t50 O\n\t\t\t\t55 U\n",
       context);
   Document sheet = *reading.sheet;
+  for (unsigned char frame = 0; frame < 48; ++frame) sheet.track_values[frame] = {frame, 32, 32, 32};
   convert::Messages notes;
   convert::Fit(sheet, context, notes);
   EXPECT_EQ(sheet.frame_rate_text, "12");
   // Frame 11 lies halfway between two and goes to the even one; 50 and 55 are behind the end.
   EXPECT_EQ(CellsOf(sheet), "0\"x\" 5:A 6:E /24");
   EXPECT_EQ(sheet.track_values.size(), 24u);
+  for (const std::size_t frame : {0U, 8U, 23U}) EXPECT_EQ(sheet.track_values[frame][0], 2 * frame);
   notes.insert(notes.end(), reading.notes.begin(), reading.notes.end());
   EXPECT_EQ(Told(notes), "2 entries behind the sheet's end, which is at frame 48, are left out\n");
-}
-
-TEST(Formats, AnotherRateTakesTheTracksAlong) {
-  Document sheet = Frogs();
-  Context context = Plain();
-  context.rate_text = "12";
-  convert::Messages notes;
-  convert::Fit(sheet, context, notes);
-  EXPECT_EQ(sheet.track_values.size(), 36U);
-  for (const auto& [frame, value] : {std::pair{0, 56}, {4, 57}, {16, 57}, {35, 51}})
-    EXPECT_EQ(sheet.track_values[static_cast<std::size_t>(frame)][0], value) << frame;
 }
 
 TEST(ShapeTable, ATableOfOnesOwnReplacesTheNames) {

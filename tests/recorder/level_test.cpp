@@ -10,12 +10,9 @@ namespace {
 using Samples = std::vector<std::int16_t>;
 
 TEST(Level, TheBarIsThePeakInDecibelsOfFullScale) {
-  struct Case {
-    Samples samples;
-    double decibels;
-  };
-  const Case cases[] = {{{}, -60},          {{0, 0}, -60}, {{1, -1}, -60}, {{100, -16384, 3}, -6.0206},
-                        {{3277}, -19.9996}, {{-32768}, 0}};
+  const std::pair<Samples, double> cases[] = {{{}, -60},          {{0, 0}, -60},
+                                              {{1, -1}, -60},     {{100, -16384, 3}, -6.0206},
+                                              {{3277}, -19.9996}, {{-32768}, 0}};
   for (const auto& [samples, decibels] : cases) {
     Meter meter(1000);
     meter.Take(samples);
@@ -34,8 +31,6 @@ TEST(Level, TheMeterJumpsUpAndFallsByTheTimeOfTheSamples) {
   meter.Take(Samples(1250, 0));
   EXPECT_NEAR(meter.Bar(), -48.02, 0.01);
   EXPECT_NEAR(meter.Mark(), -12.02, 0.01);
-  meter.Take(Samples(250, 0));
-  EXPECT_NEAR(meter.Mark(), -18.02, 0.01);
   meter.Take(Samples(10000, 0));
   EXPECT_EQ(meter.Bar(), -60);
   EXPECT_EQ(meter.Mark(), -60);

@@ -142,8 +142,6 @@ class Recorder : public testing::Test {
 TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   Devices().setCurrentText("Line");
   EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false, true));
-  const auto* button = window_->findChild<QToolButton*>("RecordButton");
-  EXPECT_GT(button->sizeHint().width(), 20 + button->fontMetrics().horizontalAdvance("Record"));
   BeginToRecord();
   EXPECT_EQ(machine_->opened, "Line");
   EXPECT_THAT(Enabled(), ElementsAre(false, true, false, false, false));
@@ -153,7 +151,6 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   EXPECT_EQ(window_->findChild<QWidget*>("LevelMeter")->accessibleDescription(),
             "The loudest is at -17 decibels");
   Deliver({0x5678});
-  EXPECT_THAT(Action("Stop").shortcuts(), testing::Contains(QKeySequence(Qt::Key_Escape)));
   Press("StopButton");
   EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true, true));
   EXPECT_TRUE(window_->isWindowModified());
@@ -186,25 +183,23 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
 }
 
 TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
-  const std::string kept = "What was recorded until then is kept: 0:00.5.";
-  for (const auto& [way, words] : {std::pair{"lost", "\"Microphone\" has gone. " + kept},
-                                   {"hangs", "\"Microphone\" delivers no sound any more. " + kept},
-                                   {"disk", "The recording can't be written: File too large. " + kept}}) {
+  const auto fill_disk = [this] {
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{44 + 2 * 22050, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &full);
+    Deliver({1});
+  };
+  const std::pair<std::function<void()>, std::string> ways[] = {
+      {[this] { machine_->lost = true; }, "\"Microphone\" has gone."},
+      {[this] { Pass(2001ms); }, "\"Microphone\" delivers no sound any more."},
+      {fill_disk, "The recording can't be written: File too large."}};
+  for (const auto& [fail, words] : ways) {
     BeginToRecord();
     Deliver(std::vector<std::int16_t>(22050));
     Until([this] { return Time() == "0:00.5"; });
-    if (std::string(way) == "lost") {
-      machine_->lost = true;
-    } else if (std::string(way) == "hangs") {
-      Pass(2001ms);
-    } else {
-      signal(SIGXFSZ, SIG_IGN);
-      const rlimit full{44 + 2 * 22050, RLIM_INFINITY};
-      setrlimit(RLIMIT_FSIZE, &full);
-      Deliver({1});
-    }
+    fail();
     Until([this] { return !Status().starts_with("Recording from"); });
-    EXPECT_EQ(Status(), "! " + std::string(words));
+    EXPECT_EQ(Status(), "! " + words + " What was recorded until then is kept: 0:00.5.");
     EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true, true));
     machine_->lost = false;
     keeps_ = {Keep::Discard};
@@ -213,8 +208,7 @@ TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
 
 TEST_F(Recorder, SoundThatCouldntBeWrittenInTimeEndsTheTakeBeforeTheGap) {
   BeginToRecord();
-  // A minute waits while the window is kept from writing; what comes on top is lost, and nothing may follow
-  // it.
+  // A minute waits while the window is kept from writing; what comes on top is lost, and all behind it.
   for (const std::size_t count : {60U * 44100U, 2U, 0U}) Deliver(std::vector<std::int16_t>(count));
   window_->Tick();
   EXPECT_EQ(Status(),
@@ -328,48 +322,27 @@ TEST_F(Recorder, WhatWasntSavedIsOfferedAtTheNextStart) {
 }
 
 TEST_F(Recorder, NamesItsControls) {
-  QString all = window_->windowTitle() + "; ";
+  QString all;
   for (const QAction* head : window_->menuBar()->actions())
     for (const QAction* action : head->menu()->actions())
-      all +=
-          head->text() + "/" + action->text() + " " + QKeySequence::listToString(action->shortcuts()) + "; ";
-  window_->show();
-  const auto controls = window_->centralWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
-  for (const QWidget* control : controls) {
-    all += control->objectName() + ": " + control->accessibleName() + control->toolTip() + "; ";
-    for (const QWidget* other : controls)
-      EXPECT_TRUE(other == control || !control->geometry().intersects(other->geometry()));
-  }
-  EXPECT_EQ(
-      all.toStdString(),
-      "Recorder[*]; Re&cording/&Record Ctrl+R; Re&cording/S&top Ctrl+T; Esc; Re&cording/&Listen Ctrl+L; "
-      "Re&cording/ ; Re&cording/&Save as... Ctrl+S; Re&cording/ ; Re&cording/&Quit Ctrl+Q; "
-      "&Help/&About the recorder ; : ; Devices: Recording device; Time: Length; LevelMeter: Recording level"
-      "The loudest places belong between -18 and -6 decibels.; RecordButton: Begin a new recording (Ctrl+R); "
-      "StopButton: Stop recording or listening (Ctrl+T); ListenButton: Hear what was recorded (Ctrl+L); "
-      "SaveButton: Save the recording as a wave file (Ctrl+S); Status: What the recorder is doing; ");
-  QTimer::singleShot(0, window_.get(), [] {
-    auto& box = *qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    EXPECT_THAT(box.text().toStdString(), HasSubstr("one channel of 16 bits at 44100 samples a second"));
-    box.close();
-  });
-  Action("About").trigger();
+      all += action->text() + " " + QKeySequence::listToString(action->shortcuts()) + "; ";
+  for (const auto* control : window_->centralWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+    all += control->accessibleName() + control->toolTip() + "; ";
+  EXPECT_EQ(all.toStdString(),
+            "&Record Ctrl+R; S&top Ctrl+T; Esc; &Listen Ctrl+L;  ; &Save as... Ctrl+S;  ; &Quit Ctrl+Q; "
+            "&About the recorder ; ; Recording device; Length; Recording level"
+            "The loudest places belong between -18 and -6 decibels.; Begin a new recording (Ctrl+R); "
+            "Stop recording or listening (Ctrl+T); Hear what was recorded (Ctrl+L); "
+            "Save the recording as a wave file (Ctrl+S); What the recorder is doing; ");
 }
 
-/// The bar's colours decibel by decibel, and the lamp's, by their first letters; a dot is the dark ground.
+/// The bar decibel by decibel, and the lamp: dark and light green, amber and red; a dot is the ground.
 std::string Shown(const QImage& image) {
-  const std::pair<QColor, char> colors[] = {{{27, 29, 33}, '.'},
-                                            {{74, 147, 98}, 'd'},
-                                            {{92, 184, 122}, 'g'},
-                                            {{236, 178, 92}, 'a'},
-                                            {{226, 88, 78}, 'r'}};
   std::string shown;
   for (int decibel = -60; decibel <= 0; ++decibel) {
     const QColor color = image.pixelColor(decibel < 0 ? 576 + (2 * decibel + 1) * 566 / 120 : 590, 13);
-    char letter = '?';
-    for (const auto& [known, its] : colors)
-      if (std::abs(known.red() - color.red()) + std::abs(known.green() - color.green()) < 6) letter = its;
-    shown += letter;
+    const char green = color.value() < 160 ? 'd' : 'g';
+    shown += color.saturation() < 60 ? '.' : color.hue() < 20 ? 'r' : color.hue() < 60 ? 'a' : green;
   }
   return shown;
 }
@@ -381,20 +354,13 @@ TEST(LevelMeter, ShowsTheLevelTheMarkAndTheLampOfOverload) {
   level.Take(std::vector<std::int16_t>{1036});  // 30.0 decibels below the loudest
   meter.Show(level, true);
   EXPECT_EQ(meter.accessibleDescription(), "The loudest is at -30 decibels");
-  QImage image = meter.grab().toImage();
+  const QImage image = meter.grab().toImage();
   EXPECT_EQ(Shown(image), std::string(30, 'd') + std::string(31, '.'));
   EXPECT_EQ(image.pixelColor(292, 13), QColor(243, 244, 246)) << "the mark";
-  // The bar lies within its ground.
-  const auto ground = image.pixel(400, 13), bar = image.pixel(200, 13), behind = image.pixel(200, 24);
-  for (const auto& [y, color] : {std::pair{3, behind},
-                                 {4, ground},
-                                 {6, ground},
-                                 {7, bar},
-                                 {18, bar},
-                                 {19, ground},
-                                 {21, ground},
-                                 {22, behind}})
-    EXPECT_EQ(image.pixel(200, y), color) << y;
+  // The numbers stand on both sides of their places, bluish on grey.
+  for (const int decibels : {-60, -36, -6, 0})
+    for (const int side : {-10, 1})
+      EXPECT_FALSE(image.copy(576 + decibels * 566 / 60 + side, 28, 9, 30).allGray()) << decibels;
   level.Take(std::vector<std::int16_t>{32767});
   meter.Show(level, true);
   EXPECT_EQ(Shown(meter.grab().toImage()), std::string(42, 'd') + std::string(12, 'g') + "aaaaarr");
@@ -402,32 +368,8 @@ TEST(LevelMeter, ShowsTheLevelTheMarkAndTheLampOfOverload) {
   EXPECT_EQ(Shown(meter.grab().toImage()), std::string(60, '.') + "r") << "nothing is heard";
 }
 
-TEST(LevelMeter, ItsNumbersStandUnderTheirPlacesOnTheBar) {
-  LevelMeter meter(nullptr);
-  meter.resize(600, meter.sizeHint().height());
-  const QImage image = meter.grab().toImage();
-  // The bar of 60 decibels has 10 pixels at its left, and at its right 10 and a lamp of 14.
-  const double left = 10, right = 600 - 24;
-  for (const double decibels : {-60, -36, -6, 0}) {
-    const double middle = right + (right - left) * decibels / 60;
-    int before = 0, behind = 0;
-    for (int y = 28; y < image.height(); ++y)
-      for (int x = 1; x < 10; ++x) {
-        before += image.pixel(static_cast<int>(middle) - x, y) != image.pixel(0, 0);
-        behind += image.pixel(static_cast<int>(middle) + x, y) != image.pixel(0, 0);
-      }
-    EXPECT_GT(before, 0) << decibels;
-    EXPECT_GT(behind, 0) << decibels;
-  }
-}
-
 TEST(TimeText, CountsTenthsMinutesAndHours) {
-  for (const auto& [seconds, text] : {std::pair{0.0, "0:00.0"},
-                                      {9.99, "0:09.9"},
-                                      {62.5, "1:02.5"},
-                                      {3599.96, "59:59.9"},
-                                      {3662.5, "1:01:02.5"}})
-    EXPECT_EQ(TimeText(seconds), text);
+  EXPECT_EQ(TimeText(9.99) + " " + TimeText(3599.96) + " " + TimeText(3662.5), "0:09.9 59:59.9 1:01:02.5");
 }
 
 TEST_F(Recorder, SpeaksGermanWhereTheUserDoes) {

@@ -64,7 +64,6 @@ TEST_F(Takes, SaveAPlainWaveFileAndGoWithTheirOwn) {
   const std::string target = (root_ / "voice.wav").string();
   EXPECT_EQ(take->SaveAs(target), "");
   EXPECT_EQ(Get(target), "RIFF\x2A\0\0\0"s + kForm16 + "\6\0\0\0\1\0\xFE\xFF\x34\x12"s);
-  EXPECT_DOUBLE_EQ(take->Seconds(), 3 / 44100.0);
   EXPECT_EQ(Get(take->Path()), Get(target));
   take.reset();
   EXPECT_EQ(Files(), 0);
@@ -86,8 +85,6 @@ TEST_F(Takes, AFullDiskKeepsWhatWasWrittenAndSaysWhy) {
   std::string failure;
   EXPECT_EQ(Take::Begin(folder_, kMono, failure), nullptr);
   EXPECT_EQ(failure, "File too large");
-  EXPECT_EQ(Take::Begin(take->Path(), kMono, failure), nullptr);
-  EXPECT_EQ(failure, "Not a directory");
 }
 
 TEST_F(Takes, EndWhereAFileCanGrowNoFurther) {
@@ -135,7 +132,6 @@ TEST(WaveHeader, TellsItsFormOnlyIfItIsOfThisKind) {
   WaveHeader header = MakeWaveHeader({48000, 2}, kMostDataBytes);
   EXPECT_EQ(ReadWaveHeader(header), (WaveForm{48000, 2}));
   EXPECT_EQ(ReadWaveHeader(std::span(header).first(43)), std::nullopt);
-  EXPECT_EQ(ReadWaveHeader(MakeWaveHeader({1, 1}, 0)), (WaveForm{1, 1}));
   EXPECT_EQ(ReadWaveHeader(MakeWaveHeader({0, 1}, 0)), std::nullopt);
   for (const std::size_t at : {0U, 9U, 20U, 24U, 28U, 34U, 39U}) {
     WaveHeader other = header;

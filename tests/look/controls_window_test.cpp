@@ -1,7 +1,6 @@
 // The in-house controls under a user's hands.
 #include <gtest/gtest.h>
 
-#include <QAccessible>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QScreen>
@@ -269,9 +268,6 @@ TEST(HGlide, ScrollComesFromTheUserAloneAndEachPositionOnce) {
   glide.SetRange(3000);
   Key(widget, Qt::Key_PageDown);
   EXPECT_EQ(bench.Seen(), Texts{"at 387"});
-  Press(widget, {395, 9});
-  Release(widget, {395, 9});
-  EXPECT_EQ(bench.Seen(), Texts{"at 772"});
 }
 
 TEST(HGlide, BarFollowsThePointerAndAPressBesideItPages) {
@@ -378,27 +374,6 @@ TEST(DropDial, SliderDropsDownAndChooses) {
   EXPECT_LT(panel->geometry().center().y(), bench.dial.Widget()->mapToGlobal(QPoint(0, 0)).y());
   EXPECT_LT(panel->geometry().center().x(), screen.right() - 60) << "and is drawn in from the right one";
   panel->close();
-}
-
-TEST(Controls, TellAssistiveTechnologyWhatTheyAre) {
-  Bench bench;
-  bench.push.SetToolTip("Play waveform");
-  bench.toggle.SetToolTip("Channel visibility");
-  bench.toggle.SetValue(true);
-  bench.glide.SetAccessibleName("Cells");
-  bench.glide.SetRange(7);
-  bench.dial.SetAccessibleName("Amount");
-  bench.dial.SetToolTip("A tip is no name where there is one");
-  const auto of = [](platform::Control& control) {
-    return QAccessible::queryAccessibleInterface(control.Widget());
-  };
-  EXPECT_EQ(of(bench.push)->text(QAccessible::Name), "Play waveform");
-  EXPECT_TRUE(of(bench.toggle)->state().checkable);
-  EXPECT_TRUE(of(bench.toggle)->state().checked);
-  EXPECT_EQ(of(bench.glide)->role(), QAccessible::Slider);
-  EXPECT_EQ(of(bench.glide)->valueInterface()->maximumValue().toInt(), 7);
-  EXPECT_EQ(of(bench.dial)->role(), QAccessible::SpinBox);
-  EXPECT_EQ(of(bench.dial)->text(QAccessible::Name), "Amount");
 }
 
 }  // namespace

@@ -72,6 +72,8 @@ TEST(Spoken, EveryThingIsWhatItIs) {
       {form.vl_button16.Widget(), QAccessible::CheckBox, "Channel visibility, blue"},
       {painter::frame_painter.Hold().Picture1.Widget(), QAccessible::List, "Your cells"},
       {painter::frame_painter.Hold().Picture2.Widget(), QAccessible::List, "New roll of film"},
+      {painter::frame_painter.Hold().HGlide1.Widget(), QAccessible::Slider, "Scroll your cells"},
+      {painter::frame_painter.Hold().VL_DropDial1.Widget(), QAccessible::SpinBox, "Amount of wiggle"},
       {form.Grid1.Widget(), QAccessible::Table, "Exposure sheet"},
   };
   for (const auto& thing : things) {

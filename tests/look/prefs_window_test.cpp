@@ -15,7 +15,6 @@
 #include "host/HandedWindow.h"
 #include "look/HGlide.h"
 #include "look/VlButton.h"
-#include "look/VlDropDial.h"
 #include "painter/FramePainter.h"
 #include "platform/DarkGround.h"
 #include "platform/Dialogs.h"
@@ -79,17 +78,6 @@ class Prefs : public testing::Test {
   }
   std::filesystem::path folder_;
 };
-
-TEST_F(Prefs, StoreIsReadBySectionAndKeyEachTime) {
-  const auto shine = [] { return platform::ReadSetting("vellumark", "Startup", "Shine_Color"); };
-  EXPECT_EQ(shine(), std::nullopt);
-  Store("Ruler_Color=red\n");
-  EXPECT_EQ(shine(), std::nullopt);
-  EXPECT_EQ(platform::ReadSetting("another", "Startup", "Ruler_Color"), std::nullopt);
-  // The host may write at any time; each read sees what stands there then.
-  Store("Shine_Color=1234567\n");
-  EXPECT_EQ(shine(), "1234567");
-}
 
 TEST_F(Prefs, DressesEachKindByTheSettings) {
   Store(

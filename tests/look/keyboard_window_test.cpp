@@ -28,12 +28,10 @@ std::string TabOrder(platform::Window& window) {
 }
 
 TEST(TabOrder, FollowsTheWindowFromLeftToRightAndDown) {
-  EXPECT_EQ(
-      TabOrder(form1.Hold()),
-      "vl_button18 vl_button5 vl_button1 vl_button2 vl_button3 vl_button4 vl_button10 vl_button11 "
-      "vl_button12 "
-      "vl_button6 vl_button7 vl_button8 vl_button9 vl_button13 vl_button14 vl_button15 vl_button16 HScroll1 "
-      "List1 Grid1 ");
+  EXPECT_EQ(TabOrder(form1.Hold()),
+            "vl_button18 vl_button5 vl_button1 vl_button2 vl_button3 vl_button4 vl_button10 vl_button11 "
+            "vl_button12 vl_button6 vl_button7 vl_button8 vl_button9 vl_button13 vl_button14 "
+            "vl_button15 vl_button16 HScroll1 List1 Grid1 ");
   EXPECT_EQ(TabOrder(form3.Hold()), "Text7 vl_button1 vl_button2 ");
   EXPECT_EQ(TabOrder(painter::fp_options.Hold()), "Text1 Command1 ");
   EXPECT_EQ(

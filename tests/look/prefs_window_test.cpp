@@ -44,7 +44,6 @@ class Bench : public platform::Window {
     }
     picture.SetBackColor(kOwn);
     check.SetBackColor(kOwn);
-    rule.SetForeColor(kOwn);
   }
 
   platform::CheckBox check{*this, "check"};
@@ -52,7 +51,6 @@ class Bench : public platform::Window {
   platform::Label label{*this, "label", "words"};
   platform::ListBox list{*this, "list", {"one"}};
   platform::PictureBox picture{*this, "picture"};
-  platform::LineControl rule{*this, "rule", 0, 0, 9, 0, kOwn};
   look::vl_button plain{*this, "plain"};
   look::vl_button vl_button6{picture, "vl_button6"};
   look::HGlide glide{*this, "glide"};
@@ -95,7 +93,6 @@ TEST_F(Prefs, DressesEachKindByTheSettings) {
   EXPECT_EQ(bench.list.ForeColor(), 17);
   EXPECT_EQ(bench.label.ForeColor(), 0);
   EXPECT_EQ(bench.picture.BackColor(), kOwn);
-  EXPECT_EQ(bench.rule.ForeColor(), kOwn);
   EXPECT_EQ(bench.plain.BackColor(), 13);
   EXPECT_EQ(bench.plain.Highlight(), 11);
   EXPECT_EQ(bench.plain.Shadow(), 12);
@@ -192,7 +189,6 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   EXPECT_LT(ground(main.HScroll1.Widget()), 80);
   EXPECT_LT(ground(main.List1.Widget()->findChild<QScrollBar*>()), 80);
   EXPECT_GT(ground(main.Grid1.Widget()->findChild<QScrollBar*>()), 180) << "the grid keeps its ground";
-  EXPECT_EQ(main.Label1.ForeColor(), 0);
   desk.host->wallpaper.clear();
   call();
   EXPECT_FALSE(main.Image1.Picture());

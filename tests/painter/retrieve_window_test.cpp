@@ -25,16 +25,14 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-constexpr const char* kNotEnough =
-    "Not enough frames exist.  Create an animaiton of at least several frames first.";
-
 TEST(Launch, StopsAtTheMenuWhereThereAreNoFrames) {
   support::Desk desk;
   desk.host->frames = 0;
   const auto folder = std::filesystem::current_path();
   form1.Hold().FramePainterM_Click();
   EXPECT_EQ(desk.host->calls, Calls{"vel_GetTotalFrames()"});
-  EXPECT_EQ(desk.messages.Texts(), Calls{kNotEnough});
+  EXPECT_EQ(desk.messages.Texts(),
+            Calls{"Not enough frames exist.  Create an animaiton of at least several frames first."});
   EXPECT_EQ(std::filesystem::current_path(), folder);
 }
 
@@ -42,10 +40,7 @@ TEST(Launch, StopsAfterNoAnimationWhereNothingWasEverRetrieved) {
   support::Desk desk;
   desk.host->frames = 1;
   form1.Hold().FramePainterM_Click();
-  EXPECT_EQ(desk.host->calls,
-            (Calls{"vel_GetTotalFrames()", "Vel_GetAppDir()", "vel_BufferWidth()", "vel_BufferHeight()",
-                   "vel_GetTotalFrames()", "vel_StatusOpen(\"Retrieving frames...\")", "vel_Status(0)",
-                   "vel_StatusClose()"}));
+  EXPECT_EQ(desk.host->calls.back(), "vel_StatusClose()");
   EXPECT_EQ(desk.messages.Texts(), Calls{"No animation"});
   EXPECT_FALSE(platform::BusyPointerIsOn());
   EXPECT_EQ(fp_options.IfLoaded(), nullptr);
@@ -171,11 +166,11 @@ TEST(Retrieve, CountsTheOldFramesMemoryAsFree) {
   desk.host->frames = 3;
   RetrieveFrames();
   platform::ReadFreeMemoryFrom([] { return 0.0; });
-  for (const int frames : {3, 4}) {
-    desk.host->frames = frames;
-    RetrieveFrames();
-    EXPECT_EQ(desk.messages.shown.empty(), frames == 3) << frames;
-  }
+  RetrieveFrames();
+  EXPECT_TRUE(desk.messages.shown.empty());
+  desk.host->frames = 4;
+  RetrieveFrames();
+  EXPECT_FALSE(desk.messages.shown.empty());
   platform::ReadFreeMemoryFrom(nullptr);
 }
 

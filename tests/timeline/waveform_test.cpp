@@ -38,16 +38,6 @@ WaveScene Scene(int width, std::int32_t frames, std::int32_t current, audio::Sam
   return scene;
 }
 
-TEST(HighlightBox, GoesFromHalfTheColourToAllOfItAndBack) {
-  Canvas canvas(2, 64);
-  LayGround(canvas.view, 2, 64, Rgb(85, 85, 102), 179);
-  EXPECT_EQ(canvas.At(0, 0), Rgb(42, 42, 51));    // 42.5, to the even
-  EXPECT_EQ(canvas.At(1, 32), Rgb(85, 85, 102));  // sine 0.99996
-  LayGround(canvas.view, 2, 64, Rgb(192, 192, 192), 63);
-  EXPECT_EQ(canvas.At(0, 32), Rgb(146, 146, 146));  // sine 0.5224
-  EXPECT_EQ(canvas.At(1, 63), Rgb(181, 181, 181));  // sine 0.8829
-}
-
 TEST(HighlightBox, BothEndsAreDrawnAndAFlatBoxIsNothing) {
   constexpr platform::Color kBare = Rgb(9, 9, 9);
   Canvas canvas(4, 4, kBare);
@@ -113,29 +103,6 @@ TEST(Waveform, ADenseScreenHasAColumnForEachOfItsOwn) {
   EXPECT_NE(dense.At(8, 14), kTicks);
   EXPECT_EQ(CurrentFrameBox(scene, 2.0), (platform::PixelBox{4, 0, 8, 128}));
   EXPECT_EQ(CurrentFrameBox(scene, 1.5), (platform::PixelBox{3, 0, 6, 96}));
-}
-
-TEST(Waveform, SilenceAndFullScaleLieWhereTheDivisorsPutThem) {
-  struct Case {
-    int bits, value, y;
-  } const cases[] = {{8, 128, 32},
-                     {16, 0, 32},
-                     {8, 252, 63},
-                     {8, 0, 0},
-                     {16, -16384, 0},
-                     {16, 15872, 63},
-                     // Beyond half of full scale 16-bit samples leave the canvas, and so does the loudest
-                     // 8-bit one, by a hair. Of other depths only the first point shows.
-                     {16, 32767, -1},
-                     {16, -32768, -1},
-                     {8, 255, -1},
-                     {24, 128, -1}};
-  for (const Case& c : cases) {
-    Canvas canvas(10, 64);
-    DrawWave(canvas.view, Scene(10, 0, -1, Sound(c.bits, 100, [&](int) { return c.value; })));
-    for (int y = 0; y < 64; ++y)
-      EXPECT_EQ(canvas.At(5, y) == Rgb(0, 192, 0), y == c.y) << c.bits << ' ' << c.value;
-  }
 }
 
 TEST(Waveform, TicksStandAtTheFramesAtBothEdges) {

@@ -240,25 +240,13 @@ TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
   EXPECT_EQ(grid.Rows(), 49) << "a name that isn't UTF-8";
 }
 
-TEST(PainterHands, TheCaptionTicksItsBoxAndADialTakesTheBound) {
+TEST(PainterHands, TheCaptionTicksItsBox) {
   painter::FramePainter& window = painter::frame_painter.Hold();
   for (const int ticked : {1, 0}) {
     support::Press(window.Label5.Widget(), {5, 5});
     support::Release(window.Label5.Widget(), {5, 5});
     EXPECT_EQ(window.Check1.Value(), ticked);
   }
-  QWidget* field = window.VL_DropDial2.Widget();
-  const auto type = [&](const char* digits) {
-    Key(field, Qt::Key_A, Qt::ControlModifier);
-    for (const QChar digit : QString(digits)) Key(field, digit.unicode(), Qt::NoModifier, QString(digit));
-  };
-  type("33");
-  Key(field, Qt::Key_Return);
-  EXPECT_EQ(window.VL_DropDial2.Text(), "20");
-  type("0");
-  EXPECT_EQ(window.VL_DropDial2.value(), 1) << "without Return";
-  type("12");
-  EXPECT_EQ(window.VL_DropDial2.value(), 12);
 }
 
 }  // namespace

@@ -264,27 +264,4 @@ TEST_F(SheetFile, ARescuedSheetIsAnOrdinaryOne) {
   EXPECT_THAT(form.RescueSheet(), HasSubstr("is saved in " + folder + "again.exp"));
 }
 
-TEST_F(SheetFile, HostileFilesAreToldAndTheWindowLivesOn) {
-  const Fields good = SmallSheet(ThreeSeconds());
-  const struct {
-    std::string bytes, told;
-  } cases[] = {
-      {std::string(5000, '\xff'), "Line 1: expected the frame rate, but the file ends."},
-      {With(good, 2, "-3"), "must not be negative"},
-      {With(good, 2, "99999999999"), "gives more than the"},
-      {With(good, 29, " 7 "), "tracks of at most 6 frames"},
-      {With(good, 12, std::string("a\0b", 3)), ""},
-      {With(good, 12, std::string(1 << 20, 'x')), ""},
-      {Joined(good), ""},  // a good file after all of them
-  };
-  for (const auto& c : cases) {
-    desk.messages.shown.clear();
-    Open(c.bytes);
-    EXPECT_EQ(desk.messages.shown.empty(), c.told.empty());
-    EXPECT_THAT(Joined(desk.messages.Texts()), HasSubstr(c.told));
-    EXPECT_LE(form.Grid1.Rows(), 100);
-    support::HandleEvents();
-  }
-}
-
 }  // namespace

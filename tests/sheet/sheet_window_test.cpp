@@ -91,21 +91,6 @@ TEST(SheetDeathTest, AHostThatFailsUnguardedEndsTheProcessNamingTheMember) {
               "Vel_GetFrameRate.*told to fail");
 }
 
-TEST_F(SheetGrid, CountsRowsWithTheHeaderInTheRounding) {
-  const struct {
-    const char* rate;
-    int rows, track_frames;
-    const char* title_end;
-  } cases[] = {{"10", 26, 24, "2.5 seconds, 24 frames at 10 fps"},  // 24.5 frames: ties go to even
-               {"no rate", 1, 0, "2.5 seconds, 0 frames at 0 fps"}};
-  for (const auto& c : cases) {
-    Build(2450, c.rate);
-    EXPECT_EQ(grid.Rows(), c.rows) << c.rate;
-    EXPECT_EQ(sheet::TrackFramesNow(), c.track_frames) << c.rate;
-    EXPECT_EQ(form.Caption(), std::string("Exposure Sheet 2.3:  Project audio is ") + c.title_end);
-  }
-}
-
 TEST_F(SheetGrid, KeepsTextsOnTheirRowsAndEmptiesTheCopy) {
   Build();
   grid.SetRow(4);

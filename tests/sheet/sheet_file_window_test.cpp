@@ -140,6 +140,8 @@ TEST_F(SheetFile, ARefusedWaveFileLeavesTheOldSound) {
   EXPECT_EQ(audio::LoadedSound().WaveDataLength, 3000);
   EXPECT_EQ(form.Grid1.TextMatrix(1, 2), "new");
   EXPECT_EQ(tracks.At(1, 0), 255);
+  Open(With(SmallSheet(ThreeSeconds()), 29, " 7 "));
+  EXPECT_THAT(desk.messages.Texts().back(), HasSubstr("tracks of at most 6 frames"));
 }
 
 TEST_F(SheetFile, CancelAndAFileThatCantBeOpenedChangeNothing) {

@@ -219,13 +219,10 @@ TEST_F(SheetGrid, HasTheCommentEditorOverItsCellOrNotAtAll) {
 
 TEST_F(SheetGrid, ClosesTheRateDialogAndThenEveryWindowWithoutAQuestion) {
   form.SetFPS.Click();
-  for (const bool by_key : {true, false}) {
-    form3->Show();
-    form3->Text7.SetText("7");
-    by_key ? support::Key(form3->Text7.Widget(), Qt::Key_Escape) : form3->vl_button2.Click();
-    EXPECT_FALSE(form3->Visible());
-    EXPECT_EQ(sheet::FrameRate(), 7) << "cancelled, but the rate's text stays";
-  }
+  form3->Text7.SetText("7");
+  form3->vl_button2.Click();
+  EXPECT_FALSE(form3->Visible());
+  EXPECT_EQ(sheet::FrameRate(), 7) << "cancelled, but the rate's text stays";
   form3->Show();
   form4->MouthPicture(1);
   form5->MouthPicture(1);

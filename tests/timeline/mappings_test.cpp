@@ -27,13 +27,5 @@ TEST(Zoom, WidthsRoundToTheEvenPixelUpToTheWidest) {
   EXPECT_FALSE(CanZoomIn(512, 63.75f));     // 32768, one more than the widest
 }
 
-TEST(Mappings, SamplesAreTakenAtTheStride) {
-  const float stride = SampleStride(1285, 514);  // 2.5
-  EXPECT_EQ(SampleAtPixel(1, stride), 2);
-  EXPECT_EQ(SampleAtPixel(3, stride), 8);  // 7.5
-  // The stride is a single, so that a long sound's last column can fall past its end.
-  EXPECT_EQ(SampleAtPixel(514, SampleStride(100000006, 514)), 100000009);
-}
-
 }  // namespace
 }  // namespace timeline

@@ -144,7 +144,6 @@ TEST_F(TransportWindow, ASecondPressStartsAnewAndStopEndsTheRun) {
   form.vl_button1.Click();
   Tick(1001.5);
   form.vl_button1.Click();
-  EXPECT_EQ(form.Grid1.Row(), 0);
   EXPECT_EQ(form.Line1.X1(), 0);
   Tick(1001.75);
   form.vl_button5.Click();
@@ -212,7 +211,6 @@ TEST_F(TransportWindow, NothingPlaysOnTheHeaderRowWithoutFramesOrWithoutADevice)
   form.vl_button2.Click();
   EXPECT_THAT(Take(), ElementsAre("close 0"));
   Load(100);  // 0.15 frames
-  EXPECT_EQ(form.Grid1.Rows(), 1);
   form.vl_button2.Click();
   EXPECT_THAT(Take(), IsEmpty());
 }
@@ -228,10 +226,8 @@ TEST_F(TransportWindow, ASignalEndsASliceThatLastsTooLong) {
 
 TEST_F(TransportWindow, APressSelectsShowsAndSoundsItsFrameOnce) {
   Load(20000);  // 2.5 seconds: 30 frames of 666.67 bytes
-  form.List1.SetFocus();
   Press(171);
   EXPECT_EQ(form.Grid1.Row(), 10);
-  EXPECT_TRUE(form.Grid1.HasFocus());
   // The row's move and the press itself both repaint, and both before the sound.
   EXPECT_THAT(Take(), ElementsAre("count", "goto 9", "count", "goto 9", "slice 6000+667", "close 7"));
   EXPECT_EQ(output.format.nBlockAlign, 1);

@@ -49,20 +49,17 @@ bool IsOurs(int file) {
   return fstat(file, &status) == 0 && (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
 }
 
-[[noreturn]] void Kill() {
+void Kill() {
   kill(victim, SIGKILL);
   // A child whose parent has been killed goes on with what it does.
-  for (;;) pause();
+  while (getpid() == victim) pause();
 }
 
 /// One call that counts.
 template <typename Call>
 auto Counted(Call call) -> decltype(call()) {
   const bool is_faulty = ++calls == faulty_call;
-  if (is_faulty && fault == kKillBefore) {
-    if (getpid() == victim) Kill();
-    kill(victim, SIGKILL);
-  }
+  if (is_faulty && fault == kKillBefore) Kill();
   if (is_faulty && fault > 0) {
     errno = fault;
     return static_cast<decltype(call())>(-1);
@@ -70,8 +67,7 @@ auto Counted(Call call) -> decltype(call()) {
   const auto result = call();
   if (is_faulty && fault == kKillAfter) {
     const int failure = errno;
-    if (getpid() == victim) Kill();
-    kill(victim, SIGKILL);
+    Kill();
     errno = failure;
   }
   return result;

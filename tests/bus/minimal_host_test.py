@@ -8,14 +8,14 @@ import re
 import subprocess
 import sys
 import tempfile
-import time
 import unittest
 
 import dbus
 
+from logging_host import GETTERS, NAME, PATH, turn_until
+
 DRIVER, DOCUMENT = sys.argv[1:3]
 del sys.argv[1:3]
-NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
 PLANE = 320 * 240
 
 
@@ -30,10 +30,7 @@ class MinimalHost(unittest.TestCase):
         self.host = subprocess.Popen([sys.executable, "-c", program()], cwd=self.folder.name,
                                      stdout=subprocess.DEVNULL)
         self.bus = dbus.SessionBus()
-        end = time.monotonic() + 30
-        while not self.bus.name_has_owner(NAME):
-            self.assertLess(time.monotonic(), end)
-            time.sleep(0.01)
+        self.assertTrue(turn_until(lambda: self.bus.name_has_owner(NAME), 30))
 
     def tearDown(self):
         self.host.kill()
@@ -52,7 +49,7 @@ class MinimalHost(unittest.TestCase):
         # The second of the grey frames was put on the roll's third; the others are blank.
         for frame, grey in [(0, 255), (2, 235), (3, 255)]:
             self.call("Vel_GotoFrameAdv", "ii", frame, 3)
-            for getter in ("vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer"):
+            for getter in GETTERS:
                 self.assertEqual(self.call(getter), bytes([grey]) * PLANE)
 
     def test_refuses_in_words(self):

@@ -10,7 +10,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
-from unittest.mock import DEFAULT, MagicMock, patch
+from unittest.mock import DEFAULT, MagicMock, call, patch
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path[:0] = [os.path.join(HERE, "double"), os.path.dirname(HERE)]
@@ -54,14 +54,6 @@ class Timeline:
         self.layer.keys[moment] = b"\xff" * 4 * pixels if kind == self.BLANK else self.layer.shown_at(moment)
 
 
-class Status:
-    def __init__(self):
-        self.calls = []
-
-    def __getattr__(self, name):
-        return lambda *given: self.calls.append((name, *given))
-
-
 class Form(QDBusAbstractAdaptor):
     Q_CLASSINFO("D-Bus Interface", "Vellumark.Form")
     fails = False
@@ -91,7 +83,7 @@ class Bridge(unittest.TestCase):
         self.document.setCurrentTime(FIRST)
         self.layer = self.document.layers[0]
         self.layer.keys = {FIRST + f: bytes([10 * f + c for c in (2, 1, 0)] + [255]) * 6 for f in range(FRAMES)}
-        self.status, self.gone = Status(), []
+        self.status, self.gone = MagicMock(), []
         self.host = Host(self.document, self.status)
         self.service = Service(self.host, self.gone.append)
         self.assertIsNone(self.service.start())
@@ -102,9 +94,9 @@ class Bridge(unittest.TestCase):
         QDBusConnection.disconnectFromBus("client")
 
     def ask(self, member, *given, interface=NAME):
-        call = QDBusMessage.createMethodCall(NAME, PATH, interface, member)
-        call.setArguments(given)
-        watcher, loop = QDBusPendingCallWatcher(self.client.asyncCall(call, 20000)), QEventLoop()
+        message = QDBusMessage.createMethodCall(NAME, PATH, interface, member)
+        message.setArguments(given)
+        watcher, loop = QDBusPendingCallWatcher(self.client.asyncCall(message, 20000)), QEventLoop()
         watcher.finished.connect(loop.quit)
         if not watcher.isFinished():
             loop.exec()
@@ -274,7 +266,7 @@ class Bridge(unittest.TestCase):
     def test_shows_progress(self):
         for member, *given in [("vel_StatusOpen", "Saving..."), ("vel_Status", 12.5), ("vel_StatusClose",)]:
             self.call(member, *given)
-        self.assertEqual(self.status.calls, [("open", "Saving..."), ("show", 12.5), ("close",)])
+        self.assertEqual(self.status.mock_calls, [call.open("Saving..."), call.show(12.5), call.close()])
 
         display = status.Status()
         display.show(5)

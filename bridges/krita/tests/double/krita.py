@@ -111,15 +111,11 @@ class Document(Answering):
 
 
 class Krita:
-    _instance = None
-
-    def __init__(self):
-        self.open = []
+    open = []
 
     @classmethod
     def instance(cls):
-        cls._instance = cls._instance or cls()
-        return cls._instance
+        return cls()
 
     def documents(self):
         return list(self.open)

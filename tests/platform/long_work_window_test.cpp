@@ -1,4 +1,6 @@
-// What waits, what is dropped and what is shown while the program's one thread is taken up.
+// What waits, what is dropped and what is shown while the program's one thread is taken up, and behind the
+// report of a failure.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -29,6 +31,10 @@
 
 namespace platform {
 namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
 
 struct Busy : Window {
   Busy() : Window({.name = "Busy", .caption = "", .client_width = 300, .client_height = 200, .icons = {}}) {
@@ -202,6 +208,56 @@ TEST(Clock, CountsTheSecondsOfTheLocalDay) {
   EXPECT_LT(std::fmod(now - passed + 86'401, 86'400), 4);
   Sleep(30);
   EXPECT_LT(std::abs(std::fmod(SecondsSinceMidnight() - now + 86'400, 86'400) - 30), 29.99);
+}
+
+TEST(EventsDeathTest, AFailureInWhateverTheToolkitCallsIsReported) {
+  AnswerMessagesWith([](const Message& message) {
+    std::fputs(message.text.c_str(), stderr);
+    return Answer::Ok;
+  });
+  const auto fail = [] { throw std::runtime_error("ink"); };
+  const auto run = [&](bool at_paint_event) {
+    busy->Show();
+    if (at_paint_event) {
+      busy->canvas.Draw = fail;
+      busy->canvas.DrawLater();
+      busy->canvas.Widget()->repaint();
+    } else {
+      QTimer::singleShot(0, fail);  // which no routine of ours guards
+    }
+    support::HandleEvents();
+    std::fputs("went on", stderr);
+    std::_Exit(0);
+  };
+  for (const bool at_paint_event : {true, false})
+    EXPECT_EXIT(run(at_paint_event), testing::ExitedWithCode(1), "can't go on and ends");
+}
+
+TEST(EventsDeathTest, BehindAReportNothingRunsButPainting) {
+  AnswerMessagesWith([](const Message&) {
+    RunLater([] { std::fputs("ran", stderr); });
+    RunEvent([] { throw std::runtime_error("again"); });
+    support::HandleEvents();
+    std::fputs("read", stderr);
+    return Answer::Ok;
+  });
+  const auto fail = [](bool while_painting) {
+    busy->Show();
+    support::HandleEvents();  // painting, after which a report comes at once as before
+    const auto ran = [] { std::fputs("ran", stderr); };
+    busy->timer.Tick = ran;
+    if (while_painting) {
+      busy->canvas.Paint = [] { throw std::runtime_error("first"); };
+      busy->canvas.Widget()->repaint();
+      RunEvent(ran);
+      support::HandleEvents();
+    }
+    busy->timer.SetEnabled(true);
+    RunEvent([] { throw std::runtime_error("first"); });
+  };
+  for (const bool while_painting : {false, true})
+    EXPECT_EXIT(fail(while_painting), testing::ExitedWithCode(1),
+                AllOf(HasSubstr("first\nread"), Not(HasSubstr("ran"))));
 }
 
 TEST(ErrorReport, OnlyItsReaderEndsIt) {

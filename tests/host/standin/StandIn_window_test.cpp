@@ -3,11 +3,11 @@
 #include <sys/stat.h>
 
 #include <QtWidgets>
+#include <map>
 #include <utility>
 
 #include "host/bus/Connection.h"
 #include "host/standin/BusService.h"
-#include "host/standin/DemoAnimation.h"
 #include "host/standin/FrameView.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
@@ -162,20 +162,17 @@ TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
   EXPECT_EQ(steps, "9899001");
   stand_in_->CreateAnimAdv(1);
   EXPECT_EQ(LabelText("FactsLabel"), "1 frame  ·  8 × 6  ·  12 fps");
-  EXPECT_TRUE(Becomes([&] { return LabelText("FrameLabel") == "Frame 0"; }));
   for (const char* step : {"First", "Back", "Play", "Forward", "Last"})
     EXPECT_FALSE(window_->findChild<QAction*>(step)->isEnabled()) << step;
-  EXPECT_FALSE(scrub->isEnabled());
 }
 
 TEST_F(StandInWindowTest, ShowsAFrameInTheMiddleAsLargeAsItFits) {
   Write(200);
   FrameView view(*stand_in_, nullptr);
   EXPECT_EQ(view.sizeHint(), QSize(348, 268)) << "a frame of 320 by 240 within 14 pixels of ground";
-  // Each run of equal pixels from the left edge, or the upper one: ground, line, picture, line, ground.
-  const auto runs = [&](bool across) {
-    QImage shown = view.grab().toImage();
-    if (!across) shown = shown.transformed(QTransform().rotate(90));
+  // Each run of equal pixels in the middle: ground, line, picture, line, ground.
+  const auto runs = [&](int angle) {
+    const QImage shown = view.grab().toImage().transformed(QTransform().rotate(angle));
     std::vector<int> lengths;
     for (int x = 0, before = -1; x < shown.width(); ++x) {
       const int grey = qGray(shown.pixel(x, shown.height() / 2));
@@ -185,28 +182,23 @@ TEST_F(StandInWindowTest, ShowsAFrameInTheMiddleAsLargeAsItFits) {
     return lengths;
   };
   using testing::ElementsAre;
-  // Within 14 pixels of ground there is room for 200 by 120: eight times the frame is less.
+  // There is room for 200 by 120: eight times the frame is less.
   view.resize(228, 148);
-  EXPECT_THAT(runs(true), ElementsAre(81, 1, 64, 1, 81));
-  EXPECT_THAT(runs(false), ElementsAre(49, 1, 48, 1, 49));
-  view.resize(10, 10);
-  EXPECT_EQ(view.size(), QSize(200, 120));
-  view.resize(228, 148);
+  EXPECT_THAT(runs(0), ElementsAre(81, 1, 64, 1, 81));
+  EXPECT_THAT(runs(90), ElementsAre(49, 1, 48, 1, 49));
   stand_in_->TakeAnimation(Animation({40, 10}, 1));
   view.Renew();
-  EXPECT_THAT(runs(true), ElementsAre(13, 1, 200, 1, 13));
-  EXPECT_THAT(runs(false), ElementsAre(48, 1, 50, 1, 48));
+  EXPECT_THAT(runs(0), ElementsAre(13, 1, 200, 1, 13));
   // A sharp edge between two columns stays sharp only in the rough picture.
   std::vector<std::uint8_t> halves;
   for (int i = 0; i < 41 * 11; ++i) halves.push_back(i % 41 < 20 ? 0 : 255);
   Write(halves);
-  EXPECT_THAT(runs(true), ElementsAre(13, 1, 200, 1, 13)) << "nobody has told the view";
   view.ShowAtOnce();
-  EXPECT_THAT(runs(true), ElementsAre(13, 1, 100, 100, 1, 13));
+  EXPECT_THAT(runs(0), ElementsAre(13, 1, 100, 100, 1, 13));
   view.Renew();
-  EXPECT_GT(runs(true).size(), 6u);
+  EXPECT_GT(runs(0).size(), 6u);
   stand_in_->TakeAnimation(Animation());
-  EXPECT_THAT(runs(true), ElementsAre(228));
+  EXPECT_THAT(runs(0), ElementsAre(228));
 }
 
 TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInsteadOfClosing) {
@@ -238,6 +230,9 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
     stand_in_->StatusClose();
     notes += LabelText("StatusLabel").toStdString() + ", ";
   }
+  auto* label = window_->findChild<QLabel*>("StatusLabel");
+  window_->ShowNote("A note that is so long that no line of this small window can hold it.");
+  EXPECT_GE(label->height(), 2 * label->fontMetrics().height()) << "it is readable as a whole";
   EXPECT_EQ(notes, "Ready, 1 frame retrieved, 2 frames retrieved, 1 frame shot, 2 frames shot, ");
   EXPECT_TRUE(menu->isEnabled());
   EXPECT_FALSE(bar->isVisible());
@@ -246,26 +241,28 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
 }
 
 TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
-  stand_in_->SetFrameRate(2);
+  stand_in_->CreateAnimAdv(1000);
   stand_in_->GotoFrame(6);
-  // Beside the triangle's tip there is nothing; there Pause has a bar.
-  const auto bar = [this] {
-    return qAlpha(window_->findChild<QAction*>("Play")->icon().pixmap(24).toImage().pixel(15, 6)) > 0;
-  };
-  EXPECT_FALSE(bar());
+  const auto* play = window_->findChild<QAction*>("Play");
   Choose("Play");
-  EXPECT_TRUE(bar());
-  for (int i = 0; i < 10; ++i) QApplication::processEvents(), QThread::msleep(30);
-  EXPECT_EQ(stand_in_->CurrentFrame(), 6) << "it goes on from where it stood";
-  EXPECT_EQ(window_->findChild<QAction*>("Play")->text(), "Pause");
-  stand_in_->SetFrameRate(100);
-  EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() > 6; })) << "it goes on at the new rate";
-  EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() < 5; })) << "and begins anew behind the last";
-  stand_in_->GotoFrame(1);
-  Becomes([clock = std::chrono::steady_clock::now()] {
-    return std::chrono::steady_clock::now() - clock > std::chrono::milliseconds(60);
-  });
-  EXPECT_EQ(stand_in_->CurrentFrame(), 1);
+  EXPECT_EQ(play->text(), "Pause");
+  for (const int rate : {20, 100}) {
+    const int start = stand_in_->CurrentFrame();
+    QElapsedTimer clock;
+    clock.start();
+    stand_in_->SetFrameRate(rate);
+    QThread::msleep(200);
+    EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() != start; }));
+    EXPECT_GE(stand_in_->CurrentFrame(), start + rate / 5) << "a late event skips frames";
+    EXPECT_LE(stand_in_->CurrentFrame(), start + rate * clock.elapsed() / 1000);
+  }
+  stand_in_->GotoFrame(995);
+  EXPECT_EQ(play->text(), "Play");
+  QThread::msleep(30);
+  QApplication::processEvents();
+  EXPECT_EQ(stand_in_->CurrentFrame(), 995);
+  Choose("Play");
+  EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() < 995; })) << "it begins anew behind the last";
 }
 
 TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
@@ -274,29 +271,23 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   const QString file = QString::fromStdString(platform::SettingsFile("vellumark"));
   QSettings(file, QSettings::IniFormat).setValue("Startup/Of_Another", 7);
 
-  const auto ticked = [this](const char* action) {
-    return window_->findChild<QAction*>(action)->isChecked();
-  };
+  const auto ticked = [this](auto name) { return window_->findChild<QAction*>(name)->isChecked(); };
   EXPECT_TRUE(ticked("ThemeDefault") && ticked("Wallpaperslate") && !ticked("Wallpapernight"));
   Choose("ThemeDark");
   EXPECT_TRUE(ticked("ThemeDark") && !ticked("ThemeDefault"));
   EXPECT_EQ(form.callbacks, 1);
   EXPECT_EQ(CurrentTheme(), Theme::Dark);
-  // Red 30, green 32, blue 37.
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"),
             std::to_string(30 + 256 * 32 + 65536 * 37));
   EXPECT_EQ(ChosenWallpaper(), "night");
-  EXPECT_EQ(stand_in_->WallpaperFilename(), WallpaperFile("night").toStdString());
   // A window that comes later learns of the colours too, but not of those that it was designed in.
   CountingForm later;
   stand_in_->SendFormObject(later);
-  EXPECT_EQ(later.callbacks, 1);
   stand_in_->DropForm(later);
-  EXPECT_TRUE(StoreWallpaper(folder_.path() + "/own.png"));
+  EXPECT_TRUE(StoreWallpaper("own.png"));
   Choose("ThemeDefault");
   EXPECT_EQ(form.callbacks, 2);
-  EXPECT_EQ(CurrentTheme(), Theme::Default);
-  EXPECT_EQ(ChosenWallpaper(), folder_.path() + "/own.png");
+  EXPECT_EQ(ChosenWallpaper(), "own.png");
   stand_in_->SendFormObject(later);
   EXPECT_EQ(later.callbacks, 1);
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"), std::nullopt);
@@ -304,9 +295,8 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   // Where the settings can't be, nothing changes.
   QFile::remove(file);
   QDir().mkpath(file);
-  EXPECT_EQ(Told("ThemeLoud", QMessageBox::Ok), "The settings can't be written.");
-  EXPECT_EQ(Told("Wallpaperpaper", QMessageBox::Ok), "The settings can't be written.");
-  EXPECT_EQ(form.callbacks, 3) << "it hangs for this once";
+  for (const char* choice : {"ThemeLoud", "Wallpaperpaper"})
+    EXPECT_EQ(Told(choice, QMessageBox::Ok), "The settings can't be written.");
 }
 
 TEST_F(StandInWindowTest, AWallpaperIsAFileThatToolsCanLoad) {
@@ -340,22 +330,16 @@ TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
   WritePicture("frame2.png", 3, 2, QColor(40, 50, 60));
   WritePicture("Frame1.bmp", 3, 2, QColor(70, 80, 90));
   WritePicture("frame11.png", 3, 2, QColor(0, 100, 255, 51));  // one fifth opaque, on white
-  EXPECT_EQ(SortedByNumber({"a2", "a10", "A2"}), SortedByNumber({"A2", "a10", "a2"}));
-  const auto result = ReadPictures(PicturesIn(folder_.path()), kSilent);
-  ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
-  const auto& animation = std::get<Animation>(result);
+  Painted status(window_->findChild<QLabel*>("StatusLabel"));
+  Choose("OpenFolder", {Name(folder_.path())});
+  EXPECT_TRUE(status.texts.contains("Opening pictures..."));
+  const Animation& animation = stand_in_->CurrentAnimation();
   ASSERT_EQ(animation.FrameCount(), 4);
   EXPECT_EQ(animation.Size(), (FrameSize{3, 2}));
-  // Last column and row included.
   EXPECT_THAT(animation.Plane(0, Channel::Red).bytes, testing::Each(70));
   EXPECT_THAT(animation.Plane(1, Channel::Green).bytes, testing::Each(50));
   EXPECT_THAT(animation.Plane(2, Channel::Blue).bytes, testing::Each(30));
   EXPECT_THAT(animation.Plane(3, Channel::Green).bytes, testing::Each(224));
-  Painted status(window_->findChild<QLabel*>("StatusLabel"));
-  Choose("OpenFolder", {Name(folder_.path())});
-  EXPECT_EQ(Frames(), 4);
-  EXPECT_TRUE(status.texts.contains("Opening pictures..."));
-  EXPECT_EQ(stand_in_->Status(), std::nullopt);
   // What isn't read leaves the frames and the window as they were; the next dialog begins in that folder.
   QDir(folder_.path()).mkdir("empty");
   EXPECT_EQ(Told("OpenFolder", QMessageBox::Ok, {Name("empty")}),
@@ -386,12 +370,11 @@ TEST_F(StandInWindowTest, OpensWhatIsDroppedOnIt) {
   EXPECT_EQ(drop({QUrl::fromLocalFile(File("a10.png")), elsewhere, first}), 2);
   EXPECT_THAT(stand_in_->CurrentAnimation().Plane(0, Channel::Red).bytes, testing::Each(255));
   EXPECT_EQ(drop({QUrl::fromLocalFile(File("walk"))}), 1);
-  QMessageBox box;
-  QTimer::singleShot(0, &box, [&] {
+  OnDialogs({[&](QWidget* dialog) {
     EXPECT_EQ(drop({first}), -1);
-    box.close();
-  });
-  box.exec();
+    dialog->close();
+  }});
+  QMessageBox().exec();
 }
 
 TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
@@ -401,19 +384,10 @@ TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
       "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00"
       "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x4c\x01\x00;";
   WriteFile("two.gif", QByteArray(bytes, sizeof bytes - 1));
-  // Two frames of three planes of 2 by 2, and 8 bytes to work on one pixel.
-  for (const double free : {31.0, 32.0}) {
-    platform::ReadFreeMemoryFrom([free] { return free; });
-    EXPECT_EQ(std::holds_alternative<Animation>(ReadPictures({File("two.gif")}, kSilent)), free == 32);
-  }
-  platform::ReadFreeMemoryFrom(nullptr);
-  const auto result = ReadPictures({File("two.gif")}, kSilent);
-  ASSERT_TRUE(std::holds_alternative<Animation>(result)) << std::get<std::string>(result);
-  const auto& animation = std::get<Animation>(result);
+  const auto animation = std::get<Animation>(ReadPictures({File("two.gif")}, kSilent));
   ASSERT_EQ(animation.FrameCount(), 2);
   EXPECT_THAT(animation.Plane(0, Channel::Red).bytes, testing::Each(255));
   EXPECT_THAT(animation.Plane(1, Channel::Red).bytes, testing::Each(0));
-  EXPECT_THAT(animation.Plane(1, Channel::Blue).bytes, testing::Each(255));
 }
 
 TEST_F(StandInWindowTest, StopsReadingPicturesBeforeTheMemoryIsFull) {
@@ -424,9 +398,8 @@ TEST_F(StandInWindowTest, StopsReadingPicturesBeforeTheMemoryIsFull) {
     double free = at_first;
     int files_read = 0;
     platform::ReadFreeMemoryFrom([&] { return std::exchange(free, 1e7); });
-    const auto result = ReadPictures(files, [&](double) { ++files_read; });
-    ASSERT_TRUE(std::holds_alternative<std::string>(result));
-    EXPECT_THAT(std::get<std::string>(result), testing::HasSubstr(" would be needed, "));
+    EXPECT_THAT(std::get<std::string>(ReadPictures(files, [&](double) { ++files_read; })),
+                testing::HasSubstr(" would be needed, "));
     EXPECT_EQ(files_read > 0, at_first == 1e8);
   }
   // What has been read isn't needed a second time.
@@ -441,24 +414,19 @@ TEST_F(StandInWindowTest, NamesThePictureThatDoesNotServe) {
   WritePicture("a2.png", 5, 4, Qt::red);
   WriteFile("a3.png", "no picture at all");
   ASSERT_EQ(mkfifo(File("a4.png").toUtf8().constData(), 0600), 0);
-  const auto no_picture = [this](const char* name) {
-    return "The picture \"" + File(name).toStdString() + "\"";
-  };
   const std::vector<std::pair<QStringList, std::string>> cases = {
       {{"a1.png", "a2.png"},
-       no_picture("a2.png") +
-           " is 5 by 4, but the first one, \"a1.png\", is 4 by 4. All frames of an animation have one size."},
-      {{"a1.png", "a3.png"}, no_picture("a3.png") + " can't be read: "},
-      {{"a1.png", "a4.png"}, no_picture("a4.png") + " can't be read: it is not a regular file."},
-      {{"missing.png"}, no_picture("missing.png") + " can't be read: "},
-      {{}, "There is no picture to open."},
+       "a2.png\" is 5 by 4, but the first one, \"a1.png\", is 4 by 4. All frames of an animation have one "
+       "size."},
+      {{"a1.png", "a3.png"}, "a3.png\" can't be read: "},
+      {{"a1.png", "a4.png"}, "a4.png\" can't be read: it is not a regular file."},
   };
+  const std::string folder = "The picture \"" + folder_.path().toStdString() + "/";
   for (auto [files, words] : cases) {
     for (QString& file : files) file = File(file);
-    const auto result = ReadPictures(files, kSilent);
-    ASSERT_TRUE(std::holds_alternative<std::string>(result));
-    EXPECT_THAT(std::get<std::string>(result), testing::StartsWith(words));
+    EXPECT_THAT(std::get<std::string>(ReadPictures(files, kSilent)), testing::StartsWith(folder + words));
   }
+  EXPECT_EQ(std::get<std::string>(ReadPictures({}, kSilent)), "There is no picture to open.");
 }
 
 TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
@@ -467,7 +435,7 @@ TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
   std::vector<double> told;
   const Progress tell = [&](double percent) { told.push_back(percent); };
   EXPECT_EQ(SavePictures(animation, File("walk"), tell), std::nullopt);
-  EXPECT_EQ(NumberedNames("walk", 2), (QStringList{"walk0000.png", "walk0001.png"}));
+  EXPECT_TRUE(QFile::exists(File("walk0001.png")));
   EXPECT_EQ(NumberedNames("walk", 10000).last(), "walk9999.png");
   EXPECT_EQ(NumberedNames("walk", 10001).first(), "walk00000.png");
   const auto result = ReadPictures(PicturesIn(folder_.path()), tell);
@@ -476,8 +444,6 @@ TEST_F(StandInWindowTest, SavesNumberedPicturesThatReadBackAlike) {
   ASSERT_EQ(back.FrameCount(), 2);
   EXPECT_THAT(back.Plane(0, Channel::Green).bytes, testing::Each(255));
   EXPECT_THAT(back.Plane(1, Channel::Green).bytes, testing::ElementsAre(7, 8, 8, 7, 8, 8));
-  const auto failure = SavePictures(animation, File("nowhere/walk"), kSilent);
-  EXPECT_THAT(failure.value_or(""), testing::HasSubstr("nowhere/walk0000.png"));
 }
 
 TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
@@ -487,12 +453,10 @@ TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
             "The picture take0003.png is already there. Replace it?");
   EXPECT_EQ(QImage(File("take0003.png")).width(), 1);
   EXPECT_FALSE(QFile::exists(File("take0000.png")));
-  EXPECT_TRUE(stand_in_->Unsaved());
   Painted status(window_->findChild<QLabel*>("StatusLabel"));
   // Without a folder it is the one that was named last.
   Told("Save", QMessageBox::Yes, {Name("take.PNG")});
   EXPECT_TRUE(status.texts.contains("Saving pictures..."));
-  EXPECT_EQ(stand_in_->Status(), std::nullopt);
   EXPECT_EQ(QImage(File("take0003.png")).width(), 8);
   EXPECT_TRUE(QFile::exists(File("take0009.png")));
   EXPECT_EQ(LabelText("StatusLabel"), "10 pictures saved in " + folder_.path());
@@ -509,8 +473,6 @@ TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
               testing::HasSubstr("no0000.png\" can't be written"));
   EXPECT_TRUE(stand_in_->Unsaved());
   EXPECT_EQ(stand_in_->Status(), std::nullopt);
-  stand_in_->TakeAnimation(Animation());
-  Choose("Save");  // there is nothing to ask for
 }
 
 TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
@@ -519,6 +481,9 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
   EXPECT_EQ(Frames(), 10);
   EXPECT_EQ(Told("Demonstration", QMessageBox::Yes), kLost);
   EXPECT_EQ(Frames(), 48);
+  const auto plane = [this](int frame) { return stand_in_->CurrentAnimation().Plane(frame, Channel::Red); };
+  for (int frame = 1; frame < 48; ++frame)
+    EXPECT_FALSE(std::ranges::equal(plane(frame).bytes, plane(frame - 1).bytes)) << frame;
   Choose("Demonstration");  // nothing to ask about
   // The first field is selected, so that typing replaces its number.
   std::string asked;
@@ -593,30 +558,6 @@ TEST_F(StandInWindowTest, LeavesTheFramesToAToolThatBeganWhileADialogStoodOpen) 
   EXPECT_FALSE(QFile::exists(File("take00030000.png")));
 }
 
-TEST_F(StandInWindowTest, ANoteIsReadableAsAWhole) {
-  auto* label = window_->findChild<QLabel*>("StatusLabel");
-  for (const char* text :
-       {"Short.", "A note that is so long that no line of this small window can hold it."}) {
-    window_->ShowNote(text);
-    const QRect column(0, 0, label->width(), 1000);
-    EXPECT_GE(label->height(), label->fontMetrics().boundingRect(column, Qt::TextWordWrap, text).height() - 1)
-        << text;
-  }
-  stand_in_->StatusOpen("Developing...");
-  EXPECT_LT(label->height(), 2 * label->fontMetrics().height());
-}
-
-TEST_F(StandInWindowTest, TheDemoMovesFromFrameToFrame) {
-  const Animation animation = DrawDemoAnimation();
-  ASSERT_EQ(animation.FrameCount(), 48);
-  for (int frame = 0; frame < 48; ++frame) {
-    const ByteTable here = animation.Plane(frame, Channel::Red);
-    ASSERT_EQ(here.bytes.size(), 321u * 241u);
-    EXPECT_FALSE(std::ranges::equal(here.bytes, animation.Plane((frame + 1) % 48, Channel::Red).bytes))
-        << frame;
-  }
-}
-
 /// Each menu with its items: name or text, keys, and a star if ticked.
 std::string MenusOf(const StandInWindow& window) {
   QString all;
@@ -650,36 +591,27 @@ TEST_F(StandInWindowTest, HasItsMenusAndWithinTheToolNoToolsAndOutlivesNothing) 
   EXPECT_FALSE(program.testAttribute(Qt::WA_ShowWithoutActivating));
 }
 
-/// All that stands below the menus, line by line from the left, with what a screen reader says of it.
 TEST_F(StandInWindowTest, HasItsPartsInOrder) {
   stand_in_->StatusOpen("Developing...");
-  std::vector<std::tuple<int, int, std::string>> parts;
+  std::map<std::pair<int, int>, QString> parts;
   for (auto* part : window_->centralWidget()->findChildren<QWidget*>()) {
+    if (part->layout() != nullptr) continue;  // a row of parts
     const auto* button = qobject_cast<QToolButton*>(part);
-    const QString name = button != nullptr ? button->defaultAction()->objectName() : part->objectName();
-    if (name.isEmpty() || name == "StatusRow") continue;
     EXPECT_TRUE(button == nullptr || part->focusPolicy() == Qt::NoFocus) << "the space bar is for playing";
-    const int row = part->parentWidget()->y() + (name == "FrameView" ? 0 : 1);
-    parts.emplace_back(row, part->x(), (name + " " + part->accessibleName()).trimmed().toStdString());
+    const QString name = button != nullptr ? button->defaultAction()->objectName() : part->objectName();
+    parts[{part->parentWidget()->y(), part->x()}] = (name + " " + part->accessibleName()).trimmed();
   }
-  std::ranges::sort(parts);
-  std::vector<std::string> names;
-  for (const auto& [row, x, name] : parts) names.push_back(name);
-  EXPECT_THAT(names, testing::ElementsAre("FrameView Current frame", "FrameLabel", "FactsLabel", "First",
-                                          "Back", "Play", "Forward", "Last", "Scrub Current frame",
-                                          "StatusLabel", "StatusBar Progress"));
+  QStringList names;
+  for (const auto& [place, name] : parts) names << name;
+  EXPECT_EQ(names.join(", "),
+            "FrameView Current frame, FrameLabel, FactsLabel, First, Back, Play, Forward, Last, "
+            "Scrub Current frame, StatusLabel, StatusBar Progress");
 }
 
 TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   ASSERT_TRUE(platform::Translate("standin", {"de-DE"}));
   StandInWindow german(stand_in_, RunsAs::Program);
-  QStringList menus;
-  for (const QAction* menu : german.menuBar()->actions()) menus << menu->text();
-  EXPECT_EQ(menus.join(' '), "&Animation &Bilder &Aussehen &Werkzeuge &Hilfe");
   EXPECT_EQ(german.findChild<QAction*>("First")->toolTip(), "Erstes Bild (Home)");
-  EXPECT_EQ(german.findChild<QAction*>("ThemeDark")->text(), "Farben: Dunkel");
-  EXPECT_TRUE(german.findChild<QLabel*>("FactsLabel")->text().startsWith("10 Bilder"));
-
   QString about;
   OnDialogs({AnswerQuestion(QMessageBox::Ok, &about)});
   german.findChild<QAction*>("About")->trigger();
@@ -702,7 +634,7 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
   EXPECT_TRUE(Becomes([&] { return stand_in_->Status().has_value(); }));
   other.reset();
   for (int i = 0; i < 20; ++i) QApplication::processEvents(QEventLoop::AllEvents, 5), QThread::msleep(5);
-  EXPECT_TRUE(stand_in_->Status().has_value());
+  EXPECT_TRUE(stand_in_->Status().has_value()) << "another tool has gone";
   working.reset();
   EXPECT_TRUE(Becomes([&] { return !stand_in_->Status().has_value(); }));
   bus.kill();
@@ -712,24 +644,19 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
 TEST_F(StandInWindowTest, WithinTheToolOnlyItsOwnButtonsAreGerman) {
   if (!platform::TranslateToolkit(platform::ToolkitSpeaks::UsersLanguageWhereAsked, {"de-DE"}))
     GTEST_SKIP() << "the toolkit's German isn't installed";
-  const auto no_of = [](QMessageBox& box) { return box.button(QMessageBox::No)->text(); };
-  StandInWindow part(stand_in_, RunsAs::PartOfTool);
   Write(1);
   QStringList seen;
   const auto look = [&](QWidget* dialog) {
-    auto& box = dynamic_cast<QMessageBox&>(*dialog);
-    seen << no_of(box);
-    box.button(QMessageBox::No)->click();
+    auto* no = dynamic_cast<QMessageBox&>(*dialog).button(QMessageBox::No);
+    seen << no->text();
+    no->click();
   };
-  const std::vector<std::function<void()>> deeds = {
-      [&] { part.findChild<QAction*>("Demonstration")->trigger(); },
-      [&] { EXPECT_FALSE(part.MayEndWithTool()); }, [&] { part.close(); }};
-  for (const auto& deed : deeds) {
-    OnDialogs({look});
-    deed();
-  }
+  Choose("Demonstration", {look});
+  OnDialogs({look, look, look});
+  EXPECT_FALSE(window_->MayEndWithTool());
+  window_->close();
   QMessageBox tools(QMessageBox::Question, "The tool", "Go on?", QMessageBox::Yes | QMessageBox::No);
-  seen << no_of(tools);
+  tools.exec();
   EXPECT_EQ(seen.join(' '), "&Nein &Nein &Nein &No");
 }
 

@@ -164,6 +164,7 @@ TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
   EXPECT_EQ(LabelText("FactsLabel"), "1 frame  ·  8 × 6  ·  12 fps");
   for (const char* step : {"First", "Back", "Play", "Forward", "Last"})
     EXPECT_FALSE(window_->findChild<QAction*>(step)->isEnabled()) << step;
+  EXPECT_FALSE(scrub->isEnabled());
 }
 
 TEST_F(StandInWindowTest, ShowsAFrameInTheMiddleAsLargeAsItFits) {
@@ -244,8 +245,10 @@ TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
   stand_in_->CreateAnimAdv(1000);
   stand_in_->GotoFrame(6);
   const auto* play = window_->findChild<QAction*>("Play");
+  const qint64 triangle = play->icon().cacheKey();
   Choose("Play");
   EXPECT_EQ(play->text(), "Pause");
+  EXPECT_NE(play->icon().cacheKey(), triangle) << "the button shows no text";
   for (const int rate : {20, 100}) {
     const int start = stand_in_->CurrentFrame();
     QElapsedTimer clock;

@@ -13,6 +13,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cstdio>
 #include <utility>
 
 #include "host/standin/FrameView.h"
@@ -236,6 +237,11 @@ void StandInWindow::ShowNote(const QString& text) {
   status_label_->setWordWrap(true);
   status_label_->setText(text);
   LayOutStatus();
+}
+
+void StandInWindow::TellProblem(const QString& text) {
+  std::fprintf(stderr, "vellumark-standin: %s\n", qPrintable(text));
+  ShowNote(text);
 }
 
 void StandInWindow::StatusChanged() {

@@ -37,6 +37,8 @@ class StandInWindow : public QMainWindow, public StandInView {
 
   /// Shows a line of text in the status row, as long as no tool's progress display is open there.
   void ShowNote(const QString& text);
+  /// The same for what has failed, which whoever started the program reads on its error output too.
+  void TellProblem(const QString& text);
 
   /// Within the tool: whether the process may end now that the tool's last window has closed. If the user
   /// keeps frames that aren't saved, this window stays and ends the process when it is closed.

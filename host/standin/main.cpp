@@ -2,7 +2,6 @@
 // bus and serves it until the window is closed. Without a bus the window says so and works alone.
 #include <QApplication>
 #include <QCommandLineParser>
-#include <cstdio>
 #include <memory>
 #include <optional>
 
@@ -41,10 +40,7 @@ int Run(int argument_count, char** arguments) {
   StandInWindow window(stand_in, RunsAs::Program);
   std::optional<QString> problem;
   const auto service = ServeOnBus(stand_in, problem);
-  if (problem) {
-    std::fprintf(stderr, "vellumark-standin: %s\n", qPrintable(*problem));
-    window.ShowNote(*problem);
-  }
+  if (problem) window.TellProblem(*problem);
   window.show();
   return QApplication::exec();
 }

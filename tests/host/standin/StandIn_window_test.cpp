@@ -3,15 +3,18 @@
 #include <sys/stat.h>
 
 #include <QtWidgets>
+#include <array>
 #include <map>
 #include <utility>
 
 #include "host/bus/Connection.h"
 #include "host/standin/BusService.h"
+#include "host/standin/DemoAnimation.h"
 #include "host/standin/FrameView.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
 #include "host/standin/StandInWindow.h"
+#include "host/standin/frame_pixels.h"
 #include "platform/Settings.h"
 #include "platform/Translation.h"
 #include "platform/memory.h"
@@ -207,6 +210,9 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
   EXPECT_FALSE(bar->isVisible());
   stand_in_->StatusOpen("Developing...");
   EXPECT_TRUE(bar->isVisible());
+  const int least_width = window_->centralWidget()->minimumSizeHint().width();
+  stand_in_->StatusOpen(std::string(2000, 'x'));
+  EXPECT_EQ(window_->centralWidget()->minimumSizeHint().width(), least_width) << "a long text widens nothing";
   Painted status(window_->findChild<QLabel*>("StatusLabel"));
   for (const char* text : {"Saving...", "Developing..."}) stand_in_->StatusOpen(text);
   EXPECT_EQ(status.texts, QStringList({"Saving...", "Developing..."})) << "another display shows at once";
@@ -234,6 +240,8 @@ TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInstead
   auto* label = window_->findChild<QLabel*>("StatusLabel");
   window_->ShowNote("A note that is so long that no line of this small window can hold it.");
   EXPECT_GE(label->height(), 2 * label->fontMetrics().height()) << "it is readable as a whole";
+  window_->TellProblem("There is no bus.");
+  EXPECT_EQ(label->text(), "There is no bus.");
   EXPECT_EQ(notes, "Ready, 1 frame retrieved, 2 frames retrieved, 1 frame shot, 2 frames shot, ");
   EXPECT_TRUE(menu->isEnabled());
   EXPECT_FALSE(bar->isVisible());
@@ -266,6 +274,33 @@ TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
   EXPECT_EQ(stand_in_->CurrentFrame(), 995);
   Choose("Play");
   EXPECT_TRUE(Becomes([&] { return stand_in_->CurrentFrame() < 995; })) << "it begins anew behind the last";
+}
+
+TEST_F(StandInWindowTest, StopsPlayingForWhateverElseMovesTheFrameOrTakesItAway) {
+  const auto* play = window_->findChild<QAction*>("Play");
+  const auto sign = [play] { return play->icon().pixmap(18).toImage(); };
+  const QImage triangle = sign();
+  const std::vector<std::function<void()>> stops = {
+      [&] { Choose("Play"); },
+      [&] { Choose("First"); },  // where it is already
+      [&] { window_->findChild<QSlider*>("Scrub")->setValue(5); },
+      [&] { stand_in_->GotoFrame(3); },
+      [&] {
+        stand_in_->GotoFrame(0), Choose("Play"), stand_in_->TakeAnimation(Animation({8, 6}, 2));
+      },
+      [&] { stand_in_->CreateAnimAdv(10); },
+  };
+  for (std::size_t i = 0; i < stops.size(); ++i) {
+    stand_in_->SetFrameRate(20);
+    EXPECT_EQ(play->text(), "Play") << "another rate begins nothing";
+    Choose("Play");
+    stand_in_->SetFrameRate(25);
+    EXPECT_EQ(play->text(), "Pause") << i;
+    EXPECT_NE(sign(), triangle) << i;
+    stops[i]();
+    EXPECT_EQ(play->text(), "Play") << i;
+    EXPECT_EQ(sign(), triangle) << i;
+  }
 }
 
 TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
@@ -363,8 +398,10 @@ TEST_F(StandInWindowTest, OpensWhatIsDroppedOnIt) {
     files.setUrls(urls);
     QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
     QDropEvent event({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    const int before = Frames();
     for (QEvent* each : {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&event)})
       if (each == &enter || enter.isAccepted()) QApplication::sendEvent(window_.get(), each);
+    EXPECT_EQ(Frames(), before) << "the file manager would wait for what the user is asked";
     QApplication::processEvents();
     return enter.isAccepted() && event.isAccepted() ? Frames() : -1;
   };
@@ -378,6 +415,22 @@ TEST_F(StandInWindowTest, OpensWhatIsDroppedOnIt) {
     dialog->close();
   }});
   QMessageBox().exec();
+}
+
+TEST(DemoAnimation, TheFellowIsFlatOnTheGroundAndRoundInTheAir) {
+  const Animation animation = DrawDemoAnimation();
+  // Half a breadth of 40 / 0.78 and half a height of 40 * 0.78 on the ground at 196, a radius of 40 in the
+  // air, 84 higher; 84 from the middle to each side at the turns.
+  for (const auto& [frame, left, top, width, height] :
+       {std::tuple{0, 24.7, 133.6, 102.6, 62.4}, {6, 60.6, 32., 80., 80.}, {24, 192.7, 133.6, 102.6, 62.4}}) {
+    const PixelBlock picture = FramePixels(animation, frame);
+    QRect skin;
+    for (int i = 0; i < 320 * 240; ++i)
+      if (picture.pixels[static_cast<std::size_t>(i)] == 0xFFF28C5C) skin |= QRect(i % 320, i / 320, 1, 1);
+    const std::array<double, 4> found = {1. * skin.x(), 1. * skin.y(), 1. * skin.width(), 1. * skin.height()};
+    EXPECT_THAT(found, testing::Pointwise(testing::DoubleNear(2), std::array{left, top, width, height}))
+        << frame;
+  }
 }
 
 TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
@@ -584,6 +637,7 @@ TEST_F(StandInWindowTest, HasItsMenusAndWithinTheToolNoToolsAndOutlivesNothing) 
       "Wallpaperpaper Wallpaperslate* Own wallpaper...\n";
   const std::string tools = "ToolsMenu: ExposureSheet\n", help = "HelpMenu: About\n";
   EXPECT_EQ(MenusOf(*window_), before + help);
+  EXPECT_EQ(window_->windowTitle(), "Vellumark (stand-in)");
   EXPECT_EQ(window_->findChild<QAction*>("Leave")->text(), "&Minimise");
   EXPECT_FALSE(window_->testAttribute(Qt::WA_QuitOnClose));
   EXPECT_TRUE(window_->testAttribute(Qt::WA_ShowWithoutActivating));
@@ -634,12 +688,15 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
   const Message call = working->MakeCall(kHostService, kHostPath, kHostInterface, "vel_StatusOpen");
   sd_bus_message_append(call.get(), "s", "Developing...");
   working->Call(call, [](const Message&) {});
-  EXPECT_TRUE(Becomes([&] { return stand_in_->Status().has_value(); }));
+  const Message window = working->MakeCall(kHostService, kHostPath, kHostInterface, "Vel_SendFormObject");
+  sd_bus_message_append(window.get(), "oi", "/Form1", 0);
+  working->Call(window, [](const Message&) {});
+  EXPECT_TRUE(Becomes([&] { return stand_in_->Status() && !stand_in_->Forms().empty(); }));
   other.reset();
   for (int i = 0; i < 20; ++i) QApplication::processEvents(QEventLoop::AllEvents, 5), QThread::msleep(5);
-  EXPECT_TRUE(stand_in_->Status().has_value()) << "another tool has gone";
+  EXPECT_TRUE(stand_in_->Status() && !stand_in_->Forms().empty()) << "another tool has gone";
   working.reset();
-  EXPECT_TRUE(Becomes([&] { return !stand_in_->Status().has_value(); }));
+  EXPECT_TRUE(Becomes([&] { return !stand_in_->Status() && stand_in_->Forms().empty(); }));
   bus.kill();
   bus.waitForFinished();
 }

@@ -76,6 +76,24 @@ class UntimelyEnd(tool_session.Session):
                 self.assertIn(words, reported)
                 self.assertEqual(self.rescued(), [])
 
+    def start_program(self, **bus):
+        environment = {name: value for name, value in os.environ.items()
+                       if name not in ("DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR")}
+        program = subprocess.Popen([PROGRAM], text=True, stderr=subprocess.PIPE, env=environment | bus | {
+            "HOME": self.folder.name, "QT_QPA_PLATFORM": "offscreen", "SDL_AUDIODRIVER": "dummy"})
+        self.addCleanup(program.kill)
+        return program
+
+    def test_without_a_bus_the_program_has_nothing_to_report(self):
+        for bus in {}, {"DBUS_SESSION_BUS_ADDRESS": f"unix:path={self.folder.name}/nobody"}:
+            with self.subTest(bus=bus):
+                program = self.start_program(**bus)
+                with self.assertRaises(subprocess.TimeoutExpired):
+                    program.wait(3)
+                program.send_signal(signal.SIGTERM)
+                # A report that nobody has read yet would be told now.
+                self.assertNotRegex(program.communicate(timeout=20)[1], "exposure-sheet: (?!ended by)")
+
     def test_a_report_before_the_first_window_waits_for_its_reader(self):
         for way in ("leave", "answer, then leave", "answer, then the bus goes"):
             with self.subTest(way=way):
@@ -88,11 +106,7 @@ class UntimelyEnd(tool_session.Session):
                 bus.set_exit_on_disconnect(False)
                 host = LoggingHost(bus)
                 host.fail("Vel_SendFormObject", 1, "leave" if way == "leave" else ())
-                program = subprocess.Popen(
-                    [PROGRAM], text=True, stderr=subprocess.PIPE,
-                    env=dict(os.environ, HOME=self.folder.name, QT_QPA_PLATFORM="offscreen", SDL_AUDIODRIVER="dummy",
-                             DBUS_SESSION_BUS_ADDRESS=address))
-                self.addCleanup(program.kill)
+                program = self.start_program(DBUS_SESSION_BUS_ADDRESS=address)
                 turn_until(lambda: host.calls, 20)
                 turn_until(lambda: False, 0.3)
                 self.assertIsNone(program.poll())

@@ -24,21 +24,17 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-/// The number at the start of the text, without the blanks that stand before and within it; empty if there
-/// is none.
+/// What the text starts with of a number, without the blanks that stand before and within it: a sign, digits
+/// and points, of which the reader takes as many as make a number.
 std::string NumberPart(std::string_view text) {
   std::string number;
-  bool digits = false, point = false;
   for (const char c : text) {
     if (IsBlank(c)) continue;
     const bool sign = number.empty() && (c == '-' || c == '+');
-    const bool first_point = c == '.' && !point;
-    if (!IsDigit(c) && !sign && !first_point) break;
-    digits |= IsDigit(c);
-    point |= first_point;
+    if (!IsDigit(c) && c != '.' && !sign) break;
     number += c;
   }
-  return digits ? number : std::string();
+  return number;
 }
 
 }  // namespace

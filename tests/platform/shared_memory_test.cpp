@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <filesystem>
+#include <fstream>
+#include <string>
 
 namespace platform {
 namespace {
@@ -12,6 +15,30 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::ThrowsMessage;
 constexpr std::array<std::uint8_t, 3> kBytes = {1, 2, 3};
+
+/// How many descriptors and mappings of such memory this process holds.
+std::array<int, 2> Held() {
+  std::array<int, 2> held = {};
+  std::error_code gone;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd"))
+    held[0] += std::filesystem::read_symlink(entry, gone).string().starts_with("/memfd:shared-bytes");
+  std::ifstream maps("/proc/self/maps");
+  for (std::string line; std::getline(maps, line);) held[1] += line.find("/memfd:shared-bytes") != line.npos;
+  return held;
+}
+
+TEST(SharedMemory, IsGivenBackWithItsOwnerAndWhenItsSizeChanges) {
+  {
+    SharedMemory own;
+    own.Fill(kBytes);
+    own.Fill({kBytes.data(), 2});
+    EXPECT_THAT(Held(), ElementsAre(1, 1));
+    MappedMemory others;
+    const auto seen = others.View(own.Descriptor());
+    EXPECT_THAT(Held(), ElementsAre(1, 2)) << "the descriptor stays the caller's";
+  }
+  EXPECT_THAT(Held(), ElementsAre(0, 0));
+}
 
 TEST(SharedMemory, KeepsItsPlaceWhileItsSizeStaysAndTellsOfTooMuch) {
   SharedMemory own;
@@ -27,8 +54,8 @@ TEST(SharedMemory, KeepsItsPlaceWhileItsSizeStaysAndTellsOfTooMuch) {
       ThrowsMessage<std::runtime_error>(
           HasSubstr("no shared memory for a plane of 18446744073709551615 bytes: Invalid")));
   EXPECT_EQ(own.Descriptor(), -1);
-  own.Fill({kBytes.data(), 1});
-  EXPECT_THAT(others.View(own.Descriptor()).bytes, ElementsAre(1));
+  own.Fill(kBytes);
+  EXPECT_THAT(others.View(own.Descriptor()).bytes, ElementsAre(1, 2, 3));
   EXPECT_THAT([&] { others.View(-1); }, ThrowsMessage<std::runtime_error>(HasSubstr("can't be read")));
 }
 

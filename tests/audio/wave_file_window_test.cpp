@@ -112,6 +112,7 @@ TEST_F(WaveFile, TheRecorderIsStartedByNameWithoutArguments) {
   for (int i = 0; i < 5000 && !std::filesystem::exists(ended); ++i)
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   EXPECT_EQ(support::ReadWhole(ended), "0\n");
+  EXPECT_TRUE(platform::StartProgram("true"));
   EXPECT_FALSE(platform::StartProgram("no program has this name"));
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
 }

@@ -146,6 +146,9 @@ TEST_F(Painter, StandsInItsPlacesUnderItsNames) {
   EXPECT_EQ(window.Caption(), "Frame painter");
   for (auto* strip : {&window.Picture1, &window.Picture2})
     EXPECT_EQ(strip->Widget()->toolTip(), "Select the frame you want to apply to the new role of film.");
+  EXPECT_TRUE(
+      window.vl_button1.Widget()->toolTip().startsWith("Reload frames from the main program.  (Note"));
+  EXPECT_EQ(window.Picture3.ForeColor(), Rgb(192, 192, 192));
   const auto dial = [](const look::VL_DropDial& of) { return std::vector{of.value(), of.Min(), of.Max()}; };
   EXPECT_EQ(dial(window.VL_DropDial1), (std::vector{16, 0, 32}));
   EXPECT_EQ(dial(window.VL_DropDial2), (std::vector{4, 1, 20}));
@@ -163,6 +166,8 @@ TEST_F(Painter, ChoosesACellWithAnyButtonAndNothingBesideTheCells) {
   EXPECT_EQ(CellsAt(230), Negative(2));
   PressCell(342);
   EXPECT_EQ(TheStrips().SelectedCell, 2);
+  PressCell(113);
+  EXPECT_EQ(TheStrips().SelectedCell, 0);
   Press(Window().Picture1.Widget(), {120, 3}, Qt::RightButton);
   EXPECT_EQ(TheStrips().SelectedCell, 1);
   // More cells than an entry of the roll can tell apart.

@@ -87,7 +87,8 @@ struct Bench : Window {
   }
   bool Form_KeyDown(const KeyPress& press) override {
     log << "key " << static_cast<int>(press.key) << press.text << (press.control ? " Ctrl" : "")
-        << (press.alt ? " Alt" : "") << (press.shift ? " Shift" : "") << ',';
+        << (press.alt ? " Alt" : "") << (press.shift ? " Shift" : "") << (press.repeated ? " again" : "")
+        << ',';
     return true;
   }
   /// What was set off by this.
@@ -148,6 +149,8 @@ TEST_F(ShownControls, TellWhatKeysDo) {
               {top, Qt::Key_Home, "", "key 7 Alt,", Qt::AltModifier}};
   for (const auto& k : keys)
     EXPECT_EQ(bench.After([&] { Key(k.at, k.key, k.with, k.letter); }), k.told) << k.told;
+  QKeyEvent again(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier, "", true);
+  EXPECT_EQ(bench.After([&] { QApplication::sendEvent(top, &again); }), "key 4 again,");
   const auto leave = [&](Qt::FocusReason reason) {
     QFocusEvent event(QEvent::FocusOut, reason);
     QApplication::sendEvent(text, &event);

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <ctime>
+#include <exception>
 #include <future>
 #include <mutex>
 #include <thread>
@@ -226,6 +227,11 @@ TEST(SliceOutput, RefusesWhatItCannotPlayAndWithoutADeviceEverything) {
   done_count = 0;
   EXPECT_EQ(mute.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
   EXPECT_EQ(handle, 0u);
+  const auto fail = [](const AudioFormat&, FillBuffer) -> std::unique_ptr<AudioDevice> {
+    throw std::exception();
+  };
+  SliceOutput failing(fail, {});
+  EXPECT_EQ(failing.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
   EXPECT_EQ(mute.Prepare(handle, header), kWaveInvalidHandle);
   EXPECT_EQ(mute.Write(handle, header), kWaveInvalidHandle);
   EXPECT_EQ(mute.Unprepare(handle, header), kWaveInvalidHandle);

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPainter>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -23,6 +24,7 @@
 #include "platform/Lifetime.h"
 #include "platform/Menu.h"
 #include "platform/Picture.h"
+#include "platform/Widgets.h"
 #include "platform/Window.h"
 #include "support/UserInput.h"
 #include "support/desk.h"
@@ -79,6 +81,19 @@ TEST(Windows, LoadOnTheFirstTouchAndAnewAfterAnUnload) {
   EXPECT_TRUE(sample.Unload());
   EXPECT_EQ(LoadedWindowCount(), 0);
   EXPECT_EQ(sample->log, "load,") << "a window touched again starts afresh";
+}
+
+TEST(Windows, GoAllTogetherAtTheEnd) {
+  Sample another;
+  WindowInstance<Sample> held, shown, unloaded;
+  const std::vector<QPointer<QWidget>> tops = {held.Hold().TopWidget(), shown->TopWidget(),
+                                               unloaded->TopWidget()};
+  shown->Show();
+  EXPECT_TRUE(unloaded.Unload());
+  EXPECT_EQ(VisibleWindow(), tops[1]) << "not an elder one that isn't on the screen";
+  DestroyAllWindows();
+  EXPECT_THAT(tops, testing::Each(testing::IsNull()));
+  EXPECT_EQ(LoadedWindowCount(), 0);
 }
 
 TEST(Windows, AskOnceBeforeTheProcessEndsWithTheLastOfThem) {
@@ -191,6 +206,24 @@ TEST(Windows, LayTilesFromTheLeftTopAndDarkenWithThem) {
   window.SetBackColor(Rgb(130, 131, 132));
   EXPECT_EQ(shown(399, 299), qRgb(130, 131, 132));
   EXPECT_FALSE(window.GroundIsDark());
+}
+
+TEST(Windows, PutAPlateBehindWhatALabelSaysOnDarkGround) {
+  Sample window;
+  Label spoken(window, "spoken", "Velocity"), mute(window, "mute", ""), hidden(window, "hidden", "Velocity");
+  int top = 20;
+  for (Label* label : {&spoken, &mute, &hidden}) label->Move(20, top, 200, 20), top += 40;
+  hidden.SetVisible(false);
+  window.Show();
+  for (const int shade : {20, 200}) {
+    window.SetBackColor(Rgb(shade, shade, shade));
+    for (int i = 0; i < 2; ++i) support::HandleEvents();
+    const QImage shown = window.ContainerWidget()->grab().toImage();
+    const QRgb ground = qRgb(shade, shade, shade), plate = shade == 20 ? qRgb(166, 171, 180) : ground;
+    EXPECT_EQ(shown.pixel(18, 30), plate) << "the text begins at 20";
+    for (const auto& [x, y] : {std::pair(15, 30), {210, 30}, {18, 70}, {18, 110}})
+      EXPECT_EQ(shown.pixel(x, y), ground) << x << ' ' << y;
+  }
 }
 
 /// A box as its reader has it.

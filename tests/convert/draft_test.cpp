@@ -144,7 +144,7 @@ constexpr const char* kSpelled =
     "think TH IH NG K; this DH IH S; those DH OW Z; though DH OW; through TH R UW; thumb TH AH M; "
     "times T AY M Z; tired T AY ER D; to T UW; today T AX D EY; toe T OW; together T AX G EH DH ER; "
     "touch T AH CH; tough T AH F; tried T R AY D; tube T UW B; tunnel T AH N AX L; turn T ER N; two T UW; "
-    "type T AY P; use Y UW Z; vein V EY N; vision V IH ZH AX N; walk W AO K; want W AA N T; "
+    "type T AY P; use Y UW Z; vein V EY N; view V Y UW; vision V IH ZH AX N; walk W AO K; want W AA N T; "
     "wanted W AA N T IH D; warm W AO R M; was W AH Z; wash W AA SH; washed W AA SH T; watch W AA CH; "
     "water W AO T ER; we're W IY R; weather W EH DH ER; weigh W EY; were W ER; what W AH T; when W EH N; "
     "where W EH R; whose HH UW Z; wild W AY L D; window W IH N D OW; with W IH DH; woman W UH M AX N; "

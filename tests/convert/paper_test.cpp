@@ -131,9 +131,21 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   EXPECT_NE(pdf.bytes->find("/MediaBox [0 0 612"), std::string::npos);
   EXPECT_TRUE(pdf.notes.empty());
   EXPECT_NE(pdf.bytes->find("/Count 2"), std::string::npos);
+  using std::string_view_literals::operator""sv;
+  for (const auto text :
+       {"/Title (\xfe\xff\0f\0r\0o\0g\0s)"sv, "/Creator (\xfe\xff\0E\0x\0p\0o\0s\0u\0r\0e\0 \0S"sv})
+    EXPECT_NE(pdf.bytes->find(text), std::string::npos) << text;
+  // Without pictures the first stream is the first page's. It begins at the paper's own corner.
+  const auto empty = convert::PrintSheet(support::SheetWith(2, ""), "", nullptr, convert::Paper::kA4, false);
+  EXPECT_NE(empty.bytes->find("/MediaBox [0 0 595"), std::string::npos);
+  const std::string stream = std::string(4, '\0') + empty.bytes->substr(empty.bytes->find("stream\n") + 7);
+  EXPECT_THAT(
+      qUncompress(QByteArray::fromStdString(stream)).toStdString(),
+      testing::ContainsRegex("\n0\\.060* 0 0 -0\\.060* 0 842 cm\n(.*\n)*0\\.47244[0-9]* 0 0 0\\.47244"));
 
   const auto svg = convert::PrintSheet(sheet, "frogs", sound.get(), convert::Paper::kLetter, true);
-  for (const char* text : {"2.96 s, 71 frames, 4+07 ft", "2 of 2", "&quot;moon&quot;", ">frogs</text>"})
+  for (const char* text : {"<title>frogs</title>", "width=\"215.9mm\" height=\"558.8mm\"",
+                           "2.96 s, 71 frames, 4+07 ft", "2 of 2", "&quot;moon&quot;", ">frogs</text>"})
     EXPECT_NE(svg.bytes->find(text), std::string::npos) << text;
   QSvgRenderer renderer(QByteArray::fromStdString(*svg.bytes));
   ASSERT_TRUE(renderer.isValid());
@@ -142,7 +154,8 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   QPainter painter(&page);
   renderer.render(&painter);
   const auto ink = [&](int from, int to, int frame) {
-    const int y = static_cast<int>((3350 + (frame + 0.5) * (27940 - 3350 - 900) / 48) / 20);
+    const int y =
+        frame / 48 * 1397 + static_cast<int>((3350 + (frame % 48 + 0.5) * (27940 - 3350 - 900) / 48) / 20);
     int dark = 0;
     for (int x = from; x < to; ++x) dark += qGray(page.pixel(x, y)) < 160;
     return dark;
@@ -152,6 +165,7 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   for (const auto& [from, to] : {std::pair{235, 312}, {318, 395}}) {
     EXPECT_GT(ink(from, to, 3), 30) << from;
     EXPECT_LT(ink(from, to, 35), 5) << from;
+    EXPECT_GT(ink(from, to, 65), 10) << "of \"moon\", on the second page";
   }
   EXPECT_GT(ink(400, 457, 0), 0) << "the picture of the F";
   EXPECT_LT(ink(400, 457, 0), 30) << "its ground";

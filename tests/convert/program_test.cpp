@@ -71,6 +71,10 @@ TEST_F(ConvertProgram, WorksInAPipe) {
   EXPECT_EQ(out_, "72\n");
   EXPECT_EQ(Run("printf 'MohoSwitch1\n1 grin\n' | $C --from dat --to csv - -"), 0);
   EXPECT_THAT(err_, HasSubstr("standard input: line 2: the table of names has no mouth \"grin\""));
+  ASSERT_EQ(Run("for p in letter a4; do $C --paper $p --to pdf $S/frogs.exp - | grep -ao 'Box .0 0 [0-9]*' | "
+                "uniq; done"),
+            0);
+  EXPECT_EQ(out_, "Box [0 0 612\nBox [0 0 595\n");
   EXPECT_EQ(Run("$C --to csv $S/frogs.exp - >/dev/full"), 1);
   EXPECT_THAT(err_, HasSubstr("standard output: No space left on device"));
   EXPECT_EQ(Run("head -c 100000000 /dev/zero | $C --from tsv --to dat - -"), 1) << "more than a text has";
@@ -97,18 +101,22 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
            {"$C a.wav b.exp", "a sound becomes a sound"},
            {"$C a.txt b.exp", "see --sound"},
            {"$C --rate 0 a.exp b.dat", "--rate: expected a number above 0, found \"0\""},
+           {"$C --paper A3 a.exp b.pdf", "--paper: expected A4 or Letter, found \"A3\""},
            {"$C --colour a.exp b.dat", "there is no option --colour"},
            {"$C a.exp b.dat --rate", "--rate needs a value"},
            {"$C --from html a.exp b.dat", "there is no format \"html\""}}) {
     EXPECT_EQ(Run(line), 2) << line;
     EXPECT_THAT(err_, HasSubstr(said)) << line;
+    EXPECT_THAT(out_ + err_, testing::EndsWith("\nexposure-sheet-convert: --help tells more\n")) << line;
   }
   EXPECT_EQ(Run("$C nothing.exp x.dat"), 1);
   EXPECT_THAT(err_, HasSubstr("nothing.exp: No such file or directory"));
   EXPECT_EQ(Run("$C --help && $C --version"), 0);
   EXPECT_THAT(out_, StartsWith("Usage: exposure-sheet-convert "));
+  for (const char* told : {" -, the standard", "\n  exp  ", "\n  txt  ", "\n  --rate ", "\n  --help, "})
+    EXPECT_THAT(out_, HasSubstr(told));
   EXPECT_THAT(out_, HasSubstr("isn't understood.\nexposure-sheet-convert 2."));
-  ASSERT_EQ(Run("$C --print-shapes | cmp - $S/../assets/shapes.txt"), 0) << err_;
+  ASSERT_EQ(Run("$C --print-shapes >own && cmp own $S/../assets/shapes.txt"), 0) << err_;
 }
 
 TEST_F(ConvertProgram, AsksTheSynthesizerForTheSoundsOfWords) {
@@ -123,6 +131,12 @@ TEST_F(ConvertProgram, AsksTheSynthesizerForTheSoundsOfWords) {
                                said));
   // A sixth of the voice each for the first two sounds, the second of which has two mouths.
   EXPECT_EQ(out_, "Frame,Shape,Comment\n0,Closed,\n10,U,O\xc3\xb9\n20,O,oa\n25,I,\n30,A,\n70,Closed,\n");
+  // Six sounds share five hundredths of a second evenly; two breaths have the mouth that follows them.
+  support::MakeSound(folder_ / "short.au", "5V");
+  ASSERT_EQ(Run("printf 'oh oa' >h.txt; LD_LIBRARY_PATH=" DOUBLE_FOLDER " $C --rate 200 --to csv h.txt - "
+                "--sound short.au --language fr | cut -d, -f1-3 | grep -v ',,$'"),
+            0);
+  EXPECT_EQ(out_, "Frame,Shape,Comment\n0,O,oh oa\n1,I,\n2,A,\n4,M,\n");
   const std::string mute =
       " can't be spelled: the library of espeak-ng isn't there, or has no voice of that name\n";
   // English needs no synthesizer, and says so unless none was asked for.

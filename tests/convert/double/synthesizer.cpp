@@ -38,7 +38,12 @@ int espeak_Synth(const char* text, std::size_t size, unsigned position, int posi
       {.type = kPhoneme, .audio_milliseconds = 200, .mnemonic = {'a'}},
       {.type = kPhoneme, .audio_milliseconds = 600, .mnemonic = {'_', ':'}},
       {.type = kEnd}};
-  return callback(nullptr, 0, first) + callback(nullptr, 0, second);
+  Event breaths[] = {{.type = kPhoneme, .mnemonic = {'h'}},
+                     {.type = kPhoneme, .mnemonic = {'h'}},
+                     {.type = kPhoneme, .mnemonic = {'m'}},
+                     {.type = kEnd}};
+  return callback(nullptr, 0, first) + callback(nullptr, 0, second) +
+         (std::strchr(text, 'h') ? callback(nullptr, 0, breaths) : 0);
 }
 int espeak_Synchronize() { return std::fputs("Synchronize\n", stderr); }
 int espeak_Terminate() { return std::fputs("Terminate\n", stderr); }

@@ -19,8 +19,8 @@ from krita import Krita  # noqa: E402
 from PyQt5.QtCore import QByteArray, QEventLoop, QObject, QSettings, QTimer, Q_CLASSINFO, pyqtSlot  # noqa: E402
 from PyQt5.QtDBus import (QDBusAbstractAdaptor, QDBusConnection, QDBusMessage, QDBusObjectPath,  # noqa: E402
                           QDBusPendingCallWatcher, QDBusPendingReply, QDBusUnixFileDescriptor)
-from PyQt5.QtGui import QColor, QPalette  # noqa: E402
-from PyQt5.QtWidgets import QApplication  # noqa: E402
+from PyQt5.QtGui import QColor, QPalette, QStandardItemModel  # noqa: E402
+from PyQt5.QtWidgets import QAction, QApplication, QDockWidget, QMainWindow, QTableView, QToolButton  # noqa: E402
 
 import importlib.util  # noqa: E402
 
@@ -31,11 +31,12 @@ sys.modules["exposure_sheet"] = PACKAGE
 
 from exposure_sheet import extension, roll, status, theme, tool  # noqa: E402
 from exposure_sheet.host import Host  # noqa: E402
+from exposure_sheet.planes import TakenPlanes  # noqa: E402
 from exposure_sheet.wire import Service, program_name  # noqa: E402
 from exposure_sheet.words import Refused  # noqa: E402
 
 NAME, PATH = "Vellumark.Vellumark_Class", "/Vellumark/Vellumark_Class"
-OPEN_WINDOW = roll.open_window
+OPEN_WINDOW, TIMELINE = roll.open_window, roll.Timeline
 WIDTH, HEIGHT, FIRST, FRAMES = 3, 2, 10, 6
 GETTERS = ("vel_GetRbuffer", "vel_GetGbuffer", "Vel_GetBbuffer")
 SETTERS = ("vel_SetRbuffer", "vel_SetGBuffer", "vel_SetBBuffer")
@@ -90,7 +91,9 @@ class Bridge(unittest.TestCase):
         self.client = QDBusConnection.connectToBus(QDBusConnection.SessionBus, "client")
 
     def tearDown(self):
+        shared = [lent._memory for lent in self.service._lent.values()] + list(self.service._taken._mapped.values())
         self.service.stop()
+        self.assertTrue(all(memory.closed for memory in shared))
         QDBusConnection.disconnectFromBus("client")
 
     def ask(self, member, *given, interface=NAME):
@@ -135,6 +138,17 @@ class Bridge(unittest.TestCase):
         self.document.busy = False
         self.wait_until(lambda: self.document.currentTime() == FIRST + 4)
         self.assertEqual(self.document.went, [FIRST + 4])
+        # What was asked for before counts no more when a frame's planes are read, the tool ends or the document closes.
+        drawing = self.host.drawing()
+        for no_more, went in [(lambda: self.plane(GETTERS[0]), [FIRST]), (self.host.end, []), (self.krita.open.clear, [])]:
+            self.document.busy = True
+            self.call("Vel_GotoFrame", 3)
+            self.document.went.clear()
+            no_more()
+            self.document.busy = False
+            drawing._since_move.invalidate()
+            drawing._follow()
+            self.assertEqual(self.document.went, went)
 
     def wait_until(self, done):
         loop, timer = QEventLoop(), QTimer(interval=2)
@@ -170,12 +184,32 @@ class Bridge(unittest.TestCase):
         self.assertEqual(os.fstat(lent.fileDescriptor()).st_size, (WIDTH + 1) * HEIGHT)
 
     def test_started_again_it_works_with_the_active_document(self):
-        session = extension.Session.__new__(extension.Session)
-        session._host, session._service, session._tell_document = self.host, self.service, lambda: None
-        session.come_forward(None)
-        self.assertEqual(self.call("vel_BufferWidth"), WIDTH - 1)
-        session.come_forward(self.krita.createDocument(WIDTH + 1, HEIGHT, "Toads"))
-        self.assertEqual(self.call("vel_BufferWidth"), WIDTH)
+        self.service.stop()
+        toads, sheet = self.krita.createDocument(WIDTH + 1, HEIGHT, "Toads"), extension.ExposureSheet(None)
+        with patch.multiple(extension, Tool=DEFAULT, theme=DEFAULT) as doubles, \
+                patch.multiple(Krita, create=True, activeDocument=DEFAULT, activeWindow=DEFAULT, icon=DEFAULT) as krita, \
+                patch.object(Service, "call_form") as called:
+            doubles["theme"].store.side_effect = [True, True, False, True]
+            seen = []
+            for document in (self.document, None, toads, self.document):
+                krita["activeDocument"].return_value = document
+                sheet.start()
+                sheet._session._service.forms = ["sheet", "painter"]
+                seen.append((self.call("vel_BufferWidth"), *self.plane(GETTERS[1])))
+                self.call("Vel_GotoFrameAdv", 4, 3)
+                self.plane(GETTERS[1])
+            # Another document begins at its first frame.
+            self.assertEqual(seen, [(2, *[1] * 6), (2, *[41] * 6), (3, *[255] * 8), (2, *[1] * 6)])
+            for _ in range(2):
+                QApplication.instance().paletteChanged.emit(QPalette())
+            doubles["Tool"].call_args[0][0](0)
+            QApplication.instance().paletteChanged.emit(QPalette())
+        self.assertEqual(called.mock_calls, [call("sheet", "Show")] * 3 + [call("sheet", "PrefsCallback"),
+                                                                          call("painter", "PrefsCallback")])
+        self.assertEqual(krita["activeWindow"]().activeView().showFloatingMessage.mock_calls,
+                         [call(f"The exposure sheet works with {name}", krita["icon"](), 6000, 1)
+                          for name in ("Frogs", "Toads", "Frogs")])
+        self.assertFalse(self.client.interface().isServiceRegistered(NAME).value())
 
     def test_lays_what_is_transparent_on_white(self):
         self.layer.keys[FIRST] = bytes([0, 50, 100, 128]) * 3 + bytes(12)
@@ -186,7 +220,8 @@ class Bridge(unittest.TestCase):
         self.assertEqual(self.krita.documents(), [self.document])
 
     def set_frame(self, frame, *greys, way=None):
-        self.call("Vel_GotoFrameAdv", frame, 3)
+        if frame is not None:
+            self.call("Vel_GotoFrameAdv", frame, 3)
         for setter, grey in zip(SETTERS, greys):
             if way is None:
                 self.call(setter, QByteArray(bytes([grey]) * 6))
@@ -200,10 +235,12 @@ class Bridge(unittest.TestCase):
     def test_shoots_a_roll_on_which_equal_frames_are_held(self):
         before = dict(self.layer.keys)
         self.document.setFramesPerSecond(12)
+        self.call("Vel_GotoFrameAdv", 3, 3)
         self.call("vel_CreateAnimAdv", 6, 2)
         self.assertEqual((self.call("vel_GetTotalFrames"), self.call("Vel_GetFrameRate")), (6, "12"))
         for frame, grey in enumerate([1, 1, 2, 2, 1, 1]):
-            self.set_frame(frame, grey, grey + 1, grey + 2)
+            # A new roll begins at its first frame.
+            self.set_frame(frame or None, grey, grey + 1, grey + 2)
         self.call("vel_StatusClose")
         self.assertEqual(self.shot(), {0: (3, 2, 1), 2: (4, 3, 2), 4: (3, 2, 1)})
         self.assertTrue(self.krita.documents()[-1].modified(), "it would go without a question")
@@ -216,7 +253,7 @@ class Bridge(unittest.TestCase):
         self.call("vel_CreateAnimAdv", 6, 2)
         for frame in (0, 1, 2):
             self.set_frame(frame, 5, 5, 5)
-        self.call("vel_StatusClose")
+        self.host.end()
         self.assertEqual(self.shot(), {0: (5, 5, 5), 3: white})
         self.set_frame(1, 9, 9, 9)
         self.set_frame(4, 7)
@@ -241,6 +278,12 @@ class Bridge(unittest.TestCase):
             self.refused(words, "vel_SetRbuffer", memory, interface=NAME + ".Descriptors")
         for end in pipe:
             os.close(end)
+        # Of more memories than it keeps, all the ones before are given back.
+        taken, memories = TakenPlanes(), [sealed(bytes([n]) * 6) for n in range(17)]
+        for number, memory in enumerate(memories):
+            before = list(taken._mapped.values())
+            self.assertEqual(taken.read(memory.fileDescriptor(), 5), bytes([number]) * 5)
+            self.assertEqual([kept.closed for kept in before], [number == 16] * number)
 
     def test_refuses_in_words(self):
         for words, member, *given in [("5 bytes where", "vel_SetRbuffer", QByteArray(bytes(5))), ("No such", "vel_GetAppDir"),
@@ -260,8 +303,10 @@ class Bridge(unittest.TestCase):
         self.krita.documents()[-1].close()
         self.call("vel_CreateAnimAdv", 3, 2)
         self.assertEqual(self.call("vel_GetTotalFrames"), 3)
+        self.call("Vel_GotoFrameAdv", 2, 2)
+        self.assertEqual(self.plane(GETTERS[1]), bytes([255]) * 6)
         self.krita.documents()[-1].close()
-        self.assertEqual(self.call("vel_GetTotalFrames"), FRAMES)
+        self.assertEqual((self.call("vel_GetTotalFrames"), self.plane(GETTERS[1])), (FRAMES, bytes([1]) * 6))
 
     def test_shows_progress(self):
         for member, *given in [("vel_StatusOpen", "Saving..."), ("vel_Status", 12.5), ("vel_StatusClose",)]:
@@ -355,6 +400,7 @@ class Bridge(unittest.TestCase):
                     sheet._session._tool_left("a tool that died at work")
                     self.assertEqual(doubles["Host"].return_value.end.call_count, 1)
                 doubles["Tool"].call_args[0][0](3)
+            self.assertEqual(doubles["Host"].return_value.end.call_count, 3)
             self.assertEqual(doubles["theme"].store.call_count, 2)
             self.krita.open.clear()
             sheet.start()
@@ -366,6 +412,24 @@ class Bridge(unittest.TestCase):
         OPEN_WINDOW(krita, "roll")
         self.assertEqual([name for name, _, _ in krita.openWindow.return_value.mock_calls if name != "qwindow"],
                          ["qwindow().resize", "qwindow().show", "addView"])
+
+    def test_makes_frames_on_the_timeline_of_the_rolls_window(self):
+        window, made = QMainWindow(), []
+        docker = QDockWidget(window, objectName="TimelineDocker")
+        of_krita = MagicMock(**{"qwindow.return_value": window})
+        self.assertRaisesRegex(Refused, "another timeline", TIMELINE, of_krita)
+        view = type("KisAnimTimelineFramesView", (QTableView,), {})(docker)
+        view.setModel(QStandardItemModel(3, 9, view))
+        for name in ("add_blank_frame", "add_duplicate_frame"):
+            action = QAction(docker, objectName=name)
+            QToolButton(docker).setDefaultAction(action)
+            action.triggered.connect(lambda _, n=name: made.append((n, view.currentIndex())))
+        # The window shows the roll's layers a little later.
+        QTimer.singleShot(0, lambda: view.model().setVerticalHeaderLabels(["Mask", "Roll", "Below"]))
+        TIMELINE(of_krita).make_key("Roll", 4, TIMELINE.BLANK)
+        TIMELINE(of_krita).make_key("Below", 7, TIMELINE.DUPLICATE)
+        at = view.model().index
+        self.assertEqual(made, [("add_blank_frame", at(1, 4)), ("add_duplicate_frame", at(2, 7))])
 
     def test_is_taken_out_as_it_was_put_in(self):
         """The user's settings file before, and after uninstalling; None is no file."""

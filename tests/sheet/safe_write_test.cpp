@@ -51,16 +51,20 @@ class SafeWrite : public testing::Test {
     return writer.CreateFailure().empty() ? writer.Finish(bytes) : "create: " + writer.CreateFailure();
   }
 
-  /// Root may do anything, so what other users meet is tried as the user nobody, in a process of its own.
-  static bool AsNobody(const std::function<bool()>& holds, gid_t other_group = 65534) {
+  static bool InAProcessOfItsOwn(const std::function<bool()>& holds) {
     const pid_t child = fork();
-    if (child == 0)
-      _exit(
-          (geteuid() != 0 || (setgroups(1, &other_group) == 0 && setgid(65534) == 0 && setuid(65534) == 0)) &&
-          holds());
+    if (child == 0) _exit(holds());
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) && WEXITSTATUS(status) == 1;
+  }
+  /// Root may do anything, so what other users meet is tried as the user nobody.
+  static bool AsNobody(const std::function<bool()>& holds, gid_t other_group = 65534) {
+    return InAProcessOfItsOwn([&] {
+      return (geteuid() != 0 ||
+              (setgroups(1, &other_group) == 0 && setgid(65534) == 0 && setuid(65534) == 0)) &&
+             holds();
+    });
   }
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
@@ -191,7 +195,8 @@ TEST_F(SafeWrite, AFileInAFolderThatCantBeWrittenIsWrittenInPlace) {
   if (geteuid() != 0) GTEST_SKIP() << "needs a folder of another user";
   Put(sheet_, "old and longer");
   chmod(sheet_.c_str(), 0666);
-  const std::string aside = folder_ / "aside";
+  const std::string aside = folder_ / "aside",
+                    long_text = std::string(1 << 20, 'a') + std::string(1 << 20, 'b');
   fs::create_directory(aside);
   chmod(aside.c_str(), 0777);
   struct stat before {};
@@ -205,9 +210,10 @@ TEST_F(SafeWrite, AFileInAFolderThatCantBeWrittenIsWrittenInPlace) {
   // A folder that only its owner may write, and one in which nobody may replace another one's file.
   for (const mode_t mode : {0755u, 01777u}) {
     chmod(folder_.c_str(), mode);
-    for (const char* text : {"new", "new and longer than before"}) {
+    // The last one is longer than what is copied at a time.
+    for (const std::string& text : {std::string("new"), std::string("new and longer"), long_text}) {
       EXPECT_TRUE(AsNobody([&] { return save(text).empty(); })) << std::oct << mode;
-      EXPECT_EQ(Get(sheet_), text);
+      EXPECT_TRUE(Get(sheet_) == text);
       EXPECT_TRUE(fs::is_empty(aside));
     }
     stat(sheet_.c_str(), &after);
@@ -215,18 +221,35 @@ TEST_F(SafeWrite, AFileInAFolderThatCantBeWrittenIsWrittenInPlace) {
     // Without room for the new sheet the old one stands again.
     EXPECT_TRUE(AsNobody([&] {
       signal(SIGXFSZ, SIG_IGN);
-      const rlimit small{50, 50};
+      const rlimit small{3 << 20, 3 << 20};
       setrlimit(RLIMIT_FSIZE, &small);
-      return save(std::string(100, 'x')) == "File too large";
+      return save(std::string(4 << 20, 'x')) == "File too large";
     }));
-    EXPECT_EQ(Get(sheet_), "new and longer than before");
+    EXPECT_TRUE(Get(sheet_) == long_text);
     EXPECT_TRUE(fs::is_empty(aside));
   }
   // Without a copy nothing is touched.
   chmod(aside.c_str(), 0555);
   EXPECT_TRUE(AsNobody(
       [&] { return save("new") == "no copy of the old file could be put aside: Permission denied"; }));
-  EXPECT_EQ(Get(sheet_), "new and longer than before");
+  EXPECT_TRUE(Get(sheet_) == long_text);
+}
+
+TEST_F(SafeWrite, TakesTheNextNameWhereOneIsStillInUse) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs a root folder of its own";
+  // Where /proc isn't there, files have a name from the start.
+  for (const bool has_proc : {true, false}) {
+    Put(sheet_, "old");
+    EXPECT_TRUE(InAProcessOfItsOwn([&] {
+      if (!has_proc && chroot(folder_.c_str()) != 0) return false;
+      const std::string folder = has_proc ? folder_.string() : "";
+      const std::string held = folder + "/.saving-" + std::to_string(getpid()) + "-0";
+      flock(open(held.c_str(), O_RDWR | O_CREAT, 0600), LOCK_EX);
+      return Save(folder + "/sheet.exp", "new").empty() && fs::exists(held);
+    }));
+    EXPECT_EQ(Get(sheet_), "new");
+    EXPECT_EQ(Names().size(), 2U);
+  }
 }
 
 TEST_F(SafeWrite, WhatKilledSavesHaveLeftGoesWithTheNextOne) {

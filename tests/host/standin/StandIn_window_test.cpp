@@ -420,7 +420,7 @@ TEST_F(StandInWindowTest, OpensWhatIsDroppedOnIt) {
 TEST(DemoAnimation, TheFellowIsFlatOnTheGroundAndRoundInTheAir) {
   const Animation animation = DrawDemoAnimation();
   // Half a breadth of 40 / 0.78 and half a height of 40 * 0.78 on the ground at 196, a radius of 40 in the
-  // air, 84 higher; 84 from the middle to each side at the turns.
+  // air, 84 higher; 84 from the middle to each side at the turns. Pixels on the edge are mixed with the ink.
   for (const auto& [frame, left, top, width, height] :
        {std::tuple{0, 24.7, 133.6, 102.6, 62.4}, {6, 60.6, 32., 80., 80.}, {24, 192.7, 133.6, 102.6, 62.4}}) {
     const PixelBlock picture = FramePixels(animation, frame);
@@ -428,7 +428,7 @@ TEST(DemoAnimation, TheFellowIsFlatOnTheGroundAndRoundInTheAir) {
     for (int i = 0; i < 320 * 240; ++i)
       if (picture.pixels[static_cast<std::size_t>(i)] == 0xFFF28C5C) skin |= QRect(i % 320, i / 320, 1, 1);
     const std::array<double, 4> found = {1. * skin.x(), 1. * skin.y(), 1. * skin.width(), 1. * skin.height()};
-    EXPECT_THAT(found, testing::Pointwise(testing::DoubleNear(2), std::array{left, top, width, height}))
+    EXPECT_THAT(found, testing::Pointwise(testing::DoubleNear(4), std::array{left, top, width, height}))
         << frame;
   }
 }

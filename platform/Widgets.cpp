@@ -68,7 +68,7 @@ class BarWidget : public QScrollBar {
     QScrollBar::paintEvent(event);
     if (hasFocus()) PaintFocusFrame(this);
   }
-  /// The toolkit has the arrow keys of a bar that lies the wrong way round.
+  /// For a horizontal bar the toolkit turns the Left and Right keys round.
   void keyPressEvent(QKeyEvent* event) override {
     if (event->key() == Qt::Key_Left) return triggerAction(SliderSingleStepSub);
     if (event->key() == Qt::Key_Right) return triggerAction(SliderSingleStepAdd);

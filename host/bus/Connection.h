@@ -27,7 +27,7 @@ inline constexpr const char* kPrefsCallback = "PrefsCallback";
 /// The name of every error that host and tool answer with; the message says the rest.
 inline constexpr const char* kErrorName = "Vellumark.Error.Failed";
 
-/// The longest array of bytes that a message of the bus may hold (D-Bus Specification, "Marshaling").
+/// The longest array of bytes that a message of the bus may hold (D-Bus, "Marshaling").
 inline constexpr std::size_t kMostBytesInMessage = std::size_t{64} << 20;
 
 using Message = std::shared_ptr<sd_bus_message>;

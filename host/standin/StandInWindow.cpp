@@ -135,8 +135,12 @@ void StandInWindow::PutInCorner() {
        std::max(room.top(), room.bottom() - height() - frame_allowance - 24));
 }
 
-void StandInWindow::FrameMoved() {
+void StandInWindow::FrameKept() {
   if (play_timer_.isActive() && !own_step_) StopPlay();
+}
+
+void StandInWindow::FrameMoved() {
+  FrameKept();
   // A tool in this process may block the thread next, for the sound of the very frame that it has moved to.
   if (isVisible() && paint_clock_.elapsed() >= next_frame_paint_ms_) ShowFrameAtOnce();
   RefreshSoon();

@@ -46,6 +46,7 @@ class StandInWindow : public QMainWindow, public StandInView {
 
   // What the stand-in tells its view.
   void FrameMoved() override;
+  void FrameKept() override;
   void FramePainted() override;
   void AnimationChanged() override;
   void RateChanged() override;

@@ -58,7 +58,7 @@ int StandIn::NearestFrame(std::int32_t frame) const {
 
 void StandIn::GotoFrame(std::int32_t frame) {
   const int nearest = NearestFrame(frame);
-  if (nearest == current_frame_) return;
+  if (nearest == current_frame_) return Tell(&StandInView::FrameKept);
   current_frame_ = nearest;
   Tell(&StandInView::FrameMoved);
 }

@@ -32,6 +32,8 @@ class StandInView {
  public:
   virtual ~StandInView() = default;
   virtual void FrameMoved() = 0;
+  /// The frame that is there was asked for again.
+  virtual void FrameKept() = 0;
   virtual void FramePainted() = 0;
   virtual void AnimationChanged() = 0;
   virtual void RateChanged() = 0;

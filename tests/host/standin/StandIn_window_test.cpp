@@ -285,6 +285,7 @@ TEST_F(StandInWindowTest, StopsPlayingForWhateverElseMovesTheFrameOrTakesItAway)
       [&] { Choose("First"); },  // where it is already
       [&] { window_->findChild<QSlider*>("Scrub")->setValue(5); },
       [&] { stand_in_->GotoFrame(3); },
+      [&] { stand_in_->GotoFrame(stand_in_->CurrentFrame()); },
       [&] {
         stand_in_->GotoFrame(0), Choose("Play"), stand_in_->TakeAnimation(Animation({8, 6}, 2));
       },

@@ -17,6 +17,7 @@ using convert::ShapeTable;
 using convert::Writing;
 using support::CellsOf;
 using support::SheetWith;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 
 Context Plain() {
@@ -48,15 +49,23 @@ std::string RestOf(const Document& sheet) {
 TEST(Formats, TheSampleSheetGoesOutAndBack) {
   Document frogs = Frogs();
   EXPECT_EQ(*convert::WriteExposureSheet(frogs).bytes, support::FileBytes(SOURCE_DIR "/samples/frogs.exp"));
+  frogs.rows[0][0] = "x";
+  EXPECT_EQ(CellsOf(*convert::ReadExposureSheet(*convert::WriteExposureSheet(frogs).bytes).sheet),
+            CellsOf(Frogs()))
+      << "the frames are numbered anew";
+  frogs.rows[0][0] = "0";
+  frogs.rows[0][2] = "\"\xc3\xa4, b; <c> & \\ # | 7\" %1 -";
+  frogs.rows.back()[2] = "\"";
   const Document csv = *convert::ReadCsv(*convert::WriteCsv(frogs).bytes, Plain()).sheet;
   EXPECT_EQ(CellsOf(csv), CellsOf(frogs));
   EXPECT_EQ(csv.track_values, frogs.track_values);
   EXPECT_EQ(CellsOf(*convert::ReadXdts(*convert::WriteXdts(frogs).bytes, Plain()).sheet), CellsOf(frogs));
-  const std::string cells = CellsOf(frogs);
-  frogs.rows[0][0] = "x";
   frogs.lock = frogs.track_visible[2] = false;
+  frogs.frame_rate_text = "29.97";
+  frogs.wave_file_name = "/T\xc3\xb6ne, \"alle\"/a.wav";
   const Document own = *convert::ReadExposureSheet(*convert::WriteExposureSheet(frogs).bytes).sheet;
-  EXPECT_EQ(CellsOf(own), cells) << "the frames are numbered anew";
+  EXPECT_EQ(CellsOf(own), CellsOf(frogs));
+  EXPECT_EQ(RestOf(own), RestOf(frogs));
   EXPECT_FALSE(own.lock);
   EXPECT_EQ(own.track_visible, frogs.track_visible);
 }
@@ -106,6 +115,7 @@ TEST(Formats, AHeldMouthIsWrittenOnceAndARepeatedOneTwice) {
 TEST(Formats, APapagayoWordHoldsItsMouthUntilTheNextWordShowsOne) {
   Document sheet = SheetWith(12, "1:A 6:M");
   sheet.rows[4][2] = "two words";
+  sheet.track_values.assign(12, {32, 32, 32, 32});  // which nobody misses
   const Writing written = convert::WritePapagayo(sheet, ShapeTable::Default());
   EXPECT_EQ(*written.bytes,
             "lipsync version 1\n\n24\n12\n1\n\tMouth\n\t- two_words\n\t1\n\t\t- two_words\n\t\t1\n\t\t11\n"
@@ -207,11 +217,12 @@ constexpr Foreign kForeign[] = {
      "0:L 6:U /18", "", "24 v.wav"},
     {"cues as JSON and as XML that end with their last one", convert::ReadCueJson,
      R"({"mouthCues":[{"start":0.00,"end":0.5,"value":"B"}]})", "0:S /12"},
-    {"the same as XML", convert::ReadCueXml,
-     "<rhubarbResult><mouthCue start='0' end='0.5'>B</mouthCue></rhubarbResult>", "0:S /12"},
+    {"the same as XML, with a duration that is none", convert::ReadCueXml,
+     "<rhubarbResult><duration>inf</duration><mouthCue start='0' end='0.5'>B</mouthCue></rhubarbResult>",
+     "0:S /12"},
     {"two voices, words in any order, one frame between two of them", convert::ReadPapagayo,
-     "lipsync version 1\nv.wav\n1\n20\n2\n\tAnn\n\tHi|you\n\t1\n\t\tHi you\n\t\t0\n\t\t15\n\t\t4\n"
-     "\t\t\tyou\t10 15 4\n\t\t\t\t10 etc\n\t\t\t\t12 U\n\t\t\t\t13 huh\n\t\t\t\t30 O\n"
+     "lipsync version 1\nv.wav\n1\n20\n2\n\tAnn \n\tHi|you\n\t1\n\t\tHi you\n\t\t0\n\t\t15\n\t\t4\n"
+     "\t\t\tyou\t10 15 4\n\t\t\t\t10 etc\n\t\t\t\t12 U\n\t\t\t\t13 huh\n\t\t\t\t20 O\n"
      "\t\t\toh 0 0 1\n\t\t\t\t0 O\n\t\t\tHi 2 5 1\n\t\t\t\t2 AI\n\t\t\tbye now 16 17 0\n\tBob\n\t\n\t0\n",
      "0:O 0\"oh\" 1:Closed 2:A 2\"Hi\" 6:Closed 10:S 10\"you\" 12:U 13\"(huh)\" 16\"bye now\" 18:Closed /20",
      "line 16: the table of names has no mouth \"huh\"; it goes into the comment\n"
@@ -275,30 +286,25 @@ TEST(Formats, ReadsWhatOtherProgramsWrite) {
 }
 
 TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
-  const std::string first = "exchangeDigitalTimeSheet Save Data\n";
-  const std::tuple<Reader, std::string, const char*> faults[] = {
+  const std::string first = "exchangeDigitalTimeSheet Save Data\n", most(59, 'x');
+  const std::tuple<Reader, std::string, std::string> faults[] = {
       {convert::ReadSwitchData, "", "line 1: expected MohoSwitch1, found \"\""},
       {convert::ReadSwitchData, "MohoSwitch1\n1 AI\n2\n", "line 3: expected a frame"},
-      {convert::ReadSwitchData, "MohoSwitch1\n-1 AI\n", "line 2: expected a frame"},
+      // A long text is cut between characters.
+      {convert::ReadSwitchData, most + "\xc3\xa4", "found \"" + most + "...\""},
+      {convert::ReadSwitchData, most + "a", "found \"" + most + "a\""},
+      {convert::ReadSwitchData, "%9 \x1f\x7f%", "found \"%9   %\""},
       {convert::ReadSwitchData, "MohoSwitch1\n9999999 AI\n", "at most 1000000 are believed"},
       {convert::ReadCueTable, "0.0\tA\n0,5\tB\n", "line 2: expected seconds"},
-      {convert::ReadCueTable, "-1\tA\n", "line 1: a start of -1 seconds"},
       {convert::ReadCueTable, "1e300\tA\n", "line 1: a start of 1e+300 seconds"},
-      {convert::ReadCueJson, "{\n\"mouthCues\":[\n{]}", "line 3: "},
       {convert::ReadCueJson, R"({"mouthCues":[{"start":0,"value":"A"},{"start":"0"}]})", "cue 2: expected"},
       {convert::ReadCueXml, "<rhubarbResult>\n<mouthCue start=\"x\">A</mouthCue>",
        "line 2: the cue has no start"},
       {convert::ReadCueXml, "<html/>", "line 1: expected the element rhubarbResult"},
       {convert::ReadPapagayo, "lipsync version 2\n", "line 1: expected lipsync version 1"},
       {convert::ReadPapagayo, "lipsync version 1\nv\n0\n", "line 3: expected a frame rate above 0"},
-      {convert::ReadPapagayo, "lipsync version 1\nv\n24\n5\n1\n\tA\n\tx\n\t9999999\n\t\tx\n",
-       "line 10: expected"},
-      {convert::ReadXdts, first + "{\n,", "line 3: "},
       {convert::ReadXdts, "exchangeDigitalTimeSheet Save Data {,", "line 1: "},
       {convert::ReadXdts, first + "{}", "no time table"},
-      {convert::ReadXdts,
-       first + R"({"timeTables":[{"fields":[{"fieldId":0,"tracks":[{"frames":[{"frame":-1}]}]}]}]})",
-       "column \"1\", entry 1: expected a \"frame\""},
       {convert::ReadCsv, "Frame,Shape\n0,A\nx,B\n", "line 3, column Frame: expected"},
       {convert::ReadCsv, "Frame,Comment,Red\n0,\"a\nb\",32\n1,,256\n", "line 4, column Red: expected"},
       {convert::ReadCsv, "0,A\n1,\"B\n2,C\n", "line 2: a quotation mark opens a cell"},
@@ -310,6 +316,50 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
     const Reading reading = read(bytes, Plain());
     EXPECT_FALSE(reading.sheet) << bytes;
     EXPECT_THAT(InEnglish(reading.failure), HasSubstr(message)) << bytes;
+  }
+}
+
+/// Files with their numbers marked: '#' where no other number may stand, '~' where one below 0 may, '^' where
+/// any above 0 may; and how a place is told that isn't a line's.
+const std::tuple<Reader, std::string, const char*> kNumbered[] = {
+    {convert::ReadSwitchData, "MohoSwitch1\n#1 rest\n#9 AI\n", "line"},
+    {convert::ReadCueTable, "#0\tX\n#0.5\tB\n", "no cues"},
+    {convert::ReadCueJson, "{\"mouthCues\":[\n{\"start\":#0.5,\"value\":\"B\"}]}", "cue 1"},
+    {convert::ReadCueXml, "<rhubarbResult>\n<mouthCue start='#0.5'>B</mouthCue>\n</rhubarbResult>", "line"},
+    {convert::ReadPapagayo,
+     "lipsync version 1\nv\n^24\n#60\n#1\n\tA\n\tx\n\t#1\n\t\tx\n\t\t#0\n\t\t#59\n\t\t#1\n\t\t\tx #0 ~59 #1\n"
+     "\t\t\t\t#10 AI",
+     "line"},
+    {convert::ReadXdts,
+     "exchangeDigitalTimeSheet Save Data\n{\"timeTables\":[{\"duration\":~9,\n\"fields\":[{\"fieldId\":0,"
+     "\"tracks\":[{\"frames\":[{\"frame\":#1,\"data\":[{\"id\":0,\"values\":[\"M\"]}]}]}]}]}]}",
+     "column \"1\", entry 1|duration|line 2: illegal"},
+    {convert::ReadCsv,
+     "Frame,Shape,Comment,Yellow,Red,Green,Blue\n\"#3\",A,,\"#1\",\"#2\",\"#3\",\"#255\"\n\"#4\",,\"b\",\n",
+     "no rows"},
+};
+
+TEST(Formats, WrongNumbersAndTheEndOfACutFileAreToldWithTheirPlace) {
+  for (const auto& [read, marked, place] : kNumbered) {
+    const auto rows = [&, at_any = std::string("|") + place](std::string bytes, std::size_t fault) {
+      std::erase_if(bytes, [](char c) { return c == '#' || c == '~' || c == '^'; });
+      const Reading reading = read(bytes, Plain());
+      const auto line = 1 + std::count(marked.begin(), marked.begin() + static_cast<long>(fault), '\n');
+      if (reading.sheet) return static_cast<int>(reading.sheet->rows.size());
+      EXPECT_THAT(InEnglish(reading.failure), ContainsRegex("line " + std::to_string(line) + at_any))
+          << bytes;
+      return -1;
+    };
+    const int whole = rows(marked, 0);
+    EXPECT_GT(whole, 0);
+    for (std::size_t at = 0; at < marked.size(); ++at) {
+      EXPECT_LE(rows(marked.substr(0, at), at), whole);
+      const std::string behind =
+          marked.substr(std::min(marked.find_first_not_of("0123456789.", at + 1), marked.size()));
+      const std::vector<std::string> wrong = {"-1", "2147483648", "nan", "inf", "1e400", "0x10", "1,5", "+1"};
+      for (std::size_t i = std::string("#~^").find(marked[at]); i < wrong.size(); ++i)
+        EXPECT_EQ(rows(marked.substr(0, at) + wrong[i] + behind, at), -1) << place << at << wrong[i];
+    }
   }
 }
 
@@ -332,6 +382,30 @@ TEST(Formats, TheSoundDecidesTheLengthAndTheRateMovesEntries) {
   for (const std::size_t frame : {0U, 8U, 23U}) EXPECT_EQ(sheet.track_values[frame][0], 2 * frame);
   notes.insert(notes.end(), reading.notes.begin(), reading.notes.end());
   EXPECT_EQ(Told(notes), "2 entries behind the sheet's end, which is at frame 48, are left out\n");
+
+  // The sheet's own rate, and the rate and the seconds of sound that are given.
+  const std::string behind = "an entry behind the sheet's end, which is at frame ";
+  const std::tuple<const char*, std::optional<std::string>, std::optional<double>, std::string> fits[] = {
+      {"24", {}, {}, "1:A 3:M /4 24 0/9 1/9 2/9 "},
+      {"24", "12", {}, "0:A /2 12 0/9 2/9 " + behind + "2, is left out\n"},
+      {"24", "48", {}, "2:A 6:M /8 48 0/9 0/9 1/9 1/9 2/9 2/9 "},
+      {"24", {}, 0.125, "1:A /3 24 0/9 1/9 2/9 " + behind + "3, is left out\n"},
+      {"24", {}, 0.25, "1:A 3:M /6 24 0/9 1/9 2/9 32/32 32/32 32/32 "},
+      {"0", {}, {}, "1:A 3:M /4 0 0/9 1/9 2/9 "},
+      {"0", "24", {}, "1:A 3:M /4 24 0/9 1/9 2/9 "},
+      {"-5", {}, {}, "1:A 3:M /4 -5 0/9 1/9 2/9 the sheet can't be brought to that rate; it stays at -5\n"},
+  };
+  for (const auto& [own, rate, seconds, fitting] : fits) {
+    Document fitted = SheetWith(4, "1:A 3:M");
+    fitted.frame_rate_text = own;
+    fitted.track_values = {{0, 32, 32, 9}, {1, 32, 32, 9}, {2, 32, 32, 9}};
+    Context given = Plain();
+    given.rate_text = rate;
+    given.sound_seconds = seconds;
+    convert::Messages said;
+    convert::Fit(fitted, given, said);
+    EXPECT_EQ(CellsOf(fitted) + " " + RestOf(fitted) + " " + Told(said), fitting);
+  }
 }
 
 TEST(ShapeTable, ATableOfOnesOwnReplacesTheNames) {

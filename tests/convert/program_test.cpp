@@ -101,6 +101,11 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
            {"$C a.wav b.exp", "a sound becomes a sound"},
            {"$C a.txt b.exp", "see --sound"},
            {"$C --rate 0 a.exp b.dat", "--rate: expected a number above 0, found \"0\""},
+           {"$C --rate 1e3 a.exp b.dat", "--rate: expected a number above 0, found \"1e3\""},
+           {"$C --rate 1.2.3 a.exp b.dat", "--rate: expected a number above 0, found \"1.2.3\""},
+           {"$C --from txt --sound - - b.exp", "input and sound can't both come from the standard input"},
+           {"$C exp b.dat", "can't tell the format of \"exp\" by its name (see --from)"},
+           {"$C a.exp b.exp/b", "can't tell the format of \"b.exp/b\" by its name (see --to)"},
            {"$C --paper A3 a.exp b.pdf", "--paper: expected A4 or Letter, found \"A3\""},
            {"$C --colour a.exp b.dat", "there is no option --colour"},
            {"$C a.exp b.dat --rate", "--rate needs a value"},
@@ -109,6 +114,13 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
     EXPECT_THAT(err_, HasSubstr(said)) << line;
     EXPECT_THAT(out_ + err_, testing::EndsWith("\nexposure-sheet-convert: --help tells more\n")) << line;
   }
+  // Statuses of files that aren't there: 1 where the formats go together.
+  EXPECT_EQ(
+      Run("for f in exp sheet dat tsv xml json pgo xdts csv pdf svg wav txt; do $C n.$f b.exp; printf $?; "
+          "$C n.exp $f.$f; printf \"$? \"; done; for f in WAVE flac ogg oga opus mp3 aif aiff aifc au snd "
+          "caf w64 rf64 bwf voc; do $C n.$f b.wav; printf $?; done"),
+      0);
+  EXPECT_EQ(out_, "11 11 11 11 12 12 11 11 11 21 21 22 22 1111111111111111");
   EXPECT_EQ(Run("$C nothing.exp x.dat"), 1);
   EXPECT_THAT(err_, HasSubstr("nothing.exp: No such file or directory"));
   EXPECT_EQ(Run("$C --help && $C --version"), 0);

@@ -204,8 +204,14 @@ TEST(ApplySheet, BelievesCountsAsFarAsTheFileBearsThemOut) {
             "Line 23: expected tracks of at most 2 frames, which is the length of the sound at this rate, "
             "found \"2147483647\".\n1 more like it.");
   EXPECT_THAT(tracks.calls, IsSupersetOf({"value 0 3 4", "paint"}));
-  Recorder one_more;
-  EXPECT_THAT(ApplySheet(With(kGood, 23, "3"), one_more), HasSubstr("tracks of at most 2 frames"));
+  Recorder one_more, by_fields;
+  EXPECT_THAT(
+      ApplySheet(With(kGood, 23, "3") + "1\n2\n3\n4\n5\n6\n7\n8\n", one_more),
+      EndsWith("tracks of at most 2 frames, which is the length of the sound at this rate, found \"3\"."));
+  EXPECT_EQ(Fields(one_more.calls.end() - 2, one_more.calls.end()), Split("value 1 3 4|paint"));
+  EXPECT_EQ(ApplySheet("a,12,b.wav,x,x,many,3,x,x,0", by_fields),
+            "Line 1: expected the row count, a number from 1 to 2147483647, found \"many\".");
+  EXPECT_EQ(by_fields.calls, Split("rate 12|sound b.wav"));
   for (const int kept : {8, 9, 12, 10}) {
     rows.calls.clear();
     const std::string most = kept < 10 ? "1" : "2",
@@ -256,7 +262,8 @@ TEST(DecodedText, TakesAnythingButUtf8ForWindows1252) {
       {"\xc3\xa4 \xe4 ", "\xc3\x83\xc2\xa4 \xc3\xa4 "},  // one bad byte speaks for all
       {"\xc0\xaf", "\xc3\x80\xc2\xaf"},                  // overlong
       {"\xe0\x82\xaf", "\xc3\xa0\xe2\x80\x9a\xc2\xaf"},
-      {"\xed\xa0\x80", "\xc3\xad\xc2\xa0\xe2\x82\xac"},                  // surrogate
+      {"\xed\xa0\x80", "\xc3\xad\xc2\xa0\xe2\x82\xac"},                  // the first surrogate
+      {"\xed\xbf\xbf", "\xc3\xad\xc2\xbf\xc2\xbf"},                      // the last one
       {"\xf4\x90\x80\x80", "\xc3\xb4\xc2\x90\xe2\x82\xac\xe2\x82\xac"},  // above U+10FFFF
       {"\xe5\xa3", "\xc3\xa5\xc2\xa3"},    // nothing before it tells a cut from two letters
       {"\xc3\xa4 \xe5\xa3", "\xc3\xa4 "},  // cut within a character

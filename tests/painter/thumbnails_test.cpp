@@ -99,15 +99,17 @@ TEST(Thumbnails, ShowBlankFramesWhiteAndMissingCellsCrossed) {
   for (std::uint8_t value = 1; auto* plane : {all.red, all.green, all.blue}) std::fill_n(plane, 50, value++);
   const FilmRoll roll{{kBlankFrame, 1, 5, 0}};
   const auto thumb = *MeasureThumbnails(4, 4, 4);
-  Strip strip(15, 4), narrow(3, 4), cells(18, 4);
+  Strip strip(15, 4), narrow(3, 4), left(3, 4), cells(18, 4);
   for (int frame = 0; frame < 3; ++frame) DrawRollFrame({thumb, -2}, retrieval, roll, frame, strip.Write());
   for (const int offset : {-16, 15}) DrawRollFrame({thumb, offset}, retrieval, roll, 0, strip.Write());
   DrawMissing({thumb, 0}, 0, narrow.Write());
+  DrawMissing({thumb, -1}, 0, left.Write());
   DrawCellsStrip({*MeasureThumbnails(4, 2, 2), -3, 2}, retrieval, 1, cells.Write());
   for (const int plane : {0, 1, 2}) {
     EXPECT_EQ(Shown(strip, plane),
               "..cccc#..#------ ..cccc.##.------ ..cccc.##.------ ..cccc#..#------ ---------------- ");
     EXPECT_EQ(Shown(narrow, plane), "#..- .##- .##- #..- ---- ");
+    EXPECT_EQ(Shown(left, plane), "..#- ##.- ##.- ..#- ---- ");
     EXPECT_EQ(Shown(cells, plane),
               "ccnnnnnnnn#......#- ccnnnnnnnn..#..#..- ccnnnnnnnn...##...- "
               "ccnnnnnnnn#......#- ------------------- ");

@@ -115,7 +115,8 @@ TEST(SliceOutput, IsDoneWhenTheLastBufferHasBeenHeardAndNotBefore) {
   machine.buffers_behind = 2;
   Bytes bytes = {1, 2, 3, 4, 5};
   told = 0;
-  WrittenSlice slice(machine, {}, Mono(8000, 8), bytes);
+  // At its end it waits for its thread, and not for the patience to end.
+  WrittenSlice slice(machine, {.open = std::chrono::hours(1)}, Mono(8000, 8), bytes);
   EXPECT_EQ(machine.Ask(4), (Bytes{1, 2, 3, 4}));
   EXPECT_EQ(machine.Ask(4), (Bytes{5, 128, 128, 128}));
   machine.Ask(4);

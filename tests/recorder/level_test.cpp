@@ -22,7 +22,8 @@ TEST(Level, TheBarIsThePeakInDecibelsOfFullScale) {
 
 TEST(Level, TheMeterJumpsUpAndFallsByTheTimeOfTheSamples) {
   Meter meter(1000);
-  meter.Take(Samples{16384});
+  meter.Take(Samples(1000, 16384));
+  meter.Take(Samples{-16384});  // the mark stands anew
   EXPECT_NEAR(meter.Bar(), -6.02, 0.01);
   meter.Take(Samples(500, 0));
   EXPECT_NEAR(meter.Bar(), -18.02, 0.01);

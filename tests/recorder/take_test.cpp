@@ -82,9 +82,14 @@ TEST_F(Takes, AFullDiskKeepsWhatWasWrittenAndSaysWhy) {
   EXPECT_EQ(Get(take->Path()), "RIFF\x28\0\0\0"s + kForm16 + "\4\0\0\0\1\0\2\0"s);
   limit.rlim_cur = 43;
   setrlimit(RLIMIT_FSIZE, &limit);
-  std::string failure;
-  EXPECT_EQ(Take::Begin(folder_, kMono, failure), nullptr);
-  EXPECT_EQ(failure, "File too large");
+  for (const auto& [folder, reason] : {std::pair{folder_, "File too large"},
+                                       {"/dev/null/takes", "Not a directory"},
+                                       {"/proc", "No such file or directory"}}) {
+    std::string failure;
+    EXPECT_EQ(Take::Begin(folder, kMono, failure), nullptr);
+    EXPECT_EQ(failure, reason);
+  }
+  EXPECT_EQ(Files(), 1);
 }
 
 TEST_F(Takes, EndWhereAFileCanGrowNoFurther) {

@@ -181,6 +181,7 @@ void Window::Load() {
   ++loaded_count;
   ResizeClient(design_.client_width, design_.client_height);
   Form_Load();
+  RepaintWindows();
 }
 
 void Window::ResizeClient(int width, int height) {
@@ -239,6 +240,7 @@ bool Window::Unload() {
   loaded_ = false;
   --loaded_count;
   Form_Terminate();
+  RepaintWindows();
   // The routine that is running may be one of this window's own.
   if (release_) UnloadedWindows().push_back(release_());
   RunLater([] { UnloadedWindows().clear(); });

@@ -133,7 +133,8 @@ class Window : public Container {
   std::function<std::unique_ptr<Window>()> release_;
 };
 
-/// Asks every window for a new Form_Paint: some show the picture that another one holds.
+/// Asks every window for a new Form_Paint: some show the picture that another one holds, as long as that one
+/// is loaded.
 void RepaintWindows();
 
 /// The one instance of a window: made on first use, loaded on first touch, made anew after it was unloaded.

@@ -19,7 +19,9 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <random>
+#include <regex>
 #include <utility>
 
 #include "app/Form1.h"
@@ -33,6 +35,7 @@
 #include "platform/Clock.h"
 #include "platform/Lifetime.h"
 #include "platform/memory.h"
+#include "random/what_always_holds.h"
 #include "sheet/Form3.h"
 #include "sheet/SheetDocument.h"
 #include "support/ScriptedOutput.h"
@@ -44,11 +47,17 @@ namespace {
 
 std::uint64_t seed = 2, event_number = 0;
 
-[[noreturn]] void Fail(const std::string& what) {
+}  // namespace
+
+void random_events::Fail(const std::string& what) {
   std::fprintf(stderr, "seed %llu, event %llu: %s\n", static_cast<unsigned long long>(seed),
                static_cast<unsigned long long>(event_number), what.c_str());
   std::_Exit(1);
 }
+
+namespace {
+
+using random_events::Fail;
 
 /// Within this time even a machine under load and a sanitizer's build handle an event.
 constexpr unsigned kSecondsForAnEvent = 120;
@@ -62,6 +71,9 @@ void EndStuckEvent(int) {
   if (write(STDERR_FILENO, words, static_cast<std::size_t>(length)) < 0) std::_Exit(1);
   std::abort();
 }
+
+/// Looking at all pictures takes as long as some dozens of events.
+constexpr std::uint64_t kEventsBetweenLooks = 25;
 
 class Dice {
  public:
@@ -84,6 +96,7 @@ class AimlessUser {
   AimlessUser() {
     sounds_ = {support::WriteScratch("mono.wav", support::WaveBytes(8, 1000, Letters(2000))),
                support::WriteScratch("stereo.wav", support::WaveBytes(16, 1000, Letters(6001), 2)),
+               support::WriteScratch("long.wav", support::WaveBytes(8, 1000, Letters(9000))),
                support::WriteScratch("short.wav", support::WaveBytes(8, 1000, "abc")),
                support::WriteScratch("deep.wav", support::WaveBytes(24, 1000, Letters(900))),
                support::WriteScratch("cut.wav", support::WaveBytes(8, 1000, Letters(2000)).substr(0, 700)),
@@ -92,6 +105,7 @@ class AimlessUser {
     sheets_ = {support::ScratchFolder() + "/one.exp", support::ScratchFolder() + "/two.exp",
                support::ScratchFolder() + "/mangled.exp", support::ScratchFolder() + "/no folder/three.exp"};
     platform::AnswerFileDialogsWith([this](const platform::FileQuestion& question) {
+      if (file_) return file_;
       const bool sheet = question.save || question.filter.find("exp") != std::string::npos;
       return dice_.OneIn(8) ? std::nullopt : std::optional(dice_.Pick(sheet ? sheets_ : sounds_));
     });
@@ -101,7 +115,6 @@ class AimlessUser {
     platform::ReadFreeMemoryFrom([] { return 6e7; });
     modal_closer_.callOnTimeout([this] { LeaveModalDialog(); });
     modal_closer_.start(0);
-    desk_.host->wallpaper = ":/assets/icons/play.png";
     // What was shot in another size can't be given any more.
     desk_.host->before = [this](std::string_view member) {
       if (member == "vel_BufferWidth") desk_.host->planes.clear();
@@ -143,7 +156,8 @@ class AimlessUser {
 
   void DoSomething() {
     if (form1.IfLoaded() == nullptr || !form1->Visible()) form1.Hold().Show();
-    const int what = dice_.Below(100);
+    const std::string sound = form1->CommonDialog1.FileName;
+    const int what = dice_.Below(100), row = form1->Grid1.Row();
     if (what < 38)
       UseMouse();
     else if (what < 68)
@@ -160,13 +174,24 @@ class AimlessUser {
       DropFile();
     else if (what < 96)
       MangleSheet();
-    else if (what < 98)
+    else if (what < 97)
       ResizeWindow();
+    else if (what < 98)
+      dice_.OneIn(2) ? DrawAndTakeBack() : SaveAndOpen();
+    else if (what < 99)
+      OpenFramePainter();
     else
       CloseWindow();
     if (dice_.OneIn(2)) QCoreApplication::processEvents();
+    Form1* const form = form1.IfLoaded();
+    if (form == nullptr) return;
+    if (!sound.empty() && form->CommonDialog1.FileName == sound && form->Grid1.Row() != row)
+      random_events::CheckMarks(*form);
     KeepItQuick();
-    CheckWhatAlwaysHolds();
+    // With nothing but the header there is little to do.
+    if (form->Grid1.Rows() == 1 && dice_.OneIn(8))
+      platform::RunEvent([&] { form->OpenDropped(dice_.Pick(sounds_)); });
+    CheckWhatAlwaysHolds(*form);
   }
 
   std::string Letters(int count) {
@@ -276,6 +301,8 @@ class AimlessUser {
     host.frame_rate = dice_.Pick(std::array{"12", "24", "29.97", "", "no rate", "0"});
     host.planes.clear();
     host.calls.clear();
+    host.wallpaper =
+        dice_.Pick(std::array{":/assets/icons/play.png", ":/assets/wallpapers/night.png", "none"});
     static host::HandedWindow<Form1> handed_main("Form1", form1);
     if (dice_.OneIn(3)) platform::RunEvent([] { handed_main.RunPrefsCallback(); });
   }
@@ -306,6 +333,56 @@ class AimlessUser {
 
   void CloseWindow() { dice_.Pick(Windows())->close(); }
 
+  /// A press and moves on the tracks, or keys, which one Undo takes back.
+  void DrawAndTakeBack() {
+    if (!form1->vl_button10.value()) form1->vl_button10.SetValue(true);
+    support::HandleEvents();
+    const timeline::VelocityTracks& tracks = timeline::Tracks();
+    const timeline::VelocityTable before = tracks.VelocityValues;
+    const std::size_t steps = tracks.UndoHistory.size();
+    QWidget* const canvas = form1->Picture4.Widget();
+    if (dice_.OneIn(2)) {
+      support::Press(canvas, PointOn(*canvas));
+      for (int moves = dice_.Below(9); moves >= 0; --moves) {
+        support::DragTo(canvas, PointOn(*canvas));
+        support::HandleEvents();
+      }
+      support::Release(canvas, PointOn(*canvas));
+    } else {
+      support::Key(form1->Grid1.Widget(), dice_.OneIn(2) ? Qt::Key_Up : Qt::Key_Down, Qt::ShiftModifier);
+    }
+    // A rate that leaves no frames, typed meanwhile, leaves nothing to be undone.
+    if (sheet::TrackFramesNow() == 0) return;
+    if (tracks.UndoHistory.size() > steps) form1->vl_button11_Click();
+    if (tracks.UndoHistory.size() != steps || tracks.VelocityValues.DifferenceFrom(before))
+      Fail("Undo doesn't take back what was drawn");
+  }
+
+  /// A sheet that was saved and opened is what it was, and so is its file, but for blanks at a text's ends.
+  void SaveAndOpen() {
+    const std::string before = random_events::SheetInWords();
+    const auto save = [this] {
+      platform::RunEvent([] { form1->MenuSave_Click(); });
+      return std::regex_replace(support::ReadWhole(*file_), std::regex(" *\r\n *"), "\n");
+    };
+    file_ = support::WriteScratch("kept.exp", "");
+    const std::string saved = save();
+    // Empty if the user would rather keep the frames of the tracks that the file has no room for.
+    if (!saved.empty()) {
+      platform::RunEvent([] { form1->MenuOpen_Click(); });
+      const std::string after = random_events::SheetInWords();
+      if (after != before)
+        Fail("a sheet changes as it is saved and opened, from\n" + before + "to\n" + after);
+      if (save() != saved) Fail("a sheet that was opened is saved as another");
+    }
+    file_.reset();
+  }
+
+  void OpenFramePainter() {
+    platform::RunEvent([] { form1->FramePainterM_Click(); });
+    if (auto* const options = painter::fp_options.IfLoaded()) options->Command1_Click();
+  }
+
   /// Dialogs that aren't scripted, such as the stand-in's, have an event loop of their own. So have a few
   /// menus.
   void LeaveModalDialog() {
@@ -332,14 +409,33 @@ class AimlessUser {
     if (timeline::Tracks().UndoHistory.size() > 1000) timeline::Tracks().UndoHistory.clear();
   }
 
-  void CheckWhatAlwaysHolds() {
-    const Form1* form = form1.IfLoaded();
-    if (form == nullptr) return;
-    const platform::Grid& grid = form->Grid1;
-    if (grid.Row() < 0 || grid.Row() >= grid.Rows()) Fail("the current row isn't there");
-    if (grid.Col() < 0 || grid.Col() > 2) Fail("the current column isn't there");
-    if (sheet::SheetCells.LastFrame() < grid.Rows() - 2) Fail("a row has no entry in SheetCells");
-    if (form->Timer1.Enabled() != form->Line1.Visible() && form->Visible()) Fail("a run and its cursor part");
+  void CheckWhatAlwaysHolds(Form1& form) {
+    // What was retrieved for a new roll is to be seen once that has its length, which may never come.
+    auto* const window = painter::frame_painter.IfLoaded();
+    if (painter::fp_options.IfLoaded() != nullptr && window != nullptr) window->ShowNewFrames();
+    random_events::CheckState();
+    if (event_number % kEventsBetweenLooks != 0) return;
+    PaintTimeline(form);
+    random_events::CheckPictures();
+    support::HandleEvents();
+    random_events::CheckScreen();
+    // Narrower and back, before anything is drawn: half of each canvas is gone.
+    for (platform::PictureBox* canvas : {&form.Picture2, &form.Picture4}) {
+      const int width = canvas->Width();
+      canvas->SetWidth(width / 2);
+      canvas->SetWidth(width);
+    }
+    PaintTimeline(form);
+    random_events::CheckPictures();
+  }
+
+  /// Not all that a user changes is to be seen at once: a rate as it is typed, a comment before its cell is
+  /// left.
+  void PaintTimeline(Form1& form) {
+    platform::RunEvent([&form] {
+      form.PaintWav();
+      form.PaintVelocity();
+    });
   }
 
   Dice dice_;
@@ -347,6 +443,8 @@ class AimlessUser {
   std::vector<std::string> sounded_;
   support::ScriptedOutput output_{sounded_};
   QTimer modal_closer_, hand_;
+  /// Answers the file dialogs, if there is one.
+  std::optional<std::string> file_;
   std::uint64_t events_ = 0, looked_at_ = 0;
   int looks_ = 0;
   double now_ = 100;
@@ -362,9 +460,12 @@ int main(int argument_count, char** arguments) {
   for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "HOME"})
     setenv(name, support::ScratchFolder().c_str(), 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  if (seed % 3 == 0) setenv("QT_SCALE_FACTOR", "1.5", 1);
   std::signal(SIGALRM, EndStuckEvent);
   const auto application = platform::MakeApplication(argument_count, arguments);
   platform::PrepareApplication();
+  // A blinking cursor would be another picture at each look.
+  QApplication::setCursorFlashTime(0);
   {
     AimlessUser user;
     user.Work(events);

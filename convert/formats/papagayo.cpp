@@ -108,7 +108,8 @@ class Reader {
       return parts.size() < 4 ? std::nullopt : WholeInteger(parts[parts.size() - from_end]);
     };
     const auto start = number(3), end = number(2), count = number(1);
-    if (!start || !end || !count || *start < 0 || *start > kMostFrames || *end > kMostFrames || *count < 0) {
+    if (!start || !end || !count || *start < 0 || *start > kMostFrames || *end > kMostFrames || *count < 0 ||
+        *count > kMostItems) {
       return Expect(
           QT_TRANSLATE_NOOP("convert", "a word, its first and last frame and its number of mouths"));
     }

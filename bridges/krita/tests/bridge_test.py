@@ -50,7 +50,7 @@ class Timeline:
         self.layer = window.layers[0]
 
     def make_key(self, _, moment, kind):
-        assert self.layer.document.activeNode() is self.layer
+        assert self.layer.document.activeNode() is self.layer and self.layer.is_animated
         pixels = WIDTH * HEIGHT
         self.layer.keys[moment] = b"\xff" * 4 * pixels if kind == self.BLANK else self.layer.shown_at(moment)
 
@@ -120,6 +120,7 @@ class Bridge(unittest.TestCase):
         for member, answer in [("vel_BufferWidth", 2), ("vel_BufferHeight", 1), ("vel_GetTotalFrames", FRAMES),
                                ("Vel_GetFrameRate", "24"), ("Vel_GetAppDir", os.path.expanduser("~"))]:
             self.assertEqual(self.call(member), answer)
+        self.assertIn(os.path.basename(self.call("Vel_WallpaperFilename")), ("night.png", "slate.png"))
         for rate, kept in [(23.976, "24"), (12.5, "12"), (0.2, "1"), (0.0, "1"), (float("nan"), "1")]:
             self.call("vel_SetFrameRate", rate)
             self.assertEqual(self.call("Vel_GetFrameRate"), kept)
@@ -167,6 +168,9 @@ class Bridge(unittest.TestCase):
         self.document.busy = True
         self.call("Vel_GotoFrameAdv", 3, 3)
         self.assertEqual(self.plane(GETTERS[0]), bytes([30]) * 6)
+        self.call("Vel_GotoFrameAdv", 3, 3)
+        self.document.setCurrentTime(FIRST)  # by the user
+        self.assertEqual(self.plane(GETTERS[0]), bytes([30]) * 6)
         self.document.busy = False
         memories = []
         for frame in (2, 5):
@@ -213,11 +217,12 @@ class Bridge(unittest.TestCase):
 
     def test_lays_what_is_transparent_on_white(self):
         self.layer.keys[FIRST] = bytes([0, 50, 100, 128]) * 3 + bytes(12)
-        self.call("Vel_GotoFrameAdv", 0, 3)
-        self.assertEqual([list(self.plane(getter)) for getter in GETTERS],
-                         [[177] * 3 + [255] * 3, [152] * 3 + [255] * 3, [127] * 3 + [255] * 3])
-        self.call("vel_StatusClose")
-        self.assertEqual(self.krita.documents(), [self.document])
+        for end in (lambda: self.call("vel_StatusClose"), self.host.end):
+            self.call("Vel_GotoFrameAdv", 0, 3)
+            self.assertEqual([list(self.plane(getter)) for getter in GETTERS],
+                             [[177] * 3 + [255] * 3, [152] * 3 + [255] * 3, [127] * 3 + [255] * 3])
+            end()
+            self.assertEqual(self.krita.documents(), [self.document])
 
     def set_frame(self, frame, *greys, way=None):
         if frame is not None:
@@ -235,6 +240,7 @@ class Bridge(unittest.TestCase):
     def test_shoots_a_roll_on_which_equal_frames_are_held(self):
         before = dict(self.layer.keys)
         self.document.setFramesPerSecond(12)
+        self.document.setYRes(300.0)
         self.call("Vel_GotoFrameAdv", 3, 3)
         self.call("vel_CreateAnimAdv", 6, 2)
         self.assertEqual((self.call("vel_GetTotalFrames"), self.call("Vel_GetFrameRate")), (6, "12"))
@@ -243,21 +249,28 @@ class Bridge(unittest.TestCase):
             self.set_frame(frame or None, grey, grey + 1, grey + 2)
         self.call("vel_StatusClose")
         self.assertEqual(self.shot(), {0: (3, 2, 1), 2: (4, 3, 2), 4: (3, 2, 1)})
-        self.assertTrue(self.krita.documents()[-1].modified(), "it would go without a question")
+        roll = self.krita.documents()[-1]
+        self.assertTrue(roll.modified(), "it would go without a question")
+        self.assertEqual((roll.xRes(), roll.yRes(), roll.layers[0].name()), (72.0, 300.0, "Roll"))
         self.call("Vel_GotoFrameAdv", 3, 3)
         self.assertEqual([self.plane(getter)[0] for getter in GETTERS], [2, 3, 4])
         self.assertEqual(self.layer.keys, before)
 
     def test_frames_of_a_roll_are_white_until_they_are_set_and_change_alone(self):
         white = (255, 255, 255)
-        self.call("vel_CreateAnimAdv", 6, 2)
-        for frame in (0, 1, 2):
-            self.set_frame(frame, 5, 5, 5)
-        self.host.end()
-        self.assertEqual(self.shot(), {0: (5, 5, 5), 3: white})
+        for end in (lambda: self.call("vel_StatusClose"), self.host.end):
+            self.call("vel_CreateAnimAdv", 6, 2)
+            for frame in (0, 1, 2):
+                self.set_frame(frame, 5, 5, 5)
+            end()
+            self.assertEqual(self.shot(), {0: (5, 5, 5), 3: white})
+        roll = self.krita.documents()[-1]
+        roll.busy = True  # its slider comes later, the pixels must wait for it
         self.set_frame(1, 9, 9, 9)
+        roll.busy = False
         self.set_frame(4, 7)
         self.assertEqual(self.plane(GETTERS[0]), bytes([7]) * 6)
+        self.assertTrue(roll.is_fresh, "on the canvas too")
         self.call("vel_StatusClose")
         self.assertEqual(self.shot(), {0: (5, 5, 5), 1: (9, 9, 9), 2: (5, 5, 5), 3: white, 4: (255, 255, 7), 5: white})
 
@@ -311,7 +324,8 @@ class Bridge(unittest.TestCase):
     def test_shows_progress(self):
         for member, *given in [("vel_StatusOpen", "Saving..."), ("vel_Status", 12.5), ("vel_StatusClose",)]:
             self.call(member, *given)
-        self.assertEqual(self.status.mock_calls, [call.open("Saving..."), call.show(12.5), call.close()])
+        self.host.end()
+        self.assertEqual(self.status.mock_calls, [call.open("Saving..."), call.show(12.5), call.close(), call.close()])
 
         display = status.Status()
         display.show(5)
@@ -358,7 +372,8 @@ class Bridge(unittest.TestCase):
         first = QDBusConnection.connectToBus(QDBusConnection.SessionBus, "first")
         self.service.stop()
         self.assertTrue(first.registerService(NAME))
-        self.assertIn("is the host already", str(self.service.start()))
+        self.assertEqual(str(self.service.start()),
+                         f"{program_name(os.getpid())} (process {os.getpid()}) is the host already")
         first.unregisterService(NAME)
         with tempfile.TemporaryDirectory() as folder:
             program = os.path.join(folder, "a-sheet-of-a-long-name")
@@ -391,7 +406,10 @@ class Bridge(unittest.TestCase):
             self.assertEqual({key: settings.value(key) for key in settings.allKeys()}, written)
 
     def test_tells_why_a_sheet_does_not_begin_and_when_it_ended_too_soon(self):
-        said, sheet = [], extension.ExposureSheet(None)
+        said, sheet, window = [], extension.ExposureSheet(None), MagicMock()
+        sheet.createActions(window)
+        self.assertEqual(window.mock_calls, [call.createAction("exposure_sheet", "Exposure sheet", "tools/scripts"),
+                                             call.createAction().triggered.connect(sheet.start)])
         with patch.multiple(extension, say=said.append, Host=DEFAULT, Tool=DEFAULT, theme=DEFAULT) as doubles, \
                 patch.object(extension.Session, "_tell_document"):
             for comes in (True, False):
@@ -406,6 +424,9 @@ class Bridge(unittest.TestCase):
             sheet.start()
         self.assertEqual(said, ["The exposure sheet ended before it had a window (exit status 3).",
                                 "Open or make the animation first that the exposure sheet shall work with."])
+        with patch.object(extension.QMessageBox, "information") as shown:
+            extension.say(said[0])
+        shown.assert_called_once_with(None, "Exposure sheet", said[0])
 
     def test_shows_the_rolls_window_before_the_roll_is_in_it(self):
         krita = MagicMock()

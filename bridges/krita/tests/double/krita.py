@@ -24,11 +24,11 @@ class Answering:
 class Layer(Answering):
     def __init__(self, document):
         super().__init__(name="Background", visible=True)
-        self.document = document
+        self.document, self.is_animated = document, False
         self.keys = {0: b"\xff\xff\xff\xff" * (document.width() * document.height())}
 
     def enableAnimation(self):
-        pass
+        self.is_animated = True
 
     def hasKeyframeAtTime(self, time):
         return time in self.keys
@@ -48,14 +48,15 @@ class Document(Answering):
     def __init__(self, width, height, name, *_):
         super().__init__(
             width=width, height=height, name=name, fileName="", xRes=72.0, yRes=72.0, colorModel="RGBA", colorDepth="U8",
-            colorProfile="sRGB", framesPerSecond=24, fullClipRangeStartTime=0, fullClipRangeEndTime=100, currentTime=0,
+            colorProfile="sRGB", framesPerSecond=24, fullClipRangeStartTime=1, fullClipRangeEndTime=100, currentTime=0,
             modified=False, activeNode=None)
         self._next = None
-        self.busy, self.is_fresh = False, True
+        self.busy, self.locked, self.is_fresh = False, False, True
         self.went = []
         self.layers = [Layer(self)]
 
     def setCurrentTime(self, time):
+        assert not self.locked, "waits for ever"
         self.went.append(time)
         self._next = time
         if not self.busy:
@@ -66,10 +67,11 @@ class Document(Answering):
             self.facts["currentTime"], self._next, self.is_fresh = self._next, None, True
 
     def tryBarrierLock(self):
-        return not self.busy
+        self.locked = not self.busy
+        return self.locked
 
     def unlock(self):
-        pass
+        self.locked = False
 
     def topLevelNodes(self):
         return self.layers
@@ -90,6 +92,7 @@ class Document(Answering):
         return self.layers[0].shown_at(self.currentTime())
 
     def projection(self, x, y, width, height):
+        assert self._next is None, "the picture of either frame"
         picture = QImage(self.width(), self.height(), QImage.Format_ARGB32)
         picture.fill(Qt.transparent)
         # What a script draws isn't seen before the projection is refreshed.

@@ -244,6 +244,8 @@ TEST(ReadWave, TellsOfMemoryThatCantBeHad) {
   const rlimit limit{1u << 30, 1u << 30};
   ASSERT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
   const SampleStore earlier = *Read(Head(Format(1, 16)) + Chunk("data", Little(7, 2))).sound;
+  for (int i = 0; i < 3; ++i)
+    EXPECT_TRUE(Read(Head(Format(1, 16)) + "data" + Little(0x0c000000, 4)).sound) << "none is kept";
   const WaveResult result = Read(Head(Format(1, 16)) + "data" + Little(0x7fffffff, 4), earlier);
   EXPECT_FALSE(result.sound);
   EXPECT_EQ(result.reason, "Not enough memory for 2147483647 bytes of sound");

@@ -67,6 +67,7 @@ TEST_F(ConvertProgram, WorksInAPipe) {
   EXPECT_EQ(File("back.exp").substr(0, 23), "ExposureSheet02\r\n24\r\n\r\n");
   ASSERT_EQ(Run("cp $S/frogs.wav A.WAV; $C A.WAV Z.AIFF; $C Z.AIFF z.wav; cmp z.wav $S/frogs.wav"), 0)
       << err_;
+  ASSERT_EQ(Run("cat $S/frogs.wav | $C --from wav --to wav - - | cmp - $S/frogs.wav"), 0) << err_;
   ASSERT_EQ(Run("mkfifo p; wc -l <p & $C --to csv $S/frogs.exp p; wait; test -p p"), 0) << err_;
   EXPECT_EQ(out_, "72\n");
   EXPECT_EQ(Run("printf 'MohoSwitch1\n1 grin\n' | $C --from dat --to csv - -"), 0);
@@ -95,14 +96,12 @@ TEST_F(ConvertProgram, SpeaksTheUsersLanguage) {
 TEST_F(ConvertProgram, TellsAWrongCommandLine) {
   for (const auto& [line, said] : std::initializer_list<std::pair<const char*, const char*>>{
            {"$C a.exp", "expected an input and an output"},
-           {"$C a.exp b.blend", "can't tell the format of \"b.blend\""},
            {"$C a.pdf b.exp", "pdf can only be written"},
            {"$C a.exp b.json", "json can only be"},
            {"$C a.wav b.exp", "a sound becomes a sound"},
            {"$C a.txt b.exp", "see --sound"},
            {"$C --rate 0 a.exp b.dat", "--rate: expected a number above 0, found \"0\""},
            {"$C --rate 1e3 a.exp b.dat", "--rate: expected a number above 0, found \"1e3\""},
-           {"$C --rate 1.2.3 a.exp b.dat", "--rate: expected a number above 0, found \"1.2.3\""},
            {"$C --from txt --sound - - b.exp", "input and sound can't both come from the standard input"},
            {"$C exp b.dat", "can't tell the format of \"exp\" by its name (see --from)"},
            {"$C a.exp b.exp/b", "can't tell the format of \"b.exp/b\" by its name (see --to)"},
@@ -123,7 +122,7 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
   EXPECT_EQ(out_, "11 11 11 11 12 12 11 11 11 21 21 22 22 1111111111111111");
   EXPECT_EQ(Run("$C nothing.exp x.dat"), 1);
   EXPECT_THAT(err_, HasSubstr("nothing.exp: No such file or directory"));
-  EXPECT_EQ(Run("$C --help && $C --version"), 0);
+  EXPECT_EQ(Run("{ $C -h; $C -V; } >short; $C --help && $C --version && cmp short out"), 0);
   EXPECT_THAT(out_, StartsWith("Usage: exposure-sheet-convert "));
   for (const char* told : {" -, the standard", "\n  exp  ", "\n  txt  ", "\n  --rate ", "\n  --help, "})
     EXPECT_THAT(out_, HasSubstr(told));
@@ -174,9 +173,6 @@ TEST_F(ConvertProgram, TellsWhatIsNoLongerAsItWas) {
            {"printf '47,E\\n47,A\\n0,I\\n0,O\\n' >t.csv; $C t.csv t.exp", "",
             own + "t.csv: no frame rate is told; it is taken to be 24 (see --rate)\n" + own +
                 "t.csv: 2 mouths shorter than a frame are left out, the first at frame 0\n"},
-           {"$C --rate 99999999 t.exp a.csv; wc -l <a.csv", "49\n",
-            own + "t.exp: the sheet can't be brought to that rate; it stays at 24\n" + own +
-                "a.csv: the frame rate, 24, is left out: the format has no place for it\n"},
            {"for i in $(seq 22); do echo $i,grin; done >g.csv; $C g.csv g.exp 2>n; wc -l <n; tail -n 1 n",
             "21\n" + own + "g.csv: 3 more like it\n", ""},
            {"printf '.snd\\0\\0\\0\\30\\0\\0\\0\\4\\0\\0\\0\\3\\0\\0\\37\\100\\0\\0\\0\\2\\0\\0\\0\\0' "

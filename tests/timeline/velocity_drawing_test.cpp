@@ -81,7 +81,7 @@ void DrawPlainly(const platform::PixelView& view, const VelocityScene& scene,
 
 void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int, std::string>& shapes,
                     Numbers& numbers) {
-  const char* const names[] = {"", "M ", "Closed ", "Th"};
+  const char* const names[] = {"", "M ", "Closed ", "^Th"};
   const char* const comments[] = {"", "a", "M: a long comment that reaches far", "^a"};
   const int frame = numbers.Below(std::max(1, scene.values.Frames()));
   const int what = numbers.Below(16);

@@ -19,6 +19,8 @@
 namespace {
 
 constexpr int kKillBefore = -1, kKillAfter = -2;
+/// Added to an error: all calls behind that one fail too.
+constexpr int kLasting = 1000;
 
 bool armed = false;
 int calls = 0, faulty_call = 0, fault = 0;
@@ -58,10 +60,10 @@ void Kill() {
 /// One call that counts.
 template <typename Call>
 auto Counted(Call call) -> decltype(call()) {
-  const bool is_faulty = ++calls == faulty_call;
+  const bool is_faulty = ++calls == faulty_call || (calls > faulty_call && fault > kLasting);
   if (is_faulty && fault == kKillBefore) Kill();
   if (is_faulty && fault > 0) {
-    errno = fault;
+    errno = fault % kLasting;
     return static_cast<decltype(call())>(-1);
   }
   const auto result = call();

@@ -36,6 +36,7 @@ case $2 in
 esac
 """
 ERRORS = [errno.ENOSPC, errno.EIO, errno.EACCES, errno.EDQUOT]
+LASTING = 1000 + errno.EIO  # a disk that fails from that call on
 NO_NAMELESS, REFUSES, RENAME = "FAULTY_NO_NAMELESS", "FAULTY_REFUSES", "FAULTY_RENAME"
 
 
@@ -149,8 +150,9 @@ class Save(Session):
     def test_with_a_call_that_fails(self):
         for kind, (before, conditions) in self.kinds.items():
             calls = self.calls_of(before, conditions)
-            for error in ERRORS:
-                at = range(1, calls + 1) if EVERY_CALL else range(1 + ERRORS.index(error), calls + 1, 4)
+            for error in ERRORS + [LASTING] * (REFUSES in conditions):
+                every = EVERY_CALL or error == LASTING
+                at = range(1, calls + 1) if every else range(1 + ERRORS.index(error), calls + 1, 4)
                 self.begin_anew()
                 steps = [[f"shell=sh {self.script} lay {before}", f"arm={call},{error}", f"save={self.target}",
                           "disarm", f"shell=sh {self.script} keep {call} 2> /dev/null"] for call in at]
@@ -159,7 +161,7 @@ class Save(Session):
                 self.new = sheet_file(seen)
                 told = "\n".join(seen).split("saved\n")
                 for call, words in zip(at, told):
-                    with self.subTest(kind=kind, call=call, of=calls, error=errno.errorcode[error]):
+                    with self.subTest(kind=kind, call=call, of=calls, error=error):
                         Save.failed += 1
                         Save.told += "message" in words
                         self.check_failed(before, conditions, os.path.join(self.folder.name, "kept", str(call)), words)

@@ -85,20 +85,25 @@ TEST_F(Hands, LettersPutShapesAndTheRowStays) {
     Type("m");
     EXPECT_EQ(grid.TextMatrix(3, 1), "") << "column " << col;
   }
+  Go(3, 1);
+  form.vl_button5.SetFocus();
+  Key(form.vl_button5.Widget(), Qt::Key_M, Qt::NoModifier, "m");
+  EXPECT_EQ(grid.TextMatrix(3, 1), "") << "the keyboard is elsewhere";
+  grid.SetFocus();
   Go(0, 1);
   Type("m");
   EXPECT_EQ(grid.TextMatrix(0, 1), "Shape");
 }
 
 TEST_F(Hands, CtrlWithAnArrowGoesFromShapeToShape) {
-  for (const int row : {1, 3, 4, 20}) {
+  for (const int row : {1, 3, 4, 60}) {
     Go(row, 1);
     grid.SetText(row == 4 ? " " : "A ");
   }
   Go(1, 2);
   const struct {
     int key, row;
-  } steps[] = {{Qt::Key_Down, 3}, {Qt::Key_Down, 20}, {Qt::Key_Down, 20},
+  } steps[] = {{Qt::Key_Down, 3}, {Qt::Key_Down, 60}, {Qt::Key_Down, 60},
                {Qt::Key_Up, 3},   {Qt::Key_Up, 1},    {Qt::Key_Up, 1}};
   for (const auto& step : steps) {
     Key(sheet, step.key, Qt::ControlModifier);

@@ -36,6 +36,8 @@ Fields Controls(platform::Window& window) {
          << (widget->toolTip().isEmpty() ? name : widget->toolTip()).toStdString();
     if (const auto* toggle = dynamic_cast<const look::vl_button*>(control); toggle && toggle->value())
       line << ", on";
+    for (const char* property : {"readOnly", "autoRepeat"})
+      if (widget->property(property).toBool()) line << ", " << property;
     if (dynamic_cast<const platform::LineControl*>(control)) line << platform::RedOf(control->ForeColor());
     lines.push_back(line.str() + (widget->isHidden() ? ", hidden" : ""));
   }
@@ -50,7 +52,8 @@ TEST(Inventory, EveryControlHasItsPlaceAndName) {
           "vl_button18 4,4 22x24 Audio/frame lock, on|Picture1 4,32 129x129 Mouth: none|"
           "List1 4,164 129x229 Mouth shapes|vl_button5 136,4 23x23 Stop playback (Space or Esc)|"
           "vl_button1 162,4 23x23 Play waveform (Space)|vl_button2 194,4 23x23 Play the current frame (.)|"
-          "vl_button3 226,4 23x23 Zoom in (+)|vl_button4 252,4 23x23 Zoom out (-)|Label2 278,8 23x17 100|"
+          "vl_button3 226,4 23x23 Zoom in (+), autoRepeat|vl_button4 252,4 23x23 Zoom out (-), "
+          "autoRepeat|Label2 278,8 23x17 100|"
           "vl_button10 308,4 23x23 Draw on velocity track|vl_button11 334,4 23x23 Undo (Ctrl+Z)|"
           "vl_button12 360,4 23x23 Clear velocity track|vl_button6 386,4 11x11 Velocity yellow|"
           "vl_button7 386,16 11x11 Velocity red|vl_button8 398,4 11x11 Velocity green|"
@@ -68,8 +71,9 @@ TEST(Inventory, EveryControlHasItsPlaceAndName) {
             Split("204x239 Sample info|Label1 56,34 45x13 Format|Label2 56,64 45x13 #Chnls|Label3 56,94 "
                   "45x13 SmpleRt|"
                   "Label4 56,124 45x13 ByteRt|Label5 56,154 45x13 BlkAlng|Label6 56,184 45x13 Bts/Smpl|"
-                  "Text1 112,30 37x21 Format|Text2 112,60 37x21 #Chnls|Text3 112,90 37x21 SmpleRt|"
-                  "Text4 112,120 37x21 ByteRt|Text5 112,150 37x21 BlkAlng|Text6 112,180 37x21 Bts/Smpl"));
+                  "Text1 112,30 37x21 Format, readOnly|Text2 112,60 37x21 #Chnls, readOnly|"
+                  "Text3 112,90 37x21 SmpleRt, readOnly|Text4 112,120 37x21 ByteRt, readOnly|"
+                  "Text5 112,150 37x21 BlkAlng, readOnly|Text6 112,180 37x21 Bts/Smpl, readOnly"));
   EXPECT_EQ(Controls(form3.Hold()),
             Split("182x118 Set Frames per second|Text7 76,40 37x21 Frames per second|Label7 52,44 22x13 "
                   "FPS|vl_button1 2,96 65x21 Set|"

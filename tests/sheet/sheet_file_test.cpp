@@ -219,7 +219,8 @@ TEST(ApplySheet, BelievesCountsAsFarAsTheFileBearsThemOut) {
   EXPECT_EQ(Fields(rows.calls.end() - 5, rows.calls.end()),
             Split("rate 12|sound frog.wav|rows 2|columns 3|cell 1 0 0"));
   sound.rows_of_sound = 37;
-  ApplySheet(With({kGood.begin(), kGood.begin() + 12}, 6, " 40 "), sound);
+  EXPECT_THAT(ApplySheet(With({kGood.begin(), kGood.begin() + 12}, 6, " 40 "), sound),
+              StartsWith("Line 6: expected a row count of at most 2, which is"));
   EXPECT_THAT(sound.calls, IsSupersetOf({"rows 37", "cell 1 2 hello, frog"}));
 }
 

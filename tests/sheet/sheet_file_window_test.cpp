@@ -225,13 +225,14 @@ TEST_F(SheetFile, ASoundsNameComesBackByteForByte) {
   EXPECT_THAT(desk.messages.shown.back().text, HasSubstr("/gone/t\xc3\xb6ne.wav")) << "what a user can read";
   // A whole sheet from an older machine. Its sound's file has come along under the same bytes or the same
   // letters.
-  lines[11] = "gr\xfc\xdf";
-  for (const char* beside : {"t\xf6ne.wav", "gro\xc3\x9f.wav"}) {
-    const std::string path = ThreeSeconds(beside);
-    lines[2] = std::string("C:\\") + (beside[0] == 't' ? beside : "gro\xdf.wav");
-    Open(Joined(lines));
-    EXPECT_EQ(form.CommonDialog1.FileName, path);
-  }
+  for (const char* beside : {"t\xf6ne.wav", "gro\xc3\x9f.wav"})
+    for (const char* comment : {"gr\xfc\xdf", "all else in plain letters"}) {
+      const std::string path = ThreeSeconds(beside);
+      lines[2] = std::string("C:\\") + (beside[0] == 't' ? beside : "gro\xdf.wav");
+      lines[11] = comment;
+      Open(Joined(lines));
+      EXPECT_EQ(form.CommonDialog1.FileName, path);
+    }
   EXPECT_EQ(desk.messages.shown.size(), 1U);
 }
 

@@ -129,6 +129,12 @@ TEST_F(SheetGrid, RefusesARateThatNoSheetCanHave) {
     EXPECT_EQ(grid.TextMatrix(2, 1), "M ");
     EXPECT_EQ(form.Caption(), "Exposure Sheet 2.3:  Project audio is 1. seconds, 4 frames at 4 fps");
   }
+  desk.messages.answers = {platform::Answer::Yes};
+  form3->Text7.SetText("8");
+  form3->vl_button1.Click();
+  EXPECT_FALSE(form3->Visible());
+  EXPECT_EQ(grid.Rows(), 9);
+  EXPECT_THAT(desk.host->calls, Contains("vel_SetFrameRate(8d)"));
 }
 
 TEST_F(SheetGrid, RefusesAnItemsRateBeforeAnythingHearsOfIt) {
@@ -215,13 +221,20 @@ TEST_F(SheetGrid, HasTheCommentEditorOverItsCellOrNotAtAll) {
   form.ResizeClient(800, 400);
   support::HandleEvents();
   EXPECT_EQ(form.Text2.Width(), 800 - 284);
+  for (const int key : {Qt::Key_Return, Qt::Key_Escape}) {
+    form.Grid1.Click();
+    support::Key(form.Text2.Widget(), key);
+    EXPECT_TRUE(grid.HasFocus() && !form.Text2.Visible()) << key;
+  }
 }
 
 TEST_F(SheetGrid, ClosesTheRateDialogAndThenEveryWindowWithoutAQuestion) {
-  form.SetFPS.Click();
-  form3->Text7.SetText("7");
-  form3->vl_button2.Click();
-  EXPECT_FALSE(form3->Visible());
+  for (const bool by_key : {false, true}) {
+    form.SetFPS.Click();
+    form3->Text7.SetText("7");
+    by_key ? support::Key(form3->Text7.Widget(), Qt::Key_Escape) : form3->vl_button2.Click();
+    EXPECT_FALSE(form3->Visible());
+  }
   EXPECT_EQ(sheet::FrameRate(), 7) << "cancelled, but the rate's text stays";
   form3->Show();
   form4->MouthPicture(1);

@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractScrollArea>
-#include <QEvent>
+#include <QApplication>
+#include <QKeyEvent>
 #include <algorithm>
 #include <csignal>
 
@@ -193,8 +194,11 @@ TEST_F(TransportWindow, TheCurrentFramePlaysAsOneChannelInTheFormOfTheFile) {
   form.Grid1.SetRows(4);
   form.Grid1.SetRow(2);
   Take();
-  form.vl_button2.Click();
-  EXPECT_THAT(Take(), ElementsAre("slice 332+333", "close 7"));
+  for (const bool held : {true, false}) {
+    QKeyEvent dot(QEvent::KeyPress, Qt::Key_Period, Qt::NoModifier, ".", held);
+    QApplication::sendEvent(form.Grid1.Widget(), &dot);
+  }
+  EXPECT_THAT(Take(), ElementsAre("slice 332+333", "close 7")) << "a key that is held plays no more";
   const platform::WaveFormatEx& format = output.format;
   EXPECT_THAT((std::vector<std::uint32_t>{format.wFormatTag, format.nChannels, format.nSamplesPerSec,
                                           format.nAvgBytesPerSec, format.nBlockAlign, format.wBitsPerSample}),

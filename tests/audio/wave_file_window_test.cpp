@@ -53,11 +53,11 @@ TEST_F(WaveFile, ANewSoundMakesANewSheet) {
 TEST_F(WaveFile, MoreThanOneChannelIsTold) {
   Open(support::WaveBytes(8, 1000, std::string(4000, 'a'), 2));
   EXPECT_EQ(form.Grid1.Rows(), 25) << "two seconds of pairs at 12 fps";
-  Open(support::WaveBytes(8, 1000, std::string(3000, 'a'), 3));
+  Open(support::WaveBytes(16, 1000, std::string(6000, 'a'), 3));
   EXPECT_EQ(form.Grid1.Rows(), 37) << "three channels count as one";
   EXPECT_THAT(desk.messages.Texts(),
               ElementsAre("Stereo sample converted to mono.", "Stereo sample converted to mono."));
-  EXPECT_THAT(Info(), ElementsAre("1", "3", "1000", "3000", "3", "8"));
+  EXPECT_THAT(Info(), ElementsAre("1", "3", "1000", "6000", "6", "16"));
 }
 
 TEST_F(WaveFile, ADepthThatGivesNoRowsIsTold) {

@@ -198,15 +198,25 @@ TEST(ReadWave, KeepsTheFirstOfEachPair) {
   EXPECT_EQ(sound.WaveDataLength, 3);
 }
 
-/// A file whose size, as the system told it on opening, is not what is read: others write to it meanwhile.
+/// A file whose size, as the system told it on opening, is not what is read: others write to it meanwhile. A
+/// size below 0 stands for a disk that fails.
 class ChangingSource : public platform::MemorySource {
  public:
   ChangingSource(std::string_view bytes, std::int64_t told) : platform::MemorySource(bytes), told_(told) {}
   std::int64_t Size() const override { return told_; }
+  std::string Failure() const override { return told_ < 0 ? "Input/output error" : ""; }
 
  private:
   std::int64_t told_;
 };
+
+TEST(ReadWave, ADiskThatFailsIsNoSilence) {
+  const std::string file = Head(Format(1, 8)) + Chunk("data", "ab");
+  ChangingSource source(file, -1);
+  const WaveResult result = ReadWave(source, {});
+  EXPECT_FALSE(result.sound);
+  EXPECT_EQ(result.reason, "Can't read the samples: Input/output error");
+}
 
 TEST(ReadWave, LongSoundsComeWholeWhateverSizeWasTold) {
   // Several pieces, the last one odd, and enough to reach large pages.

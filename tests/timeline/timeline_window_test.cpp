@@ -161,20 +161,20 @@ TEST_F(Timeline, ZoomSetsWidthsReadoutAndRangeAndPullsTheScrollDown) {
 TEST_F(Timeline, TheWaveformShowsTheCurrentFrameOnAGroundOfTheListsColour) {
   EXPECT_EQ(form.Picture2.Point(0, 32), kWave) << "the point is there before any sound";
   EXPECT_NE(form.Picture2.Point(1, 32), kWave);
-  PutSound(2500);
-  EXPECT_EQ(form.Picture2.Point(171, 60), kTick);
+  PutSound(2450, "10");  // 24.5 frames: 25 in the grid, 24 on the canvas
+  EXPECT_EQ(form.Picture2.Point(257, 60), kTick);
   const auto boxed = [&](int x) { return form.Picture2.Point(x, 32) == Rgb(255, 63, 255); };
-  form.Grid1.SetRow(4);  // frame 3 of 30: 51.4 to 68.53
-  EXPECT_TRUE(boxed(60) && !boxed(75));
+  form.Grid1.SetRow(4);  // frame 3 of 24: 64.25 to 85.67
+  EXPECT_TRUE(boxed(75) && !boxed(96));
   form.Grid1.SetRow(5);
-  EXPECT_TRUE(boxed(75) && !boxed(60));
+  EXPECT_TRUE(boxed(96) && !boxed(75));
   form.Grid1.SetRow(0);
-  EXPECT_TRUE(!boxed(75) && !boxed(0));
+  EXPECT_TRUE(!boxed(96) && !boxed(0));
   form.List1.SetBackColor(Rgb(200, 100, 50));
-  EXPECT_EQ(form.Picture2.Point(300, 0), Rgb(42, 42, 51)) << "not before the next repaint";
+  EXPECT_EQ(form.Picture2.Point(310, 0), Rgb(42, 42, 51)) << "not before the next repaint";
   form.PaintWav();
   form.List1.SetBackColor(Rgb(20, 20, 20));
-  EXPECT_EQ(form.Picture2.Point(300, 0), Rgb(100, 50, 25));
+  EXPECT_EQ(form.Picture2.Point(310, 0), Rgb(100, 50, 25));
 }
 
 TEST_F(Timeline, ADrawingPutOffShowsWhatStoodAtTheCall) {
@@ -183,7 +183,7 @@ TEST_F(Timeline, ADrawingPutOffShowsWhatStoodAtTheCall) {
   form.Grid1.SetRow(4);
   form.PaintWav();
   timeline::Tracks().VelocityValues.Set(29, 3, 60);
-  sheet::SheetCells.Record(20, 1, "W");
+  for (const int frame : {9, 20}) sheet::SheetCells.Record(frame, 1, "W");
   const Color under = form.Picture4.Point(346, 16);
   EXPECT_NE(form.Picture4.Point(513, 59), kBlue);
   form.PaintVelocity();
@@ -213,6 +213,11 @@ TEST_F(Timeline, AStrokeWritesOneFrameForEachEventOfTheMouse) {
   form.Picture4.MouseMove(0, 0, 100, 5);
   EXPECT_EQ(Value(6, 3), 32) << "no button is held";
   EXPECT_EQ(Value(15, 0), 32);
+  for (const char* rate : {"0", "24"}) {
+    form3->Text7.SetText(rate);
+    Drag(500, 60);
+  }
+  EXPECT_EQ(Value(29, 3), 60) << "rates that were only typed give no frames, or more than there are";
 }
 
 TEST_F(Timeline, UndoGoesStrokeByStrokeAndClearIsNoStroke) {
@@ -318,6 +323,7 @@ TEST_F(Mouths, AreHeldOverRowsWithoutAShape) {
   PutShape(9, "q");
   form.Grid1.SetRow(1);
   EXPECT_EQ(Shown(), "nothing");
+  form.CommonDialog1.FileName.clear();  // a sheet without a sound
   const std::pair<int, const char*> walk[] = {{2, "sketch 2"}, {3, "sketch 2"}, {8, "sketch 9"},
                                               {1, "sketch 9"}, {9, "sketch 9"}, {0, "sketch 9"}};
   for (const auto& [row, shown] : walk) {

@@ -17,8 +17,8 @@ audio::SampleStore Sound(int bits, std::int32_t samples, const std::function<int
   audio::SampleStore sound;
   sound.WaveFormat.wBitsPerSample = static_cast<std::int16_t>(bits);
   sound.WaveDataLength = bits == 16 ? samples * 2 : samples;
-  sound.Samples8 = audio::SampleArray<std::uint8_t>::Zeroed(sound.WaveDataLength);
-  sound.Samples16 = audio::SampleArray<std::int16_t>::Zeroed(sound.WaveDataLength);
+  if (bits == 8) sound.Samples8 = audio::SampleArray<std::uint8_t>::Zeroed(samples);
+  if (bits == 16) sound.Samples16 = audio::SampleArray<std::int16_t>::Zeroed(samples * 2);
   for (std::int32_t i = 0; i <= samples; ++i) {
     if (bits == 8) sound.Samples8.Writable()[i] = static_cast<std::uint8_t>(value(i));
     if (bits == 16) sound.Samples16.Writable()[i] = static_cast<std::int16_t>(value(i));
@@ -140,15 +140,16 @@ TEST(Waveform, TheCurrentFramesBoxIsOneFrameWideAndTurnsColoursRound) {
 
 TEST(Waveform, AKeptPictureIsTheWholePictureAfterEveryChange) {
   Numbers numbers(3);
-  audio::SampleStore sounds[2] = {Sound(8, 900, [&](int) { return numbers.Below(256); }),
-                                  Sound(16, 900, [&](int) { return numbers.Below(65536) - 32768; })};
+  const auto noise = [&](int) { return numbers.Below(65536) - 32768; };
+  const audio::SampleStore sounds[] = {Sound(8, 900, noise), Sound(8, 900, noise), Sound(16, 900, noise),
+                                       Sound(16, 900, noise)};
   WavePicture picture;
   Canvas canvas(120, 64), screen(120, 64);
   WaveScene scene = Scene(120, 24, -1, sounds[0]);
   for (int step = 0; step < 300; ++step) {
     const int what = numbers.Below(12);
     if (what == 0) scene.frames = numbers.Below(40);
-    if (what == 1) scene.sound = sounds[numbers.Below(2)];
+    if (what == 1) scene.sound = sounds[numbers.Below(4)];
     if (what == 2) scene.ground = Rgb(numbers.Below(256), 10, 10);
     if (what == 3) scene.width = 60 + numbers.Below(60);
     if (what == 4) canvas = Canvas(120, 64), picture.ForgetDrawn();

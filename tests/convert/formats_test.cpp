@@ -333,10 +333,11 @@ constexpr const char* kOtherPlaces =
     "|^cue 1: |^column \"1\", entry 1: |\"duration\"|^line 2: illegal|no rows|no cues";
 
 TEST(Formats, WrongNumbersAndTheEndOfACutFileAreToldWithTheirPlace) {
-  for (const auto& [read, marked] : kNumbered) {
+  for (const auto& file : kNumbered) {
+    const auto& marked = file.second;
     const auto rows = [&](std::string bytes, std::size_t fault) {
       std::erase_if(bytes, [](char c) { return c == '#' || c == '~' || c == '^'; });
-      const Reading reading = read(bytes, Plain());
+      const Reading reading = file.first(bytes, Plain());
       if (reading.sheet) return static_cast<int>(reading.sheet->rows.size());
       const auto line = 1 + std::count(marked.begin(), marked.begin() + static_cast<long>(fault), '\n');
       EXPECT_THAT(InEnglish(reading.failure),

@@ -98,10 +98,10 @@ class ButtonWidget : public QPushButton {
 
   void keyPressEvent(QKeyEvent* event) override {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && !event->isAutoRepeat())
-      click();
-    else
-      QPushButton::keyPressEvent(event);
+    if (!enter || event->isAutoRepeat()) return QPushButton::keyPressEvent(event);
+    // A button that the mouse holds down comes up with it, which the toolkit doesn't show.
+    update();
+    click();
   }
 
  private:

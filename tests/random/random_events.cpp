@@ -179,7 +179,7 @@ class AimlessUser {
     else if (what < 98)
       dice_.OneIn(2) ? DrawAndTakeBack() : SaveAndOpen();
     else if (what < 99)
-      OpenFramePainter();
+      dice_.OneIn(2) ? OpenFramePainter() : FillCells();
     else
       CloseWindow();
     if (dice_.OneIn(2)) QCoreApplication::processEvents();
@@ -333,6 +333,22 @@ class AimlessUser {
 
   void CloseWindow() { dice_.Pick(Windows())->close(); }
 
+  /// Shapes and comments on some rows, faster than by mouse and keys.
+  void FillCells() {
+    const auto texts = std::array{
+        std::array{"A ", "Closed ", "Th", "Q", ""},
+        std::array{"\u00e9", "\"no\", again", "a comment that reaches over a lot of frames", " late", ""}};
+    platform::Grid& grid = form1->Grid1;
+    form1->Text2_LostFocus();
+    for (int cells = grid.Rows() > 1 ? dice_.Below(20) : 0; cells > 0; --cells) {
+      const int column = dice_.Below(2);
+      grid.SetRow(1 + dice_.Below(grid.Rows() - 1));
+      grid.SetCol(1 + column);
+      grid.SetText(dice_.Pick(texts[static_cast<std::size_t>(column)]));
+      grid.SetCol(0);
+    }
+  }
+
   /// A press and moves on the tracks, or keys, which one Undo takes back.
   void DrawAndTakeBack() {
     if (!form1->vl_button10.value()) form1->vl_button10.SetValue(true);
@@ -371,9 +387,14 @@ class AimlessUser {
     if (!saved.empty()) {
       platform::RunEvent([] { form1->MenuOpen_Click(); });
       const std::string after = random_events::SheetInWords();
-      if (after != before)
-        Fail("a sheet changes as it is saved and opened, from\n" + before + "to\n" + after);
-      if (save() != saved) Fail("a sheet that was opened is saved as another");
+      const auto [old_text, text] = std::ranges::mismatch(before, after);
+      if (old_text != before.end())
+        Fail("a sheet changes as it is saved and opened: " + std::string(text, after.end()).substr(0, 60));
+      if (save() != saved && after == before) Fail("a sheet that was opened is saved as another");
+      if (const std::string told = form1->RescueSheet();
+          sheet::TrackFramesNow() == timeline::Tracks().VelocityValues.Frames() &&
+          told != "The sheet is saved in " + *file_ + " as it stands.")
+        Fail("what is rescued is another sheet: " + told);
     }
     file_.reset();
   }
@@ -416,6 +437,10 @@ class AimlessUser {
     random_events::CheckState();
     if (event_number % kEventsBetweenLooks != 0) return;
     PaintTimeline(form);
+    const int frames = desk_.host->frames, last = std::max(frames, INT32_MIN + 1) - 1;
+    if (seed % 2 == 0 && form.vl_button18.value() &&
+        desk_.host->current_frame != std::min(form.Grid1.Row() - 1, last))
+      Fail("the host isn't where the sheet is");
     random_events::CheckPictures();
     support::HandleEvents();
     random_events::CheckScreen();
@@ -427,6 +452,7 @@ class AimlessUser {
     }
     PaintTimeline(form);
     random_events::CheckPictures();
+    random_events::CheckGrid(form.Grid1);
   }
 
   /// Not all that a user changes is to be seen at once: a rate as it is typed, a comment before its cell is

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTableView>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -233,6 +234,19 @@ void CheckPictures() {
   if (auto* const window = painter::frame_painter.IfLoaded()) CheckStrips(*window);
 }
 
+void CheckGrid(const platform::Grid& grid) {
+  const auto* const view = qobject_cast<const QTableView*>(grid.Widget());
+  const QAbstractItemModel& model = *view->model();
+  Check(model.rowCount() == grid.Rows() - 1 && view->currentIndex().row() == grid.Row() - 1,
+        "the grid shows other rows than it has");
+  for (int row = 0; row < grid.Rows(); ++row)
+    for (int column = 0; column < model.columnCount(); ++column) {
+      const QVariant shown =
+          row == 0 ? model.headerData(column, Qt::Horizontal) : model.data(model.index(row - 1, column));
+      Check(shown.toString().toStdString() == grid.TextMatrix(row, column), "the grid shows another text");
+    }
+}
+
 void CheckScreen() {
   for (QWidget* const window : QApplication::topLevelWidgets()) {
     if (!window->isVisible() || window->isMinimized()) continue;
@@ -264,6 +278,7 @@ std::string SheetInWords() {
     for (int column = 0; column < 3; ++column) add(grid.TextMatrix(row, column));
   add(form1->vl_button18.value() ? "locked" : "free");
   for (const look::vl_button* button : form1->VisibilityButtons()) add(button->value() ? "seen" : "hidden");
+  // Last, as there are more of them once a rate counts that was only typed.
   const timeline::VelocityTable& tracks = timeline::Tracks().VelocityValues;
   for (std::int32_t frame = 0; frame < std::min(tracks.Frames(), sheet::TrackFramesNow()); ++frame)
     for (int channel = 0; channel < timeline::kChannels; ++channel)

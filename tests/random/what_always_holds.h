@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/Grid.h"
+
 class Form1;
 
 namespace random_events {
@@ -17,6 +19,8 @@ void CheckMarks(Form1& form);
 /// Sound and tracks, just painted, are pictures of them drawn from nothing; and the strips of the frame
 /// painter are pieces of a strip that is so long that it is never scrolled.
 void CheckPictures();
+/// The grid shows its texts and its current row.
+void CheckGrid(const platform::Grid& grid);
 /// What stands on the screen of every window is what a new drawing gives. Nothing waits to be drawn.
 void CheckScreen();
 

@@ -392,11 +392,19 @@ class AimlessUser {
         Fail("a sheet changes as it is saved and opened: " + std::string(text, after.end()).substr(0, 60));
       if (save() != saved && after == before) Fail("a sheet that was opened is saved as another");
       if (const std::string told = form1->RescueSheet();
-          sheet::TrackFramesNow() == timeline::Tracks().VelocityValues.Frames() &&
-          told != "The sheet is saved in " + *file_ + " as it stands.")
+          RescueMustBeTheSame() && told != "The sheet is saved in " + *file_ + " as it stands.")
         Fail("what is rescued is another sheet: " + told);
     }
     file_.reset();
+  }
+
+  /// A rescue keeps frames of the tracks that a typed rate would cut off, and writes the numbers of rows that
+  /// a spoilt file has left without.
+  bool RescueMustBeTheSame() {
+    const platform::Grid& grid = form1->Grid1;
+    for (int row = 1; row < grid.Rows(); ++row)
+      if (grid.TextMatrix(row, sheet::kFrameColumn).empty()) return false;
+    return sheet::TrackFramesNow() == timeline::Tracks().VelocityValues.Frames();
   }
 
   void OpenFramePainter() {

@@ -179,7 +179,8 @@ void CheckEditor(const Form1& form) {
 void CheckMouth(const Form1& form) {
   Check(form.MySketch.Checked() != form.MYCartoon.Checked(), "not just one mouth set is ticked");
   const auto mouth = timeline::MouthNumber(form.Grid1.TextMatrix(form.Grid1.Row(), sheet::kShapeColumn));
-  if (!mouth) return;
+  // A file that ends with a row's shape leaves it to be seen once the user goes on.
+  if (!mouth || form.Grid1.Col() == sheet::kShapeColumn) return;
   timeline::MouthSet& set = form.MySketch.Checked() ? static_cast<timeline::MouthSet&>(*form5) : *form4;
   Check(form.Picture1.ShownPicture() == set.MouthPicture(*mouth), "the mouth isn't the row's");
 }

@@ -31,6 +31,8 @@ class LabelWidget : public QWidget {
   Qt::Alignment align = Qt::AlignLeft;
   QColor color = Qt::black;
   const std::function<void()>* click = nullptr;
+  /// Called when the plate, which is the ground's and goes beyond the label, has to be painted anew.
+  std::function<void()> plate_changed = [] {};
 
   /// Where the text stands in the container.
   QRectF TextBox() const {
@@ -46,6 +48,11 @@ class LabelWidget : public QWidget {
     painter.drawText(rect(), Layout(), caption);
   }
 
+  bool event(QEvent* event) override {
+    for (const auto type : {QEvent::Move, QEvent::Resize, QEvent::ShowToParent, QEvent::HideToParent})
+      if (event->type() == type) plate_changed();
+    return QWidget::event(event);
+  }
   void mousePressEvent(QMouseEvent* event) override {
     event->setAccepted(*click && event->button() == Qt::LeftButton);
   }
@@ -75,6 +82,9 @@ Label::Label(Container& container, std::string name, const std::string& caption,
   if (align == Align::Right) As<LabelWidget>(*this)->align = Qt::AlignRight;
   if (align == Align::Center) As<LabelWidget>(*this)->align = Qt::AlignHCenter;
   As<LabelWidget>(*this)->click = &Click;
+  As<LabelWidget>(*this)->plate_changed = [this] {
+    if (OwnerWindow().GroundIsDark()) OwnerWindow().Repaint();
+  };
   SetCaption(caption);
 }
 std::string Label::Caption() const { return As<LabelWidget>(*this)->caption.toStdString(); }
@@ -83,7 +93,7 @@ void Label::SetCaption(const std::string& caption) {
   SetAccessibleName(caption);
   Widget()->update();
   // The plate is as long as the text.
-  if (OwnerWindow().GroundIsDark()) OwnerWindow().Repaint();
+  As<LabelWidget>(*this)->plate_changed();
 }
 Color Label::ForeColor() const { return FromToolkit(As<LabelWidget>(*this)->color); }
 void Label::SetForeColor(Color color) {

@@ -221,6 +221,12 @@ TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
     if (during_work) const platform::LongWork work;
     support::HandleEvents();
   };
+  QMimeData words;
+  words.setText("/etc/hosts");
+  words.setUrls({QUrl("http://example.org/x.wav")});
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &words, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(form.TopWidget(), &enter);
+  EXPECT_FALSE(enter.isAccepted());
   desk.files.paths = {support::ScratchFolder() + "/kept.exp"};
   form.MenuSave.Click();
   EXPECT_EQ(desk.files.asked.back().proposal, "voice.exp");

@@ -131,10 +131,11 @@ void DressPlainly(vl_button& button) {
   button.SetGradient(1);
 }
 
-/// A picture of 4 by 2 in black, which a dark button shows in white.
+/// A picture of 4 by 2 in black with a hole, which a dark button shows in white.
 void GiveDot(vl_button& button) {
   QImage dot(4, 2, QImage::Format_ARGB32);
   dot.fill(Qt::black);
+  dot.setPixelColor(2, 0, Qt::transparent);
   ASSERT_TRUE(dot.save(QString::fromStdString(support::ScratchFolder() + "/dot.png")));
   button.SetPicture(support::ScratchFolder() + "/dot");
 }
@@ -150,18 +151,18 @@ TEST(VlButton, EachStateLooksAsItIs) {
   }
   GiveDot(bench.push);
   const auto push = [&bench](bool hovered = false) {
-    // The outline, the upper edge, the face, the picture's corners before and after its shift, the lower
-    // edge.
-    return Greys(bench, bench.push, {{9, 0}, {9, 1}, {4, 4}, {8, 8}, {12, 10}, {9, 16}}, hovered);
+    // The outline, the upper edge, the face, the picture's hole and its corners before and after its shift,
+    // the lower edge.
+    return Greys(bench, bench.push, {{9, 0}, {9, 1}, {4, 4}, {10, 8}, {8, 8}, {12, 10}, {9, 16}}, hovered);
   };
-  EXPECT_EQ(push(), (Expected{25, 185, 100, 255, 100, 65}));
+  EXPECT_EQ(push(), (Expected{25, 185, 100, 100, 255, 100, 65}));
   Press(bench.push.Widget(), {5, 6});
-  EXPECT_EQ(push(), (Expected{18, 32, 72, 72, 255, 123})) << "held down";
+  EXPECT_EQ(push(), (Expected{18, 32, 72, 72, 72, 255, 123})) << "held down";
   Release(bench.push.Widget(), {5, 6});
   bench.push.SetBorderless(true);
-  EXPECT_EQ(push(true), (Expected{43, 107, 107, 255, 107, 107})) << "framed under the pointer";
+  EXPECT_EQ(push(true), (Expected{43, 107, 107, 107, 255, 107, 107})) << "framed under the pointer";
   bench.push.Widget()->setEnabled(false);
-  EXPECT_EQ(push(), (Expected{111, 111, 111, 168, 111, 111})) << "faded";
+  EXPECT_EQ(push(), (Expected{111, 111, 111, 111, 168, 111, 111})) << "faded";
   bench.push.SetCaption("W");
   EXPECT_NE(Greys(bench, bench.push, {{9, 6}, {10, 6}, {9, 11}, {10, 11}}), Expected(4, 111));
 
@@ -339,6 +340,8 @@ TEST(DropDial, SliderDropsDownAndChooses) {
   Release(slider, {-50, 11});
   Key(slider, Qt::Key_Right);
   EXPECT_EQ(bench.dial.value(), 2);
+  Key(slider, Qt::Key_A);
+  EXPECT_EQ(QApplication::activePopupWidget(), panel);
   Key(slider, Qt::Key_Escape);
   EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
   EXPECT_EQ(bench.dial.value(), 2);

@@ -5,13 +5,17 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QPointingDevice>
 #include <QProgressBar>
+#include <QShortcutEvent>
 #include <QSocketNotifier>
 #include <QTableView>
 #include <QTimer>
+#include <QTouchEvent>
 #include <QWindow>
 #include <cmath>
 #include <cstdio>
@@ -42,7 +46,6 @@ struct Busy : Window {
     canvas.Move(200, 0, 50, 40);
     canvas.MouseDown = [this](auto...) { ++presses; };
     canvas.MouseUp = [this](auto...) { ++releases; };
-    canvas.Wheel = [this](auto...) { ++releases; };
     timer.Tick = [this] { ++ticks; };
   }
   void Form_Resize() override { ++resizes; }
@@ -105,8 +108,6 @@ TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) Come(type);
     for (const int key : {Qt::Key_Down, Qt::Key_Delete})
       QApplication::postEvent(busy->grid.Widget(), new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier));
-    QApplication::postEvent(busy->canvas.Widget(), new QWheelEvent({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton,
-                                                                   Qt::NoModifier, Qt::NoScrollPhase, false));
   }
   // What was pressed meanwhile and is let go only now still does nothing; the next key does.
   busy->grid.KeyUp = [this](int, int) { ++key_ups; };
@@ -133,6 +134,46 @@ TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
   }
   support::HandleEvents();
   EXPECT_EQ(busy.IfLoaded(), nullptr) << "a window is closed when the work is over";
+}
+
+/// Writes down which events reach it.
+struct Spy : QWidget {
+  using QWidget::QWidget;
+  bool event(QEvent* event) override {
+    seen.push_back(event->type());
+    return true;
+  }
+  std::vector<QEvent::Type> seen;
+};
+
+TEST_F(LongWorkTest, NoKindOfInputPasses) {
+  Spy spy(busy->ContainerWidget());
+  spy.setAttribute(Qt::WA_AcceptTouchEvents);
+  support::HandleEvents();
+  const auto come = [&spy](QEvent* event) { QApplication::postEvent(&spy, event); };
+  for (const bool held : {false, true, false}) {
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick, QEvent::MouseMove,
+                            QEvent::MouseButtonRelease})
+      come(new QMouseEvent(type, {5, 5}, {5, 5}, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+      come(new QKeyEvent(type, Qt::Key_A, Qt::NoModifier));
+    come(new QWheelEvent({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                         false));
+    come(new QContextMenuEvent(QContextMenuEvent::Keyboard, {5, 5}));
+    come(new QShortcutEvent(QKeySequence("Ctrl+A"), 1));
+    come(new QTouchEvent(QEvent::TouchBegin, QPointingDevice::primaryPointingDevice()));
+    spy.seen.clear();
+    if (held) HeldEvents(nullptr, true).Handle(QEventLoop::AllEvents);
+    support::HandleEvents();
+    // The toolkit asks for the key itself whether it is meant to be none of its shortcuts.
+    const std::vector<QEvent::Type> all = {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick,
+                                           QEvent::MouseMove,        QEvent::MouseButtonRelease,
+                                           QEvent::ShortcutOverride, QEvent::KeyPress,
+                                           QEvent::KeyRelease,       QEvent::Wheel,
+                                           QEvent::ContextMenu,      QEvent::Shortcut,
+                                           QEvent::TouchBegin};
+    EXPECT_EQ(spy.seen, held ? std::vector<QEvent::Type>() : all);
+  }
 }
 
 TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {

@@ -256,13 +256,15 @@ TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
   for (const auto& c : cases) {
     const bool dark = c.answer == Answer::Ok;
     NoteDarkGround(*sample->TopWidget(), dark);
+    // As right after another dialog, when none is active yet.
+    if (dark) QApplication::setActiveWindow(nullptr);
     RunLater([&c, dark] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      EXPECT_THAT(Seen(*box), ElementsAre("Exposure Sheet", "Go <b>on</b>?", "asks", "over the window",
+      EXPECT_THAT(Seen(*box), ElementsAre("Exposure Sheet", "Go <b>on</b>, née?", "asks", "over the window",
                                           dark ? "dark" : "bright", "", "arrow"));
       c.pressed == QMessageBox::NoButton ? box->done(c.pressed) : box->button(c.pressed)->click();
     });
-    EXPECT_EQ(MsgBox("Go <b>on</b>?", c.buttons, Icon::Question), c.answer);
+    EXPECT_EQ(MsgBox("Go <b>on</b>, née?", c.buttons, Icon::Question), c.answer);
     EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
     support::HandleEvents();
     EXPECT_EQ(QApplication::activeWindow(), sample->TopWidget()) << "it has the keyboard again";
@@ -271,10 +273,11 @@ TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
 
 TEST(FileDialog, BeginsWhereTheLastOneEndedAndGivesTheEnding) {
   CommonDialog dialog("Select an exposure sheet", "Exposure sheet|*.exp");
-  const std::string home = support::ScratchFolder(), folder = home + "/sheets";
+  sample->Show();
+  const std::string home = support::ScratchFolder(), folder = home + "/für Łódź";
   setenv("HOME", home.c_str(), 1);
   std::filesystem::create_directory(folder);
-  const std::string old = support::WriteScratch("sheets/old.exp", "");
+  const std::string old = support::WriteScratch("für Łódź/old.exp", "");
   const struct {
     bool save;
     std::string before, begins, proposal, stands, typed, chosen;  // nothing typed: Cancel
@@ -289,6 +292,7 @@ TEST(FileDialog, BeginsWhereTheLastOneEndedAndGivesTheEnding) {
       auto* box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
       auto* name = box->findChild<QLineEdit*>("fileNameEdit");
       EXPECT_EQ(box->windowTitle(), "Select an exposure sheet");
+      EXPECT_EQ(box->parentWidget(), sample->TopWidget());
       EXPECT_EQ(box->nameFilters(), QStringList({"Exposure sheet (*.exp *.EXP)", "All files (*)"}));
       EXPECT_EQ(box->acceptMode(), c.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
       EXPECT_EQ(box->fileMode(), c.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);

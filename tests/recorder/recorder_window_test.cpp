@@ -145,6 +145,7 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   BeginToRecord();
   EXPECT_EQ(machine_->opened, "Line");
   EXPECT_THAT(Enabled(), ElementsAre(false, true, false, false, false));
+  EXPECT_TRUE(window_->isWindowModified());
   Deliver(std::vector<std::int16_t>(44100, 0x1234));
   Until([this] { return Time() == "0:01.0"; });
   // 0x1234 of 0x8000.

@@ -24,7 +24,7 @@ std::string LittleEndian(std::size_t value, int bytes) {
 std::string ScratchFolder() {
   /// Takes the folder away at the end of the process.
   struct Folder {
-    std::string path = (std::filesystem::temp_directory_path() / "exposure-sheet-XXXXXX").string();
+    std::string path = (std::filesystem::temp_directory_path() / "für Łódź-XXXXXX").string();
     Folder() { path = mkdtemp(path.data()); }
     ~Folder() {
       std::error_code ignored;

@@ -115,7 +115,7 @@ class StandInWindowTest : public testing::Test {
     ASSERT_TRUE(picture.save(File(name)));
   }
 
-  QTemporaryDir folder_;
+  QTemporaryDir folder_{QDir::tempPath() + "/für Łódź-XXXXXX"};
   std::shared_ptr<StandIn> stand_in_;
   std::unique_ptr<StandInWindow> window_;
 };

@@ -9,6 +9,8 @@
 #include "audio/Form2.h"
 #include "painter/FPOptions.h"
 #include "painter/FramePainter.h"
+#include "painter/Retrieve.h"
+#include "painter/cell_store.h"
 #include "sheet/Form3.h"
 #include "support/UserInput.h"
 #include "support/desk.h"
@@ -39,16 +41,40 @@ TEST(TabOrder, FollowsTheWindowFromLeftToRightAndDown) {
       "vl_button1 Picture1 HGlide1 Picture2 HGlide2 Check1 VL_DropDial1 VL_DropDial2 vl_button2 vl_button3 ");
 }
 
-/// Whoever can't see the window hears a name at every stop.
-TEST(TabOrder, EveryStopHasAName) {
+/// Seen by whoever looks at the window, heard as a name by whoever can't.
+TEST(TabOrder, EveryStopShowsAndTellsThatTheKeyboardIsThere) {
+  QApplication::setCursorFlashTime(0);
+  support::Desk desk;
+  desk.Main().OpenDropped(support::WriteScratch("v.wav", support::WaveBytes(8, 1000, std::string(500, 'x'))));
+  painter::RetrieveFrames();
+  painter::StartRoll(painter::TheRoll(), 5);
   for (platform::Window* window : std::initializer_list<platform::Window*>{
            &form1.Hold(), &form2.Hold(), &form3.Hold(), &painter::fp_options.Hold(),
            &painter::frame_painter.Hold()}) {
-    for (const platform::Control* control : window->Controls()) {
-      if (!(control->Widget()->focusPolicy() & Qt::TabFocus)) continue;
-      QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(control->Widget());
-      EXPECT_FALSE(spoken->text(QAccessible::Name).isEmpty()) << window->Name() << "." << control->Name();
+    QWidget* const top = window->TopWidget();
+    for (window->Show(); !top->isActiveWindow();) QApplication::processEvents();
+    for (platform::Control* control : window->Controls()) {
+      QWidget* const stop = control->Widget();
+      if (!(stop->focusPolicy() & Qt::TabFocus) || !control->Visible()) continue;
+      QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(stop);
+      EXPECT_NE(spoken->text(QAccessible::Name), "") << window->Name() << "." << control->Name();
+      top->setFocus();
+      const QImage without = stop->grab().toImage();
+      control->SetFocus();
+      const QImage shown = support::OnScreen(top);
+      EXPECT_EQ(shown, support::PaintedAnew(top)) << window->Name() << "." << control->Name();
+      EXPECT_NE(stop->grab().toImage(), without) << window->Name() << "." << control->Name();
     }
+  }
+}
+
+TEST(Toolbar, HasAPictureOnEachButton) {
+  for (platform::Control* control : form1.Hold().Controls()) {
+    auto* button = dynamic_cast<look::vl_button*>(control);
+    if (button == nullptr || button->Width() < 20) continue;
+    const QImage with = button->Widget()->grab().toImage();
+    button->SetPicture("");
+    EXPECT_NE(button->Widget()->grab().toImage(), with) << button->Name();
   }
 }
 

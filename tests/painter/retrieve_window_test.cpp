@@ -11,6 +11,7 @@
 #include "painter/FramePainter.h"
 #include "painter/Retrieve.h"
 #include "painter/cell_store.h"
+#include "painter/strip_state.h"
 #include "platform/Application.h"
 #include "platform/memory.h"
 #include "sheet/Form3.h"
@@ -225,12 +226,15 @@ TEST(Options, MakeABlankRollAndBringUpThePainter) {
   // Once more, with the painter open: a new retrieval, a new roll, the initial text.
   desk.host->frames = 4;
   TheRoll().entries[1] = 7;
+  support::Press(frame_painter->Picture2.Widget(), {300, 40});
+  EXPECT_EQ(TheStrips().FrameForKeys, 2);
   LaunchFramePainter();
   EXPECT_EQ(fp_options->Text1.Text(), "30");
   support::Key(fp_options->Text1.Widget(), Qt::Key_Return);
   EXPECT_EQ(frame_painter->HGlide1.Range(), 4);
   EXPECT_EQ(frame_painter->HGlide2.Range(), 30);
   EXPECT_EQ(TheRoll().entries, std::vector<std::int16_t>(30, -1));
+  EXPECT_EQ(TheStrips().FrameForKeys, 0);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QScreen>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -16,35 +15,11 @@
 
 namespace {
 
-QImage OnScreen() {
-  support::HandleEvents();
-  for (QWidget* window : QApplication::topLevelWidgets())
-    if (window->objectName() == "Form1") return window->screen()->grabWindow(window->winId()).toImage();
-  return {};
-}
-
-TEST(CanvasOnAFractionalScale, AChangedBoxLeavesNothingOfWhatStoodThere) {
-  support::Desk desk;
-  platform::PictureBox& canvas = desk.Main().Picture2;
-  const QImage before = OnScreen();
-  if (before.devicePixelRatio() == std::floor(before.devicePixelRatio())) GTEST_SKIP();
-  const platform::PixelView pixels = canvas.Pixels();
-  for (const int left : {50, 51, 53, 54}) {
-    const platform::PixelBox box{left, 5, left + 17, 60};
-    platform::InvertBox(pixels, box);
-    canvas.Changed({0, 0, pixels.width, pixels.height});
-    EXPECT_NE(OnScreen(), before) << left;
-    platform::InvertBox(pixels, box);
-    canvas.Changed(box);
-    EXPECT_EQ(OnScreen(), before) << left;
-  }
-}
-
 /// The canvas's image on the screen, from the corner that is nearest to the canvas's own.
 TEST(CanvasOnAFractionalScale, ShowsItsImagePixelByPixel) {
   support::Desk desk;
   Form1& form = desk.Main();
-  const double scale = OnScreen().devicePixelRatio();
+  const double scale = form.Picture2.Scale();
   if (scale == std::floor(scale)) GTEST_SKIP();
   for (platform::PictureBox* canvas : {&form.Picture2, &form.Picture4}) {
     const platform::PixelView pixels = canvas->Pixels();
@@ -53,7 +28,7 @@ TEST(CanvasOnAFractionalScale, ShowsItsImagePixelByPixel) {
       for (int x = 0; x < pixels.width; ++x)
         pixels.Row(y)[x] = 0xFF000000u | static_cast<platform::Pixel>((x * 7919 + y * 104729) & 0xFFFFFF);
     canvas->Changed(pixels.clip);
-    const QImage screen = OnScreen();
+    const QImage screen = support::OnScreen(form.TopWidget());
     const QPointF corner = canvas->Widget()->mapTo(form.TopWidget(), QPointF(0, 0)) * scale;
     const int left = qRound(corner.x()), top = qRound(corner.y());
     // Without the toggles and the last pixels, which the viewport's edge may cut; the platform's picture of

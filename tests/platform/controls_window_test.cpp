@@ -9,10 +9,16 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QScrollBar>
+#include <QTableView>
+#include <map>
 #include <sstream>
 
+#include "look/HGlide.h"
+#include "look/VlButton.h"
+#include "look/VlDropDial.h"
 #include "platform/Accessible.h"
 #include "platform/Application.h"
+#include "platform/Grid.h"
 #include "platform/Menu.h"
 #include "platform/Picture.h"
 #include "platform/PictureBox.h"
@@ -55,10 +61,13 @@ QImage Plain(QColor color, int side) {
 
 /// Writes down what the user's hands have set off.
 struct Bench : Window {
-  Bench() : Window({.name = "Bench", .caption = "", .client_width = 400, .client_height = 300, .icons = {}}) {
+  Bench() : Window({.name = "Bench", .caption = "", .client_width = 640, .client_height = 300, .icons = {}}) {
     int left = 0;
     for (Control* control : Controls()) control->Move(left, 40, 40, 40), left += 44;
     list.SetHeight(200);
+    grid.Move(480, 90, 150, 150);
+    bar.Move(100, 262, 300, 20);
+    small.Move(4, 280, 9, 9);
     bar.SetMin(5);
     bar.SetMax(500);
     bar.SetLargeChange(50);
@@ -110,6 +119,12 @@ struct Bench : Window {
   CheckBox check{*this, "check"};
   CommandButton button{*this, "button", "Go"};
   PictureBox canvas{*this, "canvas"};
+  Grid grid{*this, "grid", 3, 2};
+  look::vl_button push{*this, "push"}, toggle{*this, "toggle", look::vl_button::TwoState};
+  look::vl_button small{*this, "small", look::vl_button::TwoState};
+  look::HGlide glide{*this, "glide"};
+  look::VL_DropDial dial{*this, "dial", "4", "1", "20"};
+  LineControl rule{*this, "rule", 5, 270, 5, 290, Rgb(9, 9, 9)};
   std::ostringstream log;
 };
 
@@ -256,14 +271,6 @@ TEST_F(ShownControls, HaveTheirNameRoomAndColour) {
   EXPECT_EQ(rule.Widget()->objectName(), "rule");
   EXPECT_EQ(rule.Widget()->geometry(), QRect(90, 2, 1, 8));
   EXPECT_TRUE(rule.Widget()->testAttribute(Qt::WA_TransparentForMouseEvents));
-  rule.SetX(95);
-  rule.SetForeColor(Rgb(8, 8, 8));
-  EXPECT_EQ(std::pair(rule.X1(), rule.ForeColor()), std::pair(95, Rgb(8, 8, 8)));
-  EXPECT_EQ(rule.Widget()->grab().toImage().pixel(0, 7), qRgb(8, 8, 8));
-  bench.text.SetToolTip("Undo", "Ctrl+Z");
-  EXPECT_EQ(text->toolTip() + text->accessibleName(), "Undo (Ctrl+Z)Undo");
-  bench.text.SetToolTip("Redo");
-  EXPECT_EQ(text->toolTip() + text->accessibleName(), "RedoUndo");
   ImageHolder holder(bench, "holder");
   holder.SetPicture(std::make_shared<Picture>(Plain(Qt::red, 7)));
   EXPECT_EQ(std::pair(holder.Width(), holder.Visible()), std::pair(7, false));
@@ -287,14 +294,14 @@ TEST_F(ShownControls, ShowTexts) {
   EXPECT_LE(QFontMetricsF(text->font()).horizontalAdvance(wide), natural * 0.6);
   EXPECT_EQ(edit->cursorPosition(), 0);
 
-  const auto ink = [](const Control& control) {
+  const auto ink = [this](const Control& control) {
     support::HandleEvents();
     const QImage shown = control.Widget()->grab().toImage();
     QRect covered;
     for (int y = 0; y < shown.height(); ++y)
       for (int x = 0; x < shown.width(); ++x)
         if (shown.pixel(x, y) != shown.pixel(0, 0)) covered |= QRect(x, y, 1, 1);
-    return covered;
+    return QTransform::fromScale(1 / canvas.Scale(), 1 / canvas.Scale()).mapRect(covered);
   };
   Label left(bench, "left", "Ill"), right(bench, "right", "Ill", Label::Align::Right);
   for (Label* one : {&left, &bench.label, &right}) one->Move(0, 200, 200, 16);
@@ -303,6 +310,7 @@ TEST_F(ShownControls, ShowTexts) {
   EXPECT_GT(ink(right).right(), 195);
   Label tight(bench, "tight", "Velocity track");
   tight.Move(0, 0, left.Widget()->fontMetrics().horizontalAdvance("Velocity track") * 4 / 5, 17);
+  EXPECT_GT(ink(tight).width(), tight.Width() * 0.7);
   EXPECT_LT(ink(tight).right(), tight.Width() - 4) << "a caption is set in letters that are small enough";
   // 15 points are 20 pixels: an H is between half and all of that high, and less wide.
   canvas.Move(0, 0, 300, 40);
@@ -315,30 +323,124 @@ TEST_F(ShownControls, ShowTexts) {
   EXPECT_TRUE(QRect(99, 5, 41, 24).contains(letters) && letters.width() > 18 && letters.height() > 10);
 }
 
-TEST_F(ShownControls, ShowTheirStateAndWhereTheKeyboardIs) {
-  const auto picture = [](const Control& control) { return control.Widget()->grab().toImage(); };
-  for (const bool ticked : {false, true}) {
-    bench.check.SetValue(ticked ? 1 : 0);
-    EXPECT_EQ(qGray(picture(bench.check).pixel(17, 28)) < 100, ticked);
-  }
-  QPalette palette;
-  palette.setColor(QPalette::Highlight, Qt::blue);
-  for (Control* control : std::initializer_list<Control*>{&bench.text, &bench.check, &canvas})
-    control->Widget()->setPalette(palette);
-  for (Control* control : std::initializer_list<Control*>{&bench.text, &bench.check})
-    for (const bool focused : {false, true}) {
-      (focused ? *control : bench.button).SetFocus();
-      for (const int x : {1, 38}) EXPECT_EQ(picture(*control).pixelColor(x, 20) == Qt::blue, focused) << x;
-    }
-  canvas.SetBackColor(Rgb(255, 255, 0));
+TEST_F(ShownControls, ShowAtOnceWhatTheyAreTold) {
+  const Color one = Rgb(200, 60, 90), other = Rgb(60, 90, 200);
+  const std::string picture = support::ScratchFolder() + "/red";
+  ASSERT_TRUE(Plain(Qt::red, 9).save(QString::fromStdString(picture + ".png")));
+  Bench& b = bench;
+  const struct {
+    int changed;  // controls; 0 where that depends on the theme
+    std::function<void()> change;
+  } steps[] = {
+      {13,
+       [&] {
+         b.label.SetCaption("Other"), b.text.SetText("345"), b.list.SetListIndex(1),
+             b.bar.SetLargeChange(900);
+         b.check.SetValue(1), canvas.SetBackColor(one), b.grid.SetRow(1), b.push.SetBackColor(one);
+         b.toggle.SetValue(true), b.small.SetValue(true), b.glide.SetRange(3), b.dial.SetValue(17);
+         b.rule.SetForeColor(one);
+       }},
+      {11,
+       [&] {
+         b.label.SetForeColor(one), b.text.SetBackColor(one), b.list.SetBackColor(one), b.bar.SetMin(90);
+         b.check.SetValue(0), canvas.Print("Words"), b.grid.SetText("né"), b.push.SetHighlight(one);
+         b.toggle.SetBackColor(one), b.small.SetBackColor(one), b.glide.SetPosition(2);
+       }},
+      {10,
+       [&] {
+         b.label.SetLeft(2), b.text.SetForeColor(other), b.list.SetForeColor(other), b.bar.SetValue(400);
+         b.grid.SetCol(1), b.push.SetShadow(other), b.toggle.SetGradient(2), b.glide.SetBackColor(one);
+         b.rule.SetX(590);
+         for (const int left : {3, 14, 26, 33}) {
+           FillBox(canvas.Pixels(), {left, 4, left + 5, 12}, other);
+           canvas.Changed({left, 4, left + 5, 12});
+         }
+       }},
+      {6,
+       [&] {
+         b.bar.SetMax(450), canvas.ShowRules({20, 30}, other), b.grid.Clear(), b.push.SetGradient(2);
+         b.toggle.SetBorderless(true), b.glide.SetForeColor(other);
+       }},
+      {4,
+       [&] {
+         canvas.ShowRules({20}, other), b.grid.SetColWidth(0, 300), b.push.SetCaption("Go");
+         b.glide.SetHighlight(one);
+       }},
+      {4,
+       [&] {
+         canvas.SetPicture(Picture::Load(picture + ".png")), b.grid.SetRows(9), b.push.SetPicture(picture);
+         b.glide.SetShadow(other);
+       }},
+      {4,
+       [&] {
+         canvas.Draw = [&] { FillBox(canvas.Pixels(), {9, 9, 14, 19}, other), canvas.Changed({9, 9, 14, 19}); };
+         canvas.DrawLater(), b.grid.SetRow(0), b.glide.SetWidth(30), Press(b.push.Widget(), {5, 5});
+       }},
+      {5,
+       [&] {
+         canvas.Cls(), b.grid.SetCols(1), b.push.SetVisible(false), b.dial.Widget()->setEnabled(false);
+         b.toggle.Widget()->setEnabled(false);
+       }},
+      {2, [&] { canvas.FrameColumns(5, 20), canvas.SetFocus(); }},
+      {1, [&] { canvas.FrameColumns(10, 30); }},
+      {0, [&] { b.SetBackColor(Rgb(20, 20, 20)); }},
+      {1, [&] { b.label.SetCaption("A"); }},
+      {1, [&] { b.label.SetCaption("Other"); }},
+      {1, [&] { b.label.SetVisible(false); }},
+      {1, [&] { b.label.SetVisible(true); }},
+  };
   canvas.TakeKeyboard();
-  canvas.FrameColumns(3, 30);
-  canvas.ShowRules({1, 34}, Rgb(255, 0, 0));
-  canvas.SetFocus();
-  const QImage shown = picture(canvas);
-  for (const auto& [x, color] :
-       {std::pair(1, Qt::red), {34, Qt::red}, {4, Qt::blue}, {28, Qt::blue}, {7, Qt::yellow}})
-    EXPECT_EQ(shown.pixelColor(x, 20), color) << x;
+  b.button.SetFocus();
+  for (const auto& step : steps) {
+    support::HandleEvents();
+    std::map<const Control*, std::pair<QRect, QImage>> places;
+    for (const Control* control : b.Controls()) {
+      const QRect place = control->Widget()->geometry();
+      places[control] = {place, b.ContainerWidget()->grab(place).toImage()};
+    }
+    step.change();
+    const QImage shown = support::OnScreen(b.TopWidget());
+    EXPECT_EQ(shown, support::PaintedAnew(b.TopWidget())) << &step - steps;
+    std::string changed;
+    for (const auto& [control, before] : places)
+      if (b.ContainerWidget()->grab(before.first).toImage() != before.second)
+        changed += control->Name() + " ";
+    if (step.changed > 0)
+      EXPECT_EQ(std::ranges::count(changed, ' '), step.changed) << &step - steps << ": " << changed;
+  }
+}
+
+/// Other alphabets would spoil it, quotes, and the marks of menus and of formatted text.
+constexpr const char* kWords = "Łódź \"née\" & 'ßé' <b>…</b>";
+
+TEST_F(ShownControls, KeepAnyWords) {
+  Bench& b = bench;
+  const CheckBox ticked(b, "ticked", kWords);
+  const CommandButton pressed(b, "pressed", kWords);
+  ListBox listed(b, "listed", {kWords});
+  const Menu named(b, "named", kWords);
+  const MenuItem item(b.menu, "item", kWords);
+  listed.SetListIndex(0), b.label.SetCaption(kWords), b.text.SetText(kWords), b.push.SetCaption(kWords);
+  b.SetCaption(kWords), b.grid.SetText(kWords), b.grid.SetRow(1), b.grid.SetText(kWords);
+  b.rule.SetToolTip(kWords, kWords), b.rule.SetToolTip("Redo"), b.glide.SetToolTip(kWords, kWords);
+  b.glide.SetAccessibleDescription(kWords), canvas.TakeKeyboard(), canvas.SetAccessibleItem(kWords);
+  support::HandleEvents();
+  const auto* model = static_cast<QTableView*>(b.grid.Widget())->model();
+  const auto spoken = [](const Control& of) { return QAccessible::queryAccessibleInterface(of.Widget()); };
+  for (const std::string& kept : {listed.Text(), b.label.Caption(), b.text.Text(), b.push.caption(),
+                                  b.Caption(), b.grid.TextMatrix(0, 0), b.grid.TextMatrix(1, 0)})
+    EXPECT_EQ(kept, kWords);
+  for (const QString& kept :
+       {ticked.Widget()->property("text").toString(), pressed.Widget()->property("text").toString(),
+        text->property("text").toString(), b.MenuBar()->actions().back()->text(),
+        b.menu.Widget()->actions().back()->text(), b.TopWidget()->windowTitle(),
+        b.push.Widget()->accessibleName(), b.rule.Widget()->accessibleName(),
+        spoken(b.label)->text(QAccessible::Name), spoken(b.glide)->text(QAccessible::Name),
+        spoken(b.glide)->text(QAccessible::Description), spoken(canvas)->child(0)->text(QAccessible::Name),
+        model->headerData(0, Qt::Horizontal).toString(), model->index(0, 0).data().toString()})
+    EXPECT_EQ(kept, kWords);
+  EXPECT_EQ(b.glide.Widget()->toolTip(), QString("%1 (%1)").arg(kWords));
+  EXPECT_LT(MaskOf({"", 20}, "éé", 1).advance, 1.2 * MaskOf({"", 20}, "ee", 1).advance) << "on a canvas";
 }
 
 TEST(Accessible, AReaderIsToldOfTheItemWithTheFocusAndOfANotice) {

@@ -136,43 +136,33 @@ TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
   EXPECT_EQ(busy.IfLoaded(), nullptr) << "a window is closed when the work is over";
 }
 
-/// Writes down which events reach it.
-struct Spy : QWidget {
-  using QWidget::QWidget;
-  bool event(QEvent* event) override {
-    seen.push_back(event->type());
-    return true;
-  }
-  std::vector<QEvent::Type> seen;
-};
-
 TEST_F(LongWorkTest, NoKindOfInputPasses) {
-  Spy spy(busy->ContainerWidget());
+  struct Spy : QWidget {
+    using QWidget::QWidget;
+    bool event(QEvent* event) override { return seen.push_back(event->type()), true; }
+    std::vector<int> seen;
+  } spy(busy->ContainerWidget());
   spy.setAttribute(Qt::WA_AcceptTouchEvents);
   support::HandleEvents();
-  const auto come = [&spy](QEvent* event) { QApplication::postEvent(&spy, event); };
   for (const bool held : {false, true, false}) {
+    std::vector<QEvent*> input;
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick, QEvent::MouseMove,
                             QEvent::MouseButtonRelease})
-      come(new QMouseEvent(type, {5, 5}, {5, 5}, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+      input.push_back(new QMouseEvent(type, {5, 5}, {5, 5}, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
-      come(new QKeyEvent(type, Qt::Key_A, Qt::NoModifier));
-    come(new QWheelEvent({5, 5}, {5, 5}, {}, {0, 120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
-                         false));
-    come(new QContextMenuEvent(QContextMenuEvent::Keyboard, {5, 5}));
-    come(new QShortcutEvent(QKeySequence("Ctrl+A"), 1));
-    come(new QTouchEvent(QEvent::TouchBegin, QPointingDevice::primaryPointingDevice()));
+      input.push_back(new QKeyEvent(type, Qt::Key_A, Qt::NoModifier));
+    input.push_back(new QWheelEvent({5, 5}, {5, 5}, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false));
+    input.push_back(new QContextMenuEvent(QContextMenuEvent::Keyboard, {5, 5}));
+    input.push_back(new QShortcutEvent(QKeySequence("Ctrl+A"), 1));
+    input.push_back(new QTouchEvent(QEvent::TouchBegin, QPointingDevice::primaryPointingDevice()));
+    std::vector<int> types;
+    for (QEvent* event : input) types.push_back(event->type()), QApplication::postEvent(&spy, event);
     spy.seen.clear();
     if (held) HeldEvents(nullptr, true).Handle(QEventLoop::AllEvents);
     support::HandleEvents();
-    // The toolkit asks for the key itself whether it is meant to be none of its shortcuts.
-    const std::vector<QEvent::Type> all = {QEvent::MouseButtonPress, QEvent::MouseButtonDblClick,
-                                           QEvent::MouseMove,        QEvent::MouseButtonRelease,
-                                           QEvent::ShortcutOverride, QEvent::KeyPress,
-                                           QEvent::KeyRelease,       QEvent::Wheel,
-                                           QEvent::ContextMenu,      QEvent::Shortcut,
-                                           QEvent::TouchBegin};
-    EXPECT_EQ(spy.seen, held ? std::vector<QEvent::Type>() : all);
+    // The toolkit asks first whether a key is to be no shortcut.
+    std::erase(spy.seen, int{QEvent::ShortcutOverride});
+    EXPECT_EQ(spy.seen, held ? std::vector<int>() : types);
   }
 }
 

@@ -1,10 +1,11 @@
-// What a user does to a widget, as events.
+// What a user does to a widget, as events, and what he sees then.
 #pragma once
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QScreen>
 #include <QWheelEvent>
 #include <QWidget>
 
@@ -43,6 +44,17 @@ inline void Wheel(QWidget* widget, int turn) {
   QWheelEvent event(at, widget->mapToGlobal(at), {}, {0, turn}, Qt::NoButton, Qt::NoModifier,
                     Qt::NoScrollPhase, false);
   QApplication::sendEvent(widget, &event);
+}
+
+/// A window as the screen has it, painted piece by piece.
+inline QImage OnScreen(QWidget* window) {
+  for (int i = 0; i < 30; ++i) QApplication::processEvents();
+  return window->screen()->grabWindow(window->winId()).toImage();
+}
+/// The same with all of it painted anew: what differs stood there before, or should stand there.
+inline QImage PaintedAnew(QWidget* window) {
+  for (QWidget* widget : window->findChildren<QWidget*>()) widget->update();
+  return OnScreen(window);
 }
 
 }  // namespace support

@@ -11,7 +11,6 @@
 #include <filesystem>
 
 #include "app/Form1.h"
-#include "painter/FramePainter.h"
 #include "platform/Clock.h"
 #include "platform/LongWork.h"
 #include "sheet/SheetDocument.h"
@@ -249,15 +248,6 @@ TEST_F(Hands, FilesDroppedAreOpenedAsFromTheMenu) {
   EXPECT_EQ(grid.Rows(), 61);
   drop(support::WriteScratch("t\xf6ne.wav", support::WaveBytes(8, 1000, std::string(4000, 'x'))));
   EXPECT_EQ(grid.Rows(), 49) << "a name that isn't UTF-8";
-}
-
-TEST(PainterHands, TheCaptionTicksItsBox) {
-  painter::FramePainter& window = painter::frame_painter.Hold();
-  for (const int ticked : {1, 0}) {
-    support::Press(window.Label5.Widget(), {5, 5});
-    support::Release(window.Label5.Widget(), {5, 5});
-    EXPECT_EQ(window.Check1.Value(), ticked);
-  }
 }
 
 }  // namespace

@@ -152,7 +152,7 @@ TEST_F(LongWorkTest, NoKindOfInputPasses) {
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
       input.push_back(new QKeyEvent(type, Qt::Key_A, Qt::NoModifier));
     input.push_back(new QWheelEvent({5, 5}, {5, 5}, {}, {0, 120}, {}, {}, Qt::NoScrollPhase, false));
-    input.push_back(new QContextMenuEvent(QContextMenuEvent::Keyboard, {5, 5}));
+    input.push_back(new QContextMenuEvent(QContextMenuEvent::Keyboard, {5, 5}, {5, 5}));
     input.push_back(new QShortcutEvent(QKeySequence("Ctrl+A"), 1));
     input.push_back(new QTouchEvent(QEvent::TouchBegin, QPointingDevice::primaryPointingDevice()));
     std::vector<int> types;

@@ -444,11 +444,12 @@ std::string Seen(const PixelBlock& picture) {
 TEST(DemoAnimation, ShowsTheFellowOnHisMeadowUnderSunAndClouds) {
   const Animation animation = DrawDemoAnimation();
   EXPECT_EQ(
-      Seen(FramePixels(animation, 6)),
-      "|ssssssssssssssssssssssssssssssss|ssssssswwmmsssssssssssss~o~~ssss|ssss#w#KKoKoK#s#sssssss~oooo~sss"
-      "|ssssssKKKBBKKKswwwwwsss~~oo~ssss|~~~~~~KKB#K#KKww~w~ww~~~~~~~~~~~|~~~~~~~~#KK#~~~~~~~~~~~~~~~~~~~~"
-      "|~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~|~~~~~hhhh~~~~~~~~~~~~~~~~~~~~~~~|hhhhhhhhhhhhhhhhh~~~~~~iiiiiiiii"
-      "|hhhhhhmmmmmmmmmmmmmmmmmmmmiiiiii|mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm|mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm");
+      Seen(FramePixels(animation, 0)),
+      "|ssssssssssssssssssssssssssssssss|sssssswwwsssssssssssssss~o~~ssss|ssswwwwwwwwwsssssssssss~oooo~sss"
+      "|sssssssssssssssswwwwsss~~oo~ssss|~~~~~~~~~~~~~~wwww~ww~~~~~~~~~~~|~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~"
+      "|~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~|~~~KKwKKwKKK~~~~~~~~~~~~~~~~~~~~|h##KKBBBBBKKK#hhh~~~~~~iiiiiiiii"
+      "|hhhh#KBBBK#mmmmmmmmmmmmmmmiiiiii|mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm|mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm")
+      << "flat on the ground";
   EXPECT_EQ(
       Seen(FramePixels(animation, 44)),
       "|ssssssssssssssssssssssssssssssss|ssssswwwssssssssssssssss~o~~ssss|sswwwwKKKKK#sssssssssss~oooo~sss"
@@ -698,6 +699,7 @@ TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
   StandInWindow german(stand_in_, RunsAs::Program);
   EXPECT_EQ(german.findChild<QAction*>("First")->toolTip(), "Erstes Bild (Home)");
   QString about;
+  german.show();
   OnDialogs({AnswerQuestion(QMessageBox::Ok, &about)});
   german.findChild<QAction*>("About")->trigger();
   EXPECT_TRUE(about.contains(QString("Version %1.").arg(platform::kVersion))) << about.toStdString();

@@ -61,7 +61,7 @@ Writing WriteExposureSheet(const Document& document) {
   Document written = document;
   for (auto& row : written.rows) {
     std::string& shape = row[sheet::kShapeColumn];
-    if (IsShape(shape) && !shape.ends_with(' ')) shape += ' ';
+    if (IsShape(shape)) shape += ' ';
   }
   return {sheet::SheetFileText(written), {}, {}};
 }

@@ -5,6 +5,7 @@
 #include <sys/resource.h>
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -84,6 +85,7 @@ class Recorder : public testing::Test {
         [machine = machine_] { return std::chrono::steady_clock::time_point(machine->now.load()); },
         TakeFolder()});
     asks_ = window_->AskKeep;
+    asks_path_ = window_->AskPath;
     window_->AskKeep = [this] { return support::Next(keeps_, Keep::Cancel); };
     window_->AskPath = [this](const QString& proposal) {
       proposed_ = proposal.toStdString();
@@ -133,6 +135,7 @@ class Recorder : public testing::Test {
 
   std::shared_ptr<Machine> machine_ = std::make_shared<Machine>();
   std::function<Keep()> asks_;
+  std::function<QString(const QString&)> asks_path_;
   std::vector<Keep> keeps_;
   std::vector<std::string> paths_, told_;
   std::string proposed_;
@@ -152,6 +155,7 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   EXPECT_EQ(window_->findChild<QWidget*>("LevelMeter")->accessibleDescription(),
             "The loudest is at -17 decibels");
   Deliver({0x5678});
+  EXPECT_TRUE(window_->isWindowModified());
   Press("StopButton");
   EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true, true));
   EXPECT_TRUE(window_->isWindowModified());
@@ -165,22 +169,30 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
     window_->Tick();
     EXPECT_THAT(Enabled(), enabled);
   }
-  paths_ = {support::ScratchFolder() + "/missing/voice.wav", support::ScratchFolder() + "/voice.wav"};
+  const std::string folder = support::ScratchFolder() + "/voices";
+  std::filesystem::create_directories(folder);
+  paths_ = {support::ScratchFolder() + "/missing/voice.wav", folder + "/voice.wav"};
   Press("SaveButton");
   EXPECT_THAT(told_, ElementsAre(HasSubstr("missing/voice.wav\" can't be saved: ")));
   EXPECT_TRUE(window_->isWindowModified());
   Press("SaveButton");
-  EXPECT_EQ(Status(), "Saved as \"" + support::ScratchFolder() +
+  EXPECT_EQ(Status(), "Saved as \"" + folder +
                           "/voice.wav\". Open it in the exposure sheet with \"Open Wave file...\".");
   EXPECT_FALSE(window_->isWindowModified());
-  const std::string saved = support::ReadWhole(support::ScratchFolder() + "/voice.wav");
+  const std::string saved = support::ReadWhole(folder + "/voice.wav");
   ASSERT_EQ(saved.size(), 44 + 2 * 44101U);
   EXPECT_EQ(saved.substr(44 + 2 * 44099), "\x34\x12\x78\x56");
   EXPECT_EQ(proposed_, support::ScratchFolder() + "/recording.wav") << "there is no folder for documents";
   // The next one is proposed beside it.
-  support::WriteScratch("recording.wav", "");
+  std::filesystem::copy(folder + "/voice.wav", folder + "/recording.wav");
   Press("SaveButton");
-  EXPECT_EQ(proposed_, support::ScratchFolder() + "/recording 2.wav");
+  EXPECT_EQ(proposed_, folder + "/recording 2.wav");
+  QTimer::singleShot(0, window_.get(), [] {
+    auto& dialog = *qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    dialog.selectFile("take");
+    static_cast<QDialog&>(dialog).accept();
+  });
+  EXPECT_EQ(asks_path_(QString::fromStdString(proposed_)).toStdString(), folder + "/take.wav");
 }
 
 TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
@@ -193,7 +205,12 @@ TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
   const std::pair<std::function<void()>, std::string> ways[] = {
       {[this] { machine_->lost = true; }, "\"Microphone\" has gone."},
       {[this] { Pass(2001ms); }, "\"Microphone\" delivers no sound any more."},
-      {fill_disk, "The recording can't be written: File too large."}};
+      {fill_disk, "The recording can't be written: File too large."},
+      {[&] {
+         fill_disk();
+         Press("StopButton");
+       },
+       "The recording can't be written: File too large."}};
   for (const auto& [fail, words] : ways) {
     BeginToRecord();
     Deliver(std::vector<std::int16_t>(22050));
@@ -271,6 +288,11 @@ TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
   EXPECT_THAT(Status(), StartsWith("Recorded, but too loud in places"));
   Press("ListenButton");
   EXPECT_EQ(Status(), "! There is no device to listen with.");
+  keeps_ = {Keep::Discard};
+  BeginToRecord();
+  Deliver({1});
+  Press("StopButton");
+  EXPECT_EQ(Status(), "Recorded. Listen to it, or save it.") << "this one isn't too loud";
 }
 
 TEST_F(Recorder, NothingUnsavedGoesWithoutAWord) {
@@ -322,6 +344,7 @@ TEST_F(Recorder, WhatWasntSavedIsOfferedAtTheNextStart) {
   Press("RecordButton");
   EXPECT_THAT(told_, ElementsAre("A recording can't be kept in \"" + TakeFolder() + "\": Not a directory"));
   EXPECT_THAT(Enabled(), ElementsAre(true, false, false, false, true));
+  EXPECT_TRUE(window_->close()) << "nothing is left to ask about";
 }
 
 TEST_F(Recorder, NamesItsControls) {
@@ -355,11 +378,12 @@ TEST(LevelMeter, ShowsTheLevelTheMarkAndTheLampOfOverload) {
   LevelMeter meter(nullptr);
   meter.resize(600, 60);
   Meter level(44100);
-  level.Take(std::vector<std::int16_t>{1036});  // 30.0 decibels below the loudest
+  level.Take(std::vector<std::int16_t>{1036});      // 30.0 decibels below the loudest
+  level.Take(std::vector<std::int16_t>(11025, 0));  // and a quarter of a second without
   meter.Show(level, true);
   EXPECT_EQ(meter.accessibleDescription(), "The loudest is at -30 decibels");
   const QImage image = meter.grab().toImage();
-  EXPECT_EQ(Shown(image), std::string(30, 'd') + std::string(31, '.'));
+  EXPECT_EQ(Shown(image), std::string(24, 'd') + std::string(37, '.'));
   EXPECT_EQ(image.pixelColor(292, 13), QColor(243, 244, 246)) << "the mark";
   // The numbers stand on both sides of their places, bluish on grey.
   for (const int decibels : {-60, -36, -6, 0})

@@ -100,8 +100,9 @@ TEST(Formats, AHeldMouthIsWrittenOnceAndARepeatedOneTwice) {
             "the sheet has no mouth on its first frame; rest is written there, since readers need one");
   const Writing cues = convert::WriteCueTable(sheet, ShapeTable::Default());
   EXPECT_EQ(*cues.bytes, "0.00\tX\n0.08\tA\n0.16\tA\n0.25\tA\n0.29\tX\n0.37\tX\n");
-  Document short_one = SheetWith(2, "0:M");
-  EXPECT_EQ(*convert::WriteCueTable(short_one, ShapeTable::Default()).bytes, "0.00\tA\n0.08\tX\n");
+  Document short_one = SheetWith(30, "0:M 29:E");
+  short_one.frame_rate_text = "25";
+  EXPECT_EQ(*convert::WriteCueTable(short_one, ShapeTable::Default()).bytes, "0.00\tA\n1.16\tC\n1.20\tX\n");
   short_one.frame_rate_text = "0";
   EXPECT_EQ(InEnglish(convert::WriteCueTable(short_one, ShapeTable::Default()).failure),
             "the sheet's rate, \"0\", gives no times (see --rate)");
@@ -298,6 +299,8 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
       {convert::ReadCueXml, "<html/>", "line 1: expected the element rhubarbResult"},
       {convert::ReadPapagayo, "lipsync version 2\n", "line 1: expected lipsync version 1"},
       {convert::ReadPapagayo, "lipsync version 1\nv\n0\n", "line 3: expected a frame rate above 0"},
+      {convert::ReadPapagayo, "lipsync version 1\nv\n24\n",
+       "line 4: expected the number of frames, but the file ends"},
       {convert::ReadXdts, "exchangeDigitalTimeSheet Save Data {,", "line 1: "},
       {convert::ReadXdts, first + "{}", "no time table"},
       {convert::ReadCsv, "Frame,Comment,Red\n0,\"a\nb\",32\n1,,256\n", "line 4, column Red: expected"},

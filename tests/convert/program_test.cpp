@@ -53,10 +53,11 @@ TEST_F(ConvertProgram, ReplacesAFileOnlyByForceAndLeavesNothingHalfWritten) {
   ASSERT_EQ(Run("$C --force $S/frogs.exp x.dat"), 0);
   EXPECT_THAT(File("x.dat"), StartsWith("MohoSwitch1\n1 FV\n"));
   ASSERT_EQ(Run("$C $S/frogs.exp missing/x.dat"), 1);
+  ASSERT_EQ(Run("ln -s gone link.dat; $C $S/frogs.exp link.dat"), 1) << "a link to nothing is there too";
   ASSERT_EQ(Run("ulimit -f 1; $C --force $S/frogs.exp x.pdf"), 1) << "a full disk";
   ASSERT_EQ(Run("ulimit -f 1; $C --force $S/frogs.wav x.wav"), 1);
   ASSERT_EQ(Run("ls -A"), 0);
-  EXPECT_EQ(out_, "bad.tsv\nerr\nout\nx.dat\n");
+  EXPECT_EQ(out_, "bad.tsv\nerr\nlink.dat\nout\nx.dat\n");
 }
 
 TEST_F(ConvertProgram, WorksInAPipe) {
@@ -72,12 +73,13 @@ TEST_F(ConvertProgram, WorksInAPipe) {
   EXPECT_EQ(out_, "72\n");
   EXPECT_EQ(Run("printf 'MohoSwitch1\n1 grin\n' | $C --from dat --to csv - -"), 0);
   EXPECT_THAT(err_, HasSubstr("standard input: line 2: the table of names has no mouth \"grin\""));
-  ASSERT_EQ(Run("for p in letter a4; do $C --paper $p --to pdf $S/frogs.exp - | grep -ao 'Box .0 0 [0-9]*' | "
+  ASSERT_EQ(Run("for p in letter A4; do $C --paper $p --to pdf $S/frogs.exp - | grep -ao 'Box .0 0 [0-9]*' | "
                 "uniq; done"),
             0);
-  EXPECT_EQ(out_, "Box [0 0 612\nBox [0 0 595\n");
-  EXPECT_EQ(Run("$C --to csv $S/frogs.exp - >/dev/full"), 1);
-  EXPECT_THAT(err_, HasSubstr("standard output: No space left on device"));
+  EXPECT_EQ(out_ + err_, "Box [0 0 612\nBox [0 0 595\n") << "the sound beside the sheet is found";
+  EXPECT_EQ(Run("$C --to csv $S/frogs.exp - >/dev/full; $C --to csv $S/frogs.exp /dev/full"), 1);
+  for (const char* name : {"standard output", "/dev/full"})
+    EXPECT_THAT(err_, HasSubstr(std::string(name) + ": No space left on device"));
   EXPECT_EQ(Run("head -c 100000000 /dev/zero | $C --from tsv --to dat - -"), 1) << "more than a text has";
   EXPECT_THAT(err_, HasSubstr("standard input: File too large"));
 }
@@ -194,7 +196,8 @@ TEST_F(ConvertProgram, TakesTheLengthOfASoundAndATableOfNames) {
       "ExposureSheet02\r\n12\r\n" + (folder_ / "frogs.wav").string() +
       "\r\nReserved\r\nReserved\r\n 37 \r\n 3 \r\nReserved\r\nReserved\r\n0\r\nA \r\n\r\n1\r\n\r\n";
   EXPECT_THAT(File("b.exp"), StartsWith(start));
-  ASSERT_EQ(Run("sed s/frogs.wav/gone.wav/ $S/frogs.exp >c.exp && $C c.exp c.svg"), 0);
+  ASSERT_EQ(Run("sed s/frogs.wav/gone.wav/ $S/frogs.exp >c.2.exp && $C c.2.exp c.svg"), 0);
+  EXPECT_THAT(File("c.svg"), HasSubstr("<title>c.2</title>"));
   EXPECT_THAT(err_, HasSubstr("the sound \"gone.wav\" can't be read; its waveform is left out"));
   EXPECT_EQ(Run("echo A >wrong && $C --shapes wrong a.dat d.tsv"), 1);
   EXPECT_THAT(err_, HasSubstr("wrong: line 1: expected names of the sheet"));

@@ -112,6 +112,11 @@ TEST(SoundOut, TellsThatASoundBreaksOff) {
       SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 1, [](int frame, int) { return Sine(frame); }, 20'000);
   EXPECT_THAT(made.failure, testing::HasSubstr("breaks off: of its 48000 samples"));
   EXPECT_FALSE(made.exists);
+  const Converted kept(
+      SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, 1, [](int frame, int) { return Sine(frame); }, 4'000);
+  EXPECT_EQ(kept.failure, "");
+  ASSERT_EQ(kept.notes.size(), 1u);
+  EXPECT_THAT(InEnglish(kept.notes[0]), testing::HasSubstr("breaks off: of its 48000 samples"));
 }
 
 TEST(SoundOut, SamplesThatAreNoNumbersAreSilence) {

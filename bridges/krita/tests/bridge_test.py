@@ -51,6 +51,7 @@ class Timeline:
 
     def make_key(self, _, moment, kind):
         assert self.layer.document.activeNode() is self.layer and self.layer.is_animated
+        assert kind == self.BLANK or not self.layer.hasKeyframeAtTime(moment), "a frame is lost"
         pixels = WIDTH * HEIGHT
         self.layer.keys[moment] = b"\xff" * 4 * pixels if kind == self.BLANK else self.layer.shown_at(moment)
 
@@ -124,11 +125,19 @@ class Bridge(unittest.TestCase):
         for rate, kept in [(23.976, "24"), (12.5, "12"), (0.2, "1"), (0.0, "1"), (float("nan"), "1")]:
             self.call("vel_SetFrameRate", rate)
             self.assertEqual(self.call("Vel_GetFrameRate"), kept)
+        # The folder is that of the document that was taken last, of those that have one.
+        for file, folder in [("/frogs/a.kra", "/frogs"), ("", "/frogs"), ("/toads/b.kra", "/toads")]:
+            document = self.krita.createDocument(WIDTH, HEIGHT, "Toads")
+            document.setFileName(file)
+            self.host.take(document)
+            self.assertEqual(self.call("Vel_GetAppDir"), folder)
 
     def test_goes_to_the_frame_or_the_end_that_it_lies_beyond(self):
         for frame, time in [(3, 13), (-1, 10), (1000, 15), (2.5, 12), (3.5, 14), (-7.0, 10)]:
             self.call("Vel_GotoFrame", frame)
             self.wait_until(lambda t=time: self.document.currentTime() == t)
+        self.call("Vel_GotoFrameAdv", 1, 3)
+        self.wait_until(lambda: self.document.currentTime() == 11)
         self.refused("no frame inf", "Vel_GotoFrame", float("inf"))
 
     def test_skips_frames_while_krita_is_busy(self):
@@ -140,8 +149,13 @@ class Bridge(unittest.TestCase):
         self.wait_until(lambda: self.document.currentTime() == FIRST + 4)
         self.assertEqual(self.document.went, [FIRST + 4])
         # What was asked for before counts no more when a frame's planes are read, the tool ends or the document closes.
-        drawing = self.host.drawing()
-        for no_more, went in [(lambda: self.plane(GETTERS[0]), [FIRST]), (self.host.end, []), (self.krita.open.clear, [])]:
+        drawing, toads = self.host.drawing(), self.krita.createDocument(WIDTH, HEIGHT, "Toads")
+
+        def end():
+            self.host.take(toads)
+            self.host.end()
+            self.host.take(self.document)
+        for no_more, went in [(lambda: self.plane(GETTERS[0]), [FIRST]), (end, []), (self.krita.open.clear, [])]:
             self.document.busy = True
             self.call("Vel_GotoFrame", 3)
             self.document.went.clear()
@@ -190,6 +204,7 @@ class Bridge(unittest.TestCase):
     def test_started_again_it_works_with_the_active_document(self):
         self.service.stop()
         toads, sheet = self.krita.createDocument(WIDTH + 1, HEIGHT, "Toads"), extension.ExposureSheet(None)
+        toads.setFileName("/toads/large.kra")
         with patch.multiple(extension, Tool=DEFAULT, theme=DEFAULT) as doubles, \
                 patch.multiple(Krita, create=True, activeDocument=DEFAULT, activeWindow=DEFAULT, icon=DEFAULT) as krita, \
                 patch.object(Service, "call_form") as called:
@@ -212,17 +227,20 @@ class Bridge(unittest.TestCase):
                                                                           call("painter", "PrefsCallback")])
         self.assertEqual(krita["activeWindow"]().activeView().showFloatingMessage.mock_calls,
                          [call(f"The exposure sheet works with {name}", krita["icon"](), 6000, 1)
-                          for name in ("Frogs", "Toads", "Frogs")])
+                          for name in ("Frogs", "large.kra", "Frogs")])
         self.assertFalse(self.client.interface().isServiceRegistered(NAME).value())
 
     def test_lays_what_is_transparent_on_white(self):
-        self.layer.keys[FIRST] = bytes([0, 50, 100, 128]) * 3 + bytes(12)
-        for end in (lambda: self.call("vel_StatusClose"), self.host.end):
+        # The user may make the picture wider meanwhile.
+        for wide, end in [(3, None), (4, lambda: self.call("vel_StatusClose")), (4, self.host.end)]:
+            self.document.setWidth(wide)
+            self.layer.keys[FIRST] = bytes([0, 50, 100, 128]) * wide + bytes(4 * wide)
             self.call("Vel_GotoFrameAdv", 0, 3)
             self.assertEqual([list(self.plane(getter)) for getter in GETTERS],
-                             [[177] * 3 + [255] * 3, [152] * 3 + [255] * 3, [127] * 3 + [255] * 3])
-            end()
-            self.assertEqual(self.krita.documents(), [self.document])
+                             [[177] * wide + [255] * wide, [152] * wide + [255] * wide, [127] * wide + [255] * wide])
+            if end:
+                end()
+                self.assertEqual(self.krita.documents(), [self.document])
 
     def set_frame(self, frame, *greys, way=None):
         if frame is not None:
@@ -240,6 +258,7 @@ class Bridge(unittest.TestCase):
     def test_shoots_a_roll_on_which_equal_frames_are_held(self):
         before = dict(self.layer.keys)
         self.document.setFramesPerSecond(12)
+        self.document.setXRes(150.0)
         self.document.setYRes(300.0)
         self.call("Vel_GotoFrameAdv", 3, 3)
         self.call("vel_CreateAnimAdv", 6, 2)
@@ -251,15 +270,15 @@ class Bridge(unittest.TestCase):
         self.assertEqual(self.shot(), {0: (3, 2, 1), 2: (4, 3, 2), 4: (3, 2, 1)})
         roll = self.krita.documents()[-1]
         self.assertTrue(roll.modified(), "it would go without a question")
-        self.assertEqual((roll.xRes(), roll.yRes(), roll.layers[0].name()), (72.0, 300.0, "Roll"))
+        self.assertEqual((roll.xRes(), roll.yRes(), roll.layers[0].name()), (150.0, 300.0, "Roll"))
         self.call("Vel_GotoFrameAdv", 3, 3)
         self.assertEqual([self.plane(getter)[0] for getter in GETTERS], [2, 3, 4])
         self.assertEqual(self.layer.keys, before)
 
     def test_frames_of_a_roll_are_white_until_they_are_set_and_change_alone(self):
         white = (255, 255, 255)
-        for end in (lambda: self.call("vel_StatusClose"), self.host.end):
-            self.call("vel_CreateAnimAdv", 6, 2)
+        for end in (lambda: self.call("vel_StatusClose"), lambda: self.call("Vel_GotoFrame", 0), self.host.end):
+            self.call("vel_CreateAnimAdv", 8, 2)
             for frame in (0, 1, 2):
                 self.set_frame(frame, 5, 5, 5)
             end()
@@ -268,11 +287,16 @@ class Bridge(unittest.TestCase):
         roll.busy = True  # its slider comes later, the pixels must wait for it
         self.set_frame(1, 9, 9, 9)
         roll.busy = False
-        self.set_frame(4, 7)
+        self.call("Vel_GotoFrameAdv", 4, 3)
+        self.assertEqual(self.plane(GETTERS[0]), bytes([255]) * 6)
+        self.set_frame(None, 7)
         self.assertEqual(self.plane(GETTERS[0]), bytes([7]) * 6)
         self.assertTrue(roll.is_fresh, "on the canvas too")
-        self.call("vel_StatusClose")
-        self.assertEqual(self.shot(), {0: (5, 5, 5), 1: (9, 9, 9), 2: (5, 5, 5), 3: white, 4: (255, 255, 7), 5: white})
+        self.call(SETTERS[1], QByteArray(bytes([8]) * 6))
+        for frame in (5, 6, 0):
+            self.set_frame(frame, 3, 3, 3)
+        self.assertEqual(self.shot(), {0: (3, 3, 3), 1: (9, 9, 9), 2: (5, 5, 5), 3: white, 4: (255, 8, 7), 5: (3, 3, 3),
+                                       7: white})
 
     def test_reads_the_tools_memory(self):
         def sealed(plane, seals=fcntl.F_SEAL_SHRINK | fcntl.F_SEAL_GROW):
@@ -286,7 +310,7 @@ class Bridge(unittest.TestCase):
         self.set_frame(0, 1, 2, 3, way=sealed)
         self.assertEqual(self.shot(), {0: (3, 2, 1)})
         pipe = os.pipe()
-        for words, memory in [("isn't sealed", sealed(bytes(6), 0)), ("5 bytes where", sealed(bytes(5))),
+        for words, memory in [("isn't sealed", sealed(bytes(6), fcntl.F_SEAL_GROW)), ("5 bytes where", sealed(bytes(5))),
                               ("can be sealed", QDBusUnixFileDescriptor(pipe[0])), ("empty", sealed(b""))]:
             self.refused(words, "vel_SetRbuffer", memory, interface=NAME + ".Descriptors")
         for end in pipe:
@@ -320,6 +344,12 @@ class Bridge(unittest.TestCase):
         self.assertEqual(self.plane(GETTERS[1]), bytes([255]) * 6)
         self.krita.documents()[-1].close()
         self.assertEqual((self.call("vel_GetTotalFrames"), self.plane(GETTERS[1])), (FRAMES, bytes([1]) * 6))
+        self.call("vel_CreateAnimAdv", 2, 2)
+        self.set_frame(0, 1, 2, 3)
+        closed = self.krita.documents()[-1]
+        closed.close()
+        self.host.end()
+        self.assertEqual(list(closed.layers[0].keys), [0], "nothing is made on it any more")
 
     def test_shows_progress(self):
         for member, *given in [("vel_StatusOpen", "Saving..."), ("vel_Status", 12.5), ("vel_StatusClose",)]:
@@ -331,24 +361,39 @@ class Bridge(unittest.TestCase):
         display.show(5)
         display.open("Saving...")
         dialog = display._dialog
-        display.show(150.0)
-        self.assertEqual((dialog.labelText(), dialog.value(), dialog.isVisible()), ("Saving...", 100, True))
+        for percent, shown in [(-1.0, 0), (49.6, 50), (150.0, 100)]:
+            display.show(percent)
+            self.assertEqual((dialog.labelText(), dialog.value(), dialog.isVisible()), ("Saving...", shown, True))
         display.open("Developing...")
         self.assertEqual((dialog.labelText(), dialog.value()), ("Developing...", 0))
         display.close()
         self.assertFalse(dialog.isVisible())
+        display.open("Saving...")
+        self.assertIsNot(display._dialog, dialog, "that one is deleted")
 
     def test_looks_for_the_program_beside_it_and_in_the_path(self):
         with tempfile.NamedTemporaryFile("w") as built, patch.object(tool, "BUILT_FILE", built.name), \
                 patch.object(tool.shutil, "which", return_value=None) as which:
             for named, found in [("/bin/sh", "/bin/sh"), ("/etc/passwd", None), ("", None)]:
-                pathlib.Path(built.name).write_text(named)
+                pathlib.Path(built.name).write_text(named + "\n")
                 if found:
                     self.assertEqual(tool.find_program(), found)
                 else:
                     self.assertRaisesRegex(Refused, f"looked for at {named}.*in your path", tool.find_program)
             which.return_value = "/usr/bin/sheet"
             self.assertEqual(tool.find_program(), "/usr/bin/sheet")
+
+    def test_tells_how_the_program_ended_or_why_it_was_not_started(self):
+        ended = []
+        with tempfile.TemporaryDirectory() as folder, patch.object(tool, "find_program") as program:
+            program.return_value = os.path.join(folder, "sheet")
+            self.assertRaisesRegex(Refused, "/sheet can't be started: No such file", tool.Tool, ended.append)
+            pathlib.Path(folder, "sheet").write_text("#!/bin/sh\nexit 3\n")
+            os.chmod(program.return_value, 0o700)
+            running = tool.Tool(ended.append)
+            self.wait_until(lambda: ended)
+            self.assertFalse(os.path.exists(f"/proc/{running.process_id}"))
+        self.assertEqual(ended, [3])
 
     def test_answers_when_the_window_is_up(self):
         form = QObject()
@@ -361,11 +406,12 @@ class Bridge(unittest.TestCase):
         adaptor.fails = True
         self.refused("can't come up", "Vel_SendFormObject", QDBusObjectPath("/Form1"), 0)
         self.assertEqual(adaptor.dressed, 1)
-        self.assertEqual(self.service.forms, [(self.client.baseService(), "/Form1")])
+        self.service.forms.append((other := ("another tool", "/Form1")))
+        self.assertEqual(self.service.forms, [(self.client.baseService(), "/Form1"), other])
         del self.client
         QDBusConnection.disconnectFromBus("client")
         self.wait_until(lambda: self.gone)
-        self.assertEqual(self.service.forms, [])
+        self.assertEqual(self.service.forms, [other])
 
     def test_leaves_the_name_to_the_host_that_has_it(self):
         QDBusConnection.connectToBus(QDBusConnection.SessionBus, "client")
@@ -374,6 +420,9 @@ class Bridge(unittest.TestCase):
         self.assertTrue(first.registerService(NAME))
         self.assertEqual(str(self.service.start()),
                          f"{program_name(os.getpid())} (process {os.getpid()}) is the host already")
+        with patch("exposure_sheet.wire.program_name", side_effect=OSError):
+            self.assertEqual(str(self.service.start()), "another program is the host already")
+        self.assertIsNone(self.service._connection.objectRegisteredAt(PATH), "it is in the way of the next one")
         first.unregisterService(NAME)
         with tempfile.TemporaryDirectory() as folder:
             program = os.path.join(folder, "a-sheet-of-a-long-name")
@@ -407,22 +456,26 @@ class Bridge(unittest.TestCase):
 
     def test_tells_why_a_sheet_does_not_begin_and_when_it_ended_too_soon(self):
         said, sheet, window = [], extension.ExposureSheet(None), MagicMock()
+        self.service.stop()
         sheet.createActions(window)
         self.assertEqual(window.mock_calls, [call.createAction("exposure_sheet", "Exposure sheet", "tools/scripts"),
                                              call.createAction().triggered.connect(sheet.start)])
         with patch.multiple(extension, say=said.append, Host=DEFAULT, Tool=DEFAULT, theme=DEFAULT) as doubles, \
                 patch.object(extension.Session, "_tell_document"):
-            for comes in (True, False):
+            doubles["Tool"].side_effect = [Refused("It isn't there."), DEFAULT, DEFAULT, DEFAULT]
+            sheet.start()
+            self.assertFalse(self.client.interface().isServiceRegistered(NAME).value())
+            for comes, status_of_end in [(True, 3), (False, 0), (False, 3)]:
                 sheet.start()
                 if comes:
                     sheet._session._tool_left("a tool that died at work")
                     self.assertEqual(doubles["Host"].return_value.end.call_count, 1)
-                doubles["Tool"].call_args[0][0](3)
-            self.assertEqual(doubles["Host"].return_value.end.call_count, 3)
-            self.assertEqual(doubles["theme"].store.call_count, 2)
+                doubles["Tool"].call_args[0][0](status_of_end)
+            self.assertEqual(doubles["Host"].return_value.end.call_count, 4)
+            self.assertEqual(doubles["theme"].store.call_count, 4)
             self.krita.open.clear()
             sheet.start()
-        self.assertEqual(said, ["The exposure sheet ended before it had a window (exit status 3).",
+        self.assertEqual(said, ["It isn't there.", "The exposure sheet ended before it had a window (exit status 3).",
                                 "Open or make the animation first that the exposure sheet shall work with."])
         with patch.object(extension.QMessageBox, "information") as shown:
             extension.say(said[0])

@@ -45,11 +45,11 @@ class Layer(Answering):
 class Document(Answering):
     """Changes of the current time take effect when Krita has come to rest, as in Krita."""
 
-    def __init__(self, width, height, name, *_):
+    def __init__(self, width, height, name, *space):
         super().__init__(
-            width=width, height=height, name=name, fileName="", xRes=72.0, yRes=72.0, colorModel="RGBA", colorDepth="U8",
-            colorProfile="sRGB", framesPerSecond=24, fullClipRangeStartTime=1, fullClipRangeEndTime=100, currentTime=0,
-            modified=False, activeNode=None)
+            width=width, height=height, name=name, fileName="", xRes=space[-1] if space else 72.0, yRes=72.0,
+            colorModel="RGBA", colorDepth="U8", colorProfile="sRGB", framesPerSecond=24, fullClipRangeStartTime=1,
+            fullClipRangeEndTime=100, currentTime=0, modified=False, activeNode=None)
         self._next = None
         self.busy, self.locked, self.is_fresh = False, False, True
         self.went = []

@@ -61,6 +61,7 @@ TEST_F(WaveFile, MoreThanOneChannelIsTold) {
 }
 
 TEST_F(WaveFile, ADepthThatGivesNoRowsIsTold) {
+  Open(support::WaveBytes(8, 1000, std::string(6000, 'a')));
   Open(support::WaveBytes(24, 1000, std::string(6000, 'a')));
   EXPECT_EQ(form.Grid1.Rows(), 1);
   ASSERT_EQ(desk.messages.shown.size(), 1u);
@@ -83,11 +84,13 @@ TEST_F(WaveFile, ARefusedFileLeavesSoundAndSheet) {
   form.Grid1.SetText("kept");
   const std::string stereo = support::WaveBytes(16, 44100, std::string(64, 'a'), 2);
   Open(stereo.substr(0, 36));
+  Open(support::WaveBytes(8, 1, std::string(1'000'000, 'a')));
   form3->Text7.SetText("-12");
   Open(stereo);
-  EXPECT_THAT(
-      desk.messages.Texts(),
-      ElementsAre("Can't find data chunk", "A frame rate of -12 can't be used: it must not be negative."));
+  EXPECT_THAT(desk.messages.Texts(),
+              ElementsAre("Can't find data chunk",
+                          "A frame rate of 12 gives more than the 10000000 rows that a sheet can have.",
+                          "A frame rate of -12 can't be used: it must not be negative."));
   EXPECT_EQ(form.Grid1.Rows(), 25);
   EXPECT_EQ(form.Grid1.Text(), "kept");
   EXPECT_EQ(audio::LoadedSound().WaveDataLength, 2000);

@@ -12,6 +12,7 @@
 #include <fstream>
 
 #include "app/Form1.h"
+#include "audio/Form2.h"
 #include "host/HandedWindow.h"
 #include "look/HGlide.h"
 #include "look/VlButton.h"
@@ -180,6 +181,12 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   ASSERT_TRUE(dark.save(QString::fromStdString(desk.host->wallpaper), "PNG"));
   call();
   EXPECT_EQ(form3->Text7.BackColor(), 16);
+  form3.Unload();
+  form3->Show();
+  form2->Show();
+  EXPECT_TRUE(form3->Text7.BackColor() == 16 && form2->Text1.BackColor() == 16) << "loaded later, too";
+  for (QWidget* dialog : {form2->TopWidget(), form3->TopWidget()})
+    EXPECT_EQ(dialog->grab().toImage().pixelColor(1, 1), QColor(60, 60, 60));
   ASSERT_TRUE(main.Image1.Picture());
   EXPECT_TRUE(main.GroundIsDark());
   const auto ground = [](QWidget* widget) { return qGray(widget->palette().color(QPalette::Button).rgb()); };

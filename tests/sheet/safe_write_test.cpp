@@ -121,11 +121,12 @@ TEST_F(SafeWrite, ReplacesAndKeepsTheMode) {
 TEST_F(SafeWrite, ALinkStaysALink) {
   fs::create_directory(folder_ / "far");
   Put(folder_ / "far/real.exp", "old");
+  fs::create_symlink("sheet.exp", folder_ / "alias.exp");
   for (const char* target : {"far/real.exp", "far/none.exp"}) {
     fs::remove(sheet_);
     fs::create_symlink(target, sheet_);
-    EXPECT_EQ(Save(sheet_, "new"), "");
-    EXPECT_TRUE(fs::is_symlink(sheet_));
+    EXPECT_EQ(Save(folder_ / "alias.exp", "new"), "");
+    EXPECT_TRUE(fs::is_symlink(sheet_) && fs::is_symlink(folder_ / "alias.exp"));
     EXPECT_EQ(Get(folder_ / target), "new");
   }
 }

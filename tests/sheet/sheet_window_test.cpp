@@ -222,21 +222,26 @@ TEST_F(SheetGrid, HasTheCommentEditorOverItsCellOrNotAtAll) {
   support::HandleEvents();
   EXPECT_EQ(form.Text2.Width(), 800 - 284);
   for (const int key : {Qt::Key_Return, Qt::Key_Escape}) {
-    form.Grid1.Click();
+    support::Key(grid.Widget(), Qt::Key_F2);
+    EXPECT_TRUE(form.Text2.Visible());
     support::Key(form.Text2.Widget(), key);
     EXPECT_TRUE(grid.HasFocus() && !form.Text2.Visible()) << key;
   }
 }
 
 TEST_F(SheetGrid, ClosesTheRateDialogAndThenEveryWindowWithoutAQuestion) {
-  for (const bool by_key : {false, true}) {
+  const std::function<void()> ways[] = {[] { form3->vl_button2.Click(); },
+                                        [] { support::Key(form3->Text7.Widget(), Qt::Key_Escape); },
+                                        [] { form3->TopWidget()->close(); }};
+  for (const auto& cancel : ways) {
     form.SetFPS.Click();
-    form3->Text7.SetText("7");
-    by_key ? support::Key(form3->Text7.Widget(), Qt::Key_Escape) : form3->vl_button2.Click();
+    support::Key(form3->TopWidget()->focusWidget(), Qt::Key_7, Qt::NoModifier, "7");
+    cancel();
     EXPECT_FALSE(form3->Visible());
   }
   EXPECT_EQ(sheet::FrameRate(), 7) << "cancelled, but the rate's text stays";
   form3->Show();
+  form.Sampleinfo.Click();
   form4->MouthPicture(1);
   form5->MouthPicture(1);
   desk.host->Take();

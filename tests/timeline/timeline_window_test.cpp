@@ -119,6 +119,7 @@ TEST_F(Timeline, IsLaidOutByTheWindowsSizeUntilItIsTooSmall) {
                {800, 500, 660, 318, 334},
                {299, 500, 660, 318, 334},
                {800, 187, 660, 318, 334}};
+  PutSound(2500);
   for (const auto& size : sizes) {
     form.ResizeClient(size.width, size.height);
     support::HandleEvents();
@@ -127,6 +128,7 @@ TEST_F(Timeline, IsLaidOutByTheWindowsSizeUntilItIsTooSmall) {
       EXPECT_EQ(control->Width(), size.timeline) << control->Name();
     EXPECT_EQ(form.Grid1.Height(), size.grid);
     EXPECT_EQ(form.List1.Height(), size.list);
+    EXPECT_EQ(form.Picture4.Point(size.timeline - 1, 32), kBlue) << "the tracks reach the edge";
   }
   EXPECT_EQ(form.Grid1.ColWidth(2), 516 * 15);
 }
@@ -135,7 +137,9 @@ TEST_F(Timeline, ZoomSetsWidthsReadoutAndRangeAndPullsTheScrollDown) {
   form.ResizeClient(652, 395);  // a viewport of 512
   support::HandleEvents();
   EXPECT_EQ(form.HScroll1.Max(), 0);
+  PutSound(2500);
   for (int i = 0; i < 4; ++i) form.vl_button3.Click();
+  EXPECT_EQ(form.Picture4.Point(1023, 32), kBlue);
   EXPECT_EQ(form.Label2.Caption(), "200");
   EXPECT_EQ(form.Picture4.Width(), 1024);
   EXPECT_EQ(form.HScroll1.Max(), 512);
@@ -230,6 +234,7 @@ TEST_F(Timeline, UndoGoesStrokeByStrokeAndClearIsNoStroke) {
   }
   form.vl_button12.Click();
   EXPECT_EQ(Value(15, 0), 32);
+  EXPECT_NE(form.Picture4.Point(266, 10), Rgb(255, 192, 192)) << "the stroke is off the canvas too";
   form.vl_button11.Click();
   EXPECT_EQ(Value(15, 0), 10);
   EXPECT_EQ(Value(15, 1), 32);
@@ -245,7 +250,7 @@ TEST_F(Timeline, UndoGoesStrokeByStrokeAndClearIsNoStroke) {
 }
 
 TEST_F(Timeline, ATrackIsDrawnByKeysWhileTheToggleIsOn) {
-  PutSound(2500);
+  PutSound(2450, "10");  // 25 frames in the grid, 24 in the tracks
   form.Grid1.SetRow(6);
   const auto key = [this](int code, bool held = false) {
     QKeyEvent press(QEvent::KeyPress, code, Qt::ShiftModifier, QString(), held);
@@ -266,9 +271,11 @@ TEST_F(Timeline, ATrackIsDrawnByKeysWhileTheToggleIsOn) {
   form.vl_button11.Click();
   form.vl_button11.Click();
   EXPECT_EQ(Value(5, 2), 32) << "a held key is one stroke";
-  form.Grid1.SetRow(0);
-  key(Qt::Key_Up);
-  EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty()) << "the header row has no frame";
+  for (const int row : {0, 25}) {
+    form.Grid1.SetRow(row);
+    key(Qt::Key_Up);
+    EXPECT_THAT(timeline::Tracks().UndoHistory, IsEmpty()) << "a row without a frame of the tracks";
+  }
 }
 
 TEST_F(Timeline, AHiddenTrackShowsTheOneBelowIt) {

@@ -96,7 +96,9 @@ void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int
     shapes.clear();
   }
   if (what == 2) scene.tracks[static_cast<std::size_t>(numbers.Below(4))].visible = numbers.Below(2) == 0;
-  if (what == 3) scene.width = scene.wave_width = 40 + numbers.Below(120);
+  if (what == 2) scene.ground = Rgb(numbers.Below(256), 192, 192);
+  if (what == 3) scene.width = 40 + numbers.Below(120);
+  if (what == 4) scene.wave_width = 40 + numbers.Below(120);
   if (what == 4) scene.values.Clear(numbers.Below(60));
   if (what >= 5 && what <= 7 && scene.values.Frames() > 0)
     scene.values.Set(frame, numbers.Below(4), static_cast<std::uint8_t>(numbers.Below(90)));

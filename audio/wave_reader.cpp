@@ -114,9 +114,28 @@ WaveResult ReadDataChunk(platform::ByteSource& source, SampleStore sound,
   if (!ReadSamplesOfDepth(source, sound)) {
     return Refused("Not enough memory for " + std::to_string(sound.WaveDataLength) + " bytes of sound");
   }
-  if (!source.Failure().empty()) return Refused("Can't read the samples: " + source.Failure());
   if (IsStereo(sound)) sound.WaveDataLength /= 2;
   return {std::move(sound), {}};
+}
+
+WaveResult ReadChunks(platform::ByteSource& source, const SampleStore& earlier,
+                      const std::function<void()>& before_reducing) {
+  source.MoveTo(0);
+  if (!NextIs(source, "RIFF")) return Refused("Not a riff file");
+  std::uint32_t size = 0;
+  ReadField(source, size);
+  if (!NextIs(source, "WAVE")) return Refused("Not a Wave file");
+  if (!NextIs(source, "fmt ")) return Refused("Can't find FMT chunk");
+  ReadField(source, size);
+  // The format goes into a copy: it must never stand beside the samples of another sound.
+  SampleStore sound = earlier;
+  ReadField(source, sound.WaveFormat);
+  if (kFormatPosition + size > std::numeric_limits<std::int32_t>::max()) {
+    return Refused("The size of the fmt chunk leads out of the file");
+  }
+  source.MoveTo(kFormatPosition + size);
+  if (FindDataChunk(source) != 0) return Refused(kNoData);
+  return ReadDataChunk(source, std::move(sound), before_reducing);
 }
 
 }  // namespace
@@ -135,22 +154,10 @@ std::int32_t FindDataChunk(platform::ByteSource& source) {
 
 WaveResult ReadWave(platform::ByteSource& source, const SampleStore& earlier,
                     const std::function<void()>& before_reducing) {
-  source.MoveTo(0);
-  if (!NextIs(source, "RIFF")) return Refused("Not a riff file");
-  std::uint32_t size = 0;
-  ReadField(source, size);
-  if (!NextIs(source, "WAVE")) return Refused("Not a Wave file");
-  if (!NextIs(source, "fmt ")) return Refused("Can't find FMT chunk");
-  ReadField(source, size);
-  // The format goes into a copy: it must never stand beside the samples of another sound.
-  SampleStore sound = earlier;
-  ReadField(source, sound.WaveFormat);
-  if (kFormatPosition + size > std::numeric_limits<std::int32_t>::max()) {
-    return Refused("The size of the fmt chunk leads out of the file");
-  }
-  source.MoveTo(kFormatPosition + size);
-  if (FindDataChunk(source) != 0) return Refused(kNoData);
-  return ReadDataChunk(source, std::move(sound), before_reducing);
+  WaveResult result = ReadChunks(source, earlier, before_reducing);
+  // To the reader, what a failing drive doesn't deliver is missing from the file.
+  if (!source.Failure().empty()) return Refused("Can't read the samples: " + source.Failure());
+  return result;
 }
 
 WaveResult ReadWaveFile(const std::string& path, const SampleStore& earlier,

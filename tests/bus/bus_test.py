@@ -114,7 +114,6 @@ class BusSession(Session):
     def test_a_window_tells_its_name_to_anyone_and_obeys_only_the_host(self):
         stranger = dbus.SessionBus(private=True, mainloop=DBusGMainLoop())
         stranger.set_exit_on_disconnect(False)
-        self.addCleanup(stranger.close)
         properties, answers = "org.freedesktop.DBus.Properties", {}
         asked = [("/Form1", properties, "Get", ("Vellumark.Form", "Name")), ("/Form1", "Vellumark.Form", "Nonsense", ()),
                  ("/Form1", "Vellumark.Form", "PrefsCallback", ()), ("/Form2", "Vellumark.Form", "Show", ())]
@@ -124,6 +123,7 @@ class BusSession(Session):
                 def take(result, key=(path, routine)):
                     answers[key] = result.get_dbus_name() if isinstance(result, dbus.DBusException) else result
                     if len(answers) == len(asked):
+                        stranger.close()
                         answer()
                 stranger.call_async(self.host.forms["/Form1"], path, interface,
                                     routine, "s" * len(arguments), arguments, take, take)
@@ -156,6 +156,7 @@ class BusSession(Session):
             with self.subTest(member=member, nth=nth, how=how):
                 self.begin_anew()
                 self.host.fail(member, nth, how)
+                self.host.shows_late = how == "error"  # when no call of the tool's waits for the window
                 status, seen, reported = self.run_tool("shown", *steps, "quit")
                 self.assertEqual(status, 1, reported)
                 self.assertIn(f"The host's member {member} failed", reported)

@@ -143,7 +143,7 @@ class LoggingHost:
             return
         if self.shows_late:
             self._reply(message)
-            GLib.timeout_add(300, lambda: self.call_form(path, "Show", lambda error: None))
+            GLib.timeout_add(300, lambda: self.call_form(path, "Show", self.show_errors.append))
             return
         def shown(error):
             self.show_errors.append(error)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <thread>
 
@@ -116,6 +117,9 @@ TEST_F(WaveFile, TheRecorderIsStartedByNameWithoutArguments) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   EXPECT_EQ(support::ReadWhole(ended), "0\n");
   EXPECT_TRUE(platform::StartProgram("true"));
+  setenv("GTEST_FILTER", "none", 1);
+  const auto beside = std::filesystem::read_symlink("/proc/self/exe").filename().string();
+  EXPECT_TRUE(platform::StartProgram(beside)) << "in the program's own folder";
   EXPECT_FALSE(platform::StartProgram("no program has this name"));
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
 }

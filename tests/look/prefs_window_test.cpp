@@ -17,6 +17,7 @@
 #include "look/HGlide.h"
 #include "look/VlButton.h"
 #include "painter/FramePainter.h"
+#include "platform/Application.h"
 #include "platform/DarkGround.h"
 #include "platform/Dialogs.h"
 #include "platform/Picture.h"
@@ -171,8 +172,8 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   form3->Show();
   auto call = [form = host::HandedWindow<Form1>("Form1", form1)]() mutable {
     form.RunPrefsCallback();
+    platform::ShowUncovered();  // painting goes on while the host waits for its answer
     support::HandleEvents();
-    form1->TopWidget()->grab();
   };
   Store("Textbox_Fill_Color=16\n");
   desk.host->wallpaper = support::ScratchFolder() + "/a picture of another kind.bmp";
@@ -188,7 +189,7 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   for (QWidget* dialog : {form2->TopWidget(), form3->TopWidget()})
     EXPECT_EQ(dialog->grab().toImage().pixelColor(1, 1), QColor(60, 60, 60));
   ASSERT_TRUE(main.Image1.Picture());
-  EXPECT_TRUE(main.GroundIsDark());
+  EXPECT_TRUE(main.GroundIsDark() && form3->GroundIsDark());
   const auto ground = [](QWidget* widget) { return qGray(widget->palette().color(QPalette::Button).rgb()); };
   QDialog over(main.TopWidget());
   platform::DressOver(main.TopWidget(), over);

@@ -321,6 +321,10 @@ TEST_F(ShownControls, ShowTexts) {
   for (int i = 0; i < 2; ++i) canvas.Print("H");
   const QRect letters = ink(canvas);
   EXPECT_TRUE(QRect(99, 5, 41, 24).contains(letters) && letters.width() > 18 && letters.height() > 10);
+  canvas.Cls();
+  canvas.MovePen(100, 5);
+  canvas.Print("HH");
+  EXPECT_NEAR(ink(canvas).right(), letters.right(), 2) << "at any scale";
 }
 
 TEST_F(ShownControls, ShowAtOnceWhatTheyAreTold) {
@@ -372,6 +376,7 @@ TEST_F(ShownControls, ShowAtOnceWhatTheyAreTold) {
         b.toggle.Widget()->setEnabled(false);
       },
       [&] { canvas.FrameColumns(5, 20), canvas.SetFocus(); },
+      [&] { canvas.FrameColumns(5, 30); },
       [&] { canvas.FrameColumns(10, 30); },
       [&] { b.SetBackColor(Rgb(20, 20, 20)); },
       [&] { b.label.SetCaption("A"); },
@@ -380,7 +385,7 @@ TEST_F(ShownControls, ShowAtOnceWhatTheyAreTold) {
       [&] { b.label.SetVisible(true); },
   };
   // How many controls each changes; 0 where that depends on the theme.
-  constexpr int counts[] = {13, 11, 10, 6, 4, 4, 4, 5, 2, 1, 0, 1, 1, 1, 1};
+  constexpr int counts[] = {13, 11, 10, 6, 4, 4, 4, 5, 2, 1, 1, 0, 1, 1, 1, 1};
   canvas.TakeKeyboard();
   b.button.SetFocus();
   for (std::size_t step = 0; step < std::size(steps); ++step) {

@@ -119,6 +119,12 @@ TEST_F(ShownGrid, KeepsTheTextsOfTheCellsThatRemain) {
   grid.Clear();
   support::HandleEvents();
   EXPECT_EQ(changes, 2) << "seen without a move";
+  for (const auto& [text, tip] :
+       {std::pair("a<b", ""), {"twice as long as <b>", "<qt>twice as long as &lt;b&gt;</qt>"}}) {
+    grid.SetText(text);
+    EXPECT_EQ(view->model()->index(grid.Row() - 1, 1).data(Qt::ToolTipRole).toString(), tip)
+        << "whole where it is cut";
+  }
   grid.SetRows(1);
   EXPECT_EQ(texts(), ",,;");
 }
@@ -136,7 +142,10 @@ TEST_F(ShownGrid, IsWalkedByKeys) {
   }
   support::Key(view, Qt::Key_PageDown);
   EXPECT_GT(grid.Row(), 4);
-  int let_go = 0;
+  int let_go = 0, opened = 0;
+  grid.EditKey = [&] { ++opened; };
+  for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) support::Key(view, key);
+  EXPECT_EQ(opened, 3);
   grid.KeyUp = [&](int, int) { ++let_go; };
   for (const bool repeats : {true, false}) {
     QKeyEvent up(QEvent::KeyRelease, Qt::Key_Delete, Qt::NoModifier, {}, repeats);

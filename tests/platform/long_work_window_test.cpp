@@ -126,6 +126,12 @@ TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
   support::HandleEvents();
   EXPECT_EQ(busy->presses, 2);
   EXPECT_EQ(busy->releases, 1);
+  {
+    const LongWork at_once(&busy->grid);
+    Come(QEvent::MouseButtonPress);
+  }
+  support::HandleEvents();
+  EXPECT_EQ(busy->presses, 3) << "work that showed no bar drops nothing";
   QCloseEvent close;
   {
     const HeldEvents held(nullptr, true);

@@ -136,10 +136,12 @@ TEST(BlendMask, MixesToTheNearestOfEverySum) {
 
 TEST(Trimmed, KeepsThePlaceOfWhatIsCovered) {
   TextMask mask{-2, 3, 4, 4, 2.5, {0, 0, 0, 0, 0, 0, 9, 0, 0, 8, 0, 0, 0, 0, 0, 0}};
+  const TextMask falls{-2, 3, 4, 4, 2.5, {0, 0, 0, 0, 0, 9, 0, 0, 0, 0, 8, 0, 0, 0, 0, 0}};
   const auto parts = [](const TextMask& m) {
     return std::tuple(m.left, m.top, m.width, m.height, m.advance, m.coverage);
   };
   EXPECT_EQ(parts(Trimmed(mask)), std::tuple(-1, 4, 2, 2, 2.5, std::vector<std::uint8_t>{0, 9, 8, 0}));
+  EXPECT_EQ(parts(Trimmed(falls)), std::tuple(-1, 4, 2, 2, 2.5, std::vector<std::uint8_t>{9, 0, 0, 8}));
   mask.coverage.assign(16, 0);
   EXPECT_EQ(Trimmed(mask).width, 0);
   EXPECT_EQ(Trimmed(mask).advance, 2.5);

@@ -22,6 +22,7 @@
 #include "platform/DarkGround.h"
 #include "platform/Dialogs.h"
 #include "platform/Lifetime.h"
+#include "platform/LongWork.h"
 #include "platform/Menu.h"
 #include "platform/Picture.h"
 #include "platform/Widgets.h"
@@ -152,7 +153,10 @@ TEST(Windows, AreWhatTheirBorderSays) {
     EXPECT_EQ(window.After([&] { support::Key(&top, Qt::Key_Escape); }), c.fixed ? "unload," : "key 2,");
     EXPECT_TRUE(window.Visible());
     window.stays = kFalse;
-    EXPECT_EQ(window.After([&] { top.close(); }), "unload,end,");
+    Timer timer(window, "timer", 1);
+    timer.Tick = [&window] { window.log += "tick,"; };
+    timer.SetEnabled(true);
+    EXPECT_EQ(window.After([&] { top.close(), Sleep(5); }), "unload,end,");
     EXPECT_FALSE(window.Visible() || window.Loaded());
     EXPECT_EQ(LoadedWindowCount(), before);
   }
@@ -175,6 +179,9 @@ TEST(Windows, StandOverWhatTheyBelongToAndComeBackWhenShown) {
   EXPECT_TRUE(beside.Visible());
   EXPECT_EQ(beside.TopWidget()->windowHandle()->transientParent(), top.windowHandle());
   EXPECT_EQ(beside.TopWidget()->pos() - top.frameGeometry().topLeft(), QPoint(48, 72));
+  beside.TopWidget()->move(300, 200);
+  beside.ShowOwnedBy(middle);
+  EXPECT_EQ(beside.TopWidget()->pos(), QPoint(300, 200)) << "where the user has put it";
   top.showMinimized();
   support::HandleEvents();
   middle.Show();
@@ -285,7 +292,8 @@ TEST(FileDialog, BeginsWhereTheLastOneEndedAndGivesTheEnding) {
                {true, old, folder, "frog.exp", "frog.exp", "", old},
                {true, old, folder, "frog.exp", "frog.exp", "toad", folder + "/toad.exp"},
                {true, "/gone/toad.exp", folder, "", "toad.exp", "newt.txt", folder + "/newt.txt"},
-               {true, home + "/toad.exp", home, "", "toad.exp", "", home + "/toad.exp"}};
+               {true, home + "/toad.exp", home, "", "toad.exp", "frog.exp", home + "/frog.exp"},
+               {false, "", home, "", "", "", ""}};
   for (const auto& c : cases) {
     dialog.FileName = c.before;
     RunLater([&] {
@@ -338,6 +346,12 @@ TEST(StandingQuestion, EscapeStaysAndOnlyItsOwnButtonLeaves) {
     EXPECT_EQ(question.Answer(), stays);
     support::HandleEvents();
   }
+  AskAfter(std::chrono::milliseconds(0));
+  Patience patience("It doesn't answer.", "Give up");
+  EXPECT_TRUE(patience.Lasts());
+  EXPECT_NE(QApplication::activeModalWidget(), nullptr);
+  patience.Restart();
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "the answer has come";
 }
 
 }  // namespace

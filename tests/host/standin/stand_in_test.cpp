@@ -69,6 +69,7 @@ TEST(Members, GiveWhatWasExpectedOrAreNamed) {
   EXPECT_EQ(FailureOf([] { AsLong(std::string("3"), "m"); }), gave + "a text where a number was expected");
   EXPECT_EQ(FailureOf([] { AsText(3.5, "m"); }), gave + "a double where a text was expected");
   EXPECT_EQ(FailureOf([] { AsTable({}, 1, "m"); }), gave + "nothing where a byte table was expected");
+  EXPECT_EQ(AsLong(2.6, "m") * 10 + AsLong(-1.6f, "m"), 28);
   // Only memory that is shared may be longer than the table.
   for (const auto& [size, shared, fits] :
        {std::tuple{12, false, true}, {13, false, false}, {11, true, false}, {13, true, true}}) {

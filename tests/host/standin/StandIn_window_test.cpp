@@ -721,6 +721,8 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
   const Message window = working->MakeCall(kHostService, kHostPath, kHostInterface, "Vel_SendFormObject");
   sd_bus_message_append(window.get(), "oi", "/Form1", 0);
   working->Call(window, [](const Message&) {});
+  EXPECT_THAT([&] { working->MakeCall("no name", kHostPath, kHostInterface, "Show"); },
+              testing::ThrowsMessage<std::runtime_error>("the call can't be made: Invalid argument"));
   EXPECT_TRUE(Becomes([&] { return stand_in_->Status() && !stand_in_->Forms().empty(); }));
   other.reset();
   for (int i = 0; i < 20; ++i) QApplication::processEvents(QEventLoop::AllEvents, 5), QThread::msleep(5);

@@ -405,6 +405,11 @@ TEST_F(ShownControls, ShowAtOnceWhatTheyAreTold) {
     EXPECT_TRUE(counts[step] == 0 || std::ranges::count(changed, ' ') == counts[step])
         << step << ": " << changed;
   }
+  for (const bool focused : {true, false}) {
+    (focused ? static_cast<Control&>(b.bar) : b.button).SetFocus();
+    const QColor edge = b.bar.Widget()->grab().toImage().pixelColor(0, 5);
+    EXPECT_EQ(edge == b.bar.Widget()->palette().color(QPalette::Highlight), focused);
+  }
 }
 
 /// Other alphabets would spoil it, quotes, and the marks of menus and of formatted text.

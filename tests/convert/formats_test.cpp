@@ -201,6 +201,7 @@ constexpr Foreign kForeign[] = {
      "0.00\tX\n0.50\tD\n0.52\tB\n0.75\tQ\n1.00\tX\n", "0:Closed 12:S 18\"Q\" /24",
      "line 4: the table of names has no mouth \"Q\"; it goes into the comment\n"
      "a mouth shorter than a frame is left out, at frame 12\n"},
+    {"a single cue, which is no end", convert::ReadCueTable, "0.00\tX\n", "0:Closed /1"},
     {"the end told by A", convert::ReadCueTable, "0.00\tB\n0.50\tA\n", "0:S /12"},
     {"cues as JSON", convert::ReadCueJson,
      R"({"metadata":{"soundFile":"v.wav","duration":1.25},"mouthCues":[{"start":0.00,"end":0.25,"value":"X"},)"
@@ -235,11 +236,12 @@ constexpr Foreign kForeign[] = {
      R"({"fieldId":0,"names":["BODY","MOUTH"]}],"fields":[{"fieldId":0,"tracks":[{"trackNo":0,"frames":[)"
      R"({"frame":0,"data":[{"id":0,"values":["1"]}]}]},{"trackNo":1,"frames":[)"
      R"({"frame":0,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
-     R"({"frame":1,"data":[{"id":0,"values":["2"]}]},{"frame":2,"data":[{"id":0,"values":["SYMBOL_HYPHEN"]}]},)"
+     R"({"frame":1,"data":[{"id":1,"values":["x"]},{"id":0,"values":["2"]}]},{"frame":2,"data":[{"id":0,"values":["SYMBOL_HYPHEN"]}]},)"
      R"({"frame":4,"data":[{"id":0,"values":["Th"]}]},{"frame":6,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":7,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":8,"data":[{"id":0,"values":["AI"]}]},{"frame":10,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]}]}]},)"
-     R"({"fieldId":3,"tracks":[{"trackNo":0,"frames":[{"frame":1,"data":[{"id":0,"values":["oh","no"]}]}]}]}]}],"version":5})",
+     R"({"fieldId":3,"tracks":[{"trackNo":0,"frames":[{"frame":1,"data":[{"id":0,"values":["oh","no"]}]},)"
+     R"({"frame":2,"data":[{"id":0,"values":["SYMBOL_HYPHEN"]}]}]}]}]}],"version":5})",
      "1:B 1\"oh no\" 4:Th 6:Closed 8:A /10", "of 2 columns of cells only \"MOUTH\" is taken\n"},
     {"mouths in a column of another name", convert::ReadXdts,
      "exchangeDigitalTimeSheet Save Data\n"
@@ -404,6 +406,7 @@ TEST(ShapeTable, ATableOfOnesOwnReplacesTheNames) {
   EXPECT_EQ(own.table->Shape("shut", convert::Naming::kSwitchData), "Closed");
   for (const auto& [text, message] : std::map<std::string, std::string>{
            {"A | AI\n", "line 1: expected names"},
+           {"A | AI | D | x\n", "line 1: expected names"},
            {"\nA | A I | D\n", "line 2: expected names"},
            {"A | AI | D\nE A | E | C\n", "line 2: \"A\" stands in the table a second time"},
            {"a | AI | D\n", "line 1: \"a\" is no mouth"},

@@ -23,9 +23,9 @@ using testing::Not;
 
 TEST(PageLayout, PagesBeginAtAMarkAndRowsCanBeRead) {
   // The page has 250 millimetres for rows, and a row takes at least 3.8.
-  constexpr std::pair<double, std::int64_t> cases[] = {{24, 48},    {12, 60},  {25, 50},  {30, 60},
-                                                       {29.97, 60}, {60, 60},  {120, 60}, {1000, 50},
-                                                       {0, 48},     {-24, 48}, {127, 65}};
+  constexpr std::pair<double, std::int64_t> cases[] = {{24, 48},    {12, 60}, {25, 50},  {30, 60},
+                                                       {29.97, 60}, {60, 60}, {120, 60}, {1000, 50},
+                                                       {254, 48},   {0, 48},  {-24, 48}, {127, 65}};
   for (const auto& [rate, rows] : cases)
     EXPECT_EQ(convert::RowsOfPage(rate, 25'000).rows_per_page, rows) << rate;
   EXPECT_EQ(convert::PageCount(0, 48), 1);
@@ -133,6 +133,8 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   EXPECT_NE(pdf.bytes->find("/MediaBox [0 0 612"), std::string::npos);
   EXPECT_TRUE(pdf.notes.empty());
   EXPECT_NE(pdf.bytes->find("/Count 2"), std::string::npos);
+  const auto mute = convert::PrintSheet(sheet, "frogs", nullptr, convert::Paper::kLetter, false);
+  EXPECT_GT(pdf.bytes->size(), mute.bytes->size() + 500) << "the waveform";
   using std::string_view_literals::operator""sv;
   for (const auto text :
        {"/Title (\xfe\xff\0f\0r\0o\0g\0s)"sv, "/Creator (\xfe\xff\0E\0x\0p\0o\0s\0u\0r\0e\0 \0S"sv})
@@ -146,8 +148,9 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
       testing::ContainsRegex("\n0\\.060* 0 0 -0\\.060* 0 842 cm\n(.*\n)*0\\.47244[0-9]* 0 0 0\\.47244"));
 
   const auto svg = convert::PrintSheet(sheet, "frogs", sound.get(), convert::Paper::kLetter, true);
-  for (const char* text : {"<title>frogs</title>", "width=\"215.9mm\" height=\"558.8mm\"",
-                           "2.96 s, 71 frames, 4+07 ft", "2 of 2", "&quot;moon&quot;", ">frogs</text>"})
+  for (const char* text :
+       {"<title>frogs</title>", "width=\"215.9mm\" height=\"558.8mm\"", "2.96 s, 71 frames, 4+07 ft",
+        "2 of 2", "&quot;moon&quot;", ">frogs</text>", ">frogs.wav</text>"})
     EXPECT_NE(svg.bytes->find(text), std::string::npos) << text;
   QSvgRenderer renderer(QByteArray::fromStdString(*svg.bytes));
   ASSERT_TRUE(renderer.isValid());

@@ -159,6 +159,9 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   Press("StopButton");
   EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true, true));
   EXPECT_TRUE(window_->isWindowModified());
+  const std::filesystem::path heard = *std::filesystem::directory_iterator(TakeFolder());
+  EXPECT_EQ(support::ReadWhole(heard.string()).substr(40, 4), std::string("\x8a\x58\1\0", 4))
+      << "88202 bytes";
   Press("ListenButton");
   Pass(500ms);
   window_->Tick();

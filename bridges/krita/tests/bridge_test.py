@@ -125,7 +125,6 @@ class Bridge(unittest.TestCase):
         for rate, kept in [(23.976, "24"), (12.5, "12"), (0.2, "1"), (0.0, "1"), (float("nan"), "1")]:
             self.call("vel_SetFrameRate", rate)
             self.assertEqual(self.call("Vel_GetFrameRate"), kept)
-        # The folder is that of the document that was taken last, of those that have one.
         for file, folder in [("/frogs/a.kra", "/frogs"), ("", "/frogs"), ("/toads/b.kra", "/toads")]:
             document = self.krita.createDocument(WIDTH, HEIGHT, "Toads")
             document.setFileName(file)

@@ -5,6 +5,8 @@
 #include <QDialog>
 #include <QDir>
 #include <QImage>
+#include <QMenu>
+#include <QMenuBar>
 #include <QScrollBar>
 #include <QWidget>
 #include <cstdlib>
@@ -195,6 +197,7 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   platform::DressOver(main.TopWidget(), over);
   EXPECT_LT(ground(&over), 80) << "what asks over a dark window is dark";
   EXPECT_LT(ground(main.HScroll1.Widget()), 80);
+  EXPECT_LT(ground(main.MenuBar()->findChild<QMenu*>()), 80);
   EXPECT_LT(ground(main.List1.Widget()->findChild<QScrollBar*>()), 80);
   EXPECT_GT(ground(main.Grid1.Widget()->findChild<QScrollBar*>()), 180) << "the grid keeps its ground";
   desk.host->wallpaper.clear();

@@ -202,6 +202,8 @@ TEST_F(ShownControls, TellWhatTheMouseDoes) {
   static_cast<QScrollBar*>(bench.bar.Widget())->setSliderDown(true);
   EXPECT_EQ(bench.After([&] { bench.bar.SetValue(9); }), "dragged 9,");
   EXPECT_EQ(bench.After([&] { support::Wheel(canvas.Widget(), -60); }), "wheel -0.5 0 19,");
+  QWheelEvent aside({19, 9}, {19, 9}, {}, {120, 30}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  EXPECT_EQ(bench.After([&] { QApplication::sendEvent(canvas.Widget(), &aside); }), "wheel 1 0 19,");
   bench.ticked.SetChecked(true);
   EXPECT_EQ(bench.After([&] { const_cast<QAction&>(bench.Item()).trigger(); }), "ticked,");
 }
@@ -378,6 +380,7 @@ TEST_F(ShownControls, ShowAtOnceWhatTheyAreTold) {
       [&] { canvas.FrameColumns(5, 20), canvas.SetFocus(); },
       [&] { canvas.FrameColumns(5, 30); },
       [&] { canvas.FrameColumns(10, 30); },
+      [&] { canvas.ShowRules({20}, one); },
       [&] { b.SetBackColor(Rgb(20, 20, 20)); },
       [&] { b.label.SetCaption("A"); },
       [&] { b.label.SetCaption("Other"); },
@@ -385,7 +388,7 @@ TEST_F(ShownControls, ShowAtOnceWhatTheyAreTold) {
       [&] { b.label.SetVisible(true); },
   };
   // How many controls each changes; 0 where that depends on the theme.
-  constexpr int counts[] = {13, 11, 10, 6, 4, 4, 4, 5, 2, 1, 1, 0, 1, 1, 1, 1};
+  constexpr int counts[] = {13, 11, 10, 6, 4, 4, 4, 5, 2, 1, 1, 1, 0, 1, 1, 1, 1};
   canvas.TakeKeyboard();
   b.button.SetFocus();
   for (std::size_t step = 0; step < std::size(steps); ++step) {

@@ -142,6 +142,9 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   // Without pictures the first stream is the first page's. It begins at the paper's own corner.
   const auto empty = convert::PrintSheet(support::SheetWith(2, ""), "", nullptr, convert::Paper::kA4, false);
   EXPECT_NE(empty.bytes->find("/MediaBox [0 0 595"), std::string::npos);
+  const auto mouth =
+      convert::PrintSheet(support::SheetWith(2, "1:A"), "", nullptr, convert::Paper::kA4, false);
+  EXPECT_GT(mouth.bytes->size(), empty.bytes->size() + 500) << "the rows of the first page are drawn";
   const std::string stream = std::string(4, '\0') + empty.bytes->substr(empty.bytes->find("stream\n") + 7);
   EXPECT_THAT(
       qUncompress(QByteArray::fromStdString(stream)).toStdString(),

@@ -43,7 +43,7 @@ class ConvertProgram : public testing::Test {
 };
 
 TEST_F(ConvertProgram, ReplacesAFileOnlyByForceAndLeavesNothingHalfWritten) {
-  ASSERT_EQ(Run("echo old >x.dat; $C $S/frogs.exp x.dat"), 1);
+  ASSERT_EQ(Run("echo old >x.dat; $C --rules $S/frogs.exp x.dat"), 1);
   EXPECT_THAT(err_, HasSubstr("x.dat: is there already"));
   EXPECT_EQ(File("x.dat"), "old\n");
   // With a wrong input the output stays as it was, with --force too.
@@ -124,6 +124,8 @@ TEST_F(ConvertProgram, TellsAWrongCommandLine) {
   EXPECT_EQ(out_, "11 11 11 11 12 12 11 11 11 21 21 22 22 1111111111111111");
   EXPECT_EQ(Run("$C nothing.exp x.dat"), 1);
   EXPECT_THAT(err_, HasSubstr("nothing.exp: No such file or directory"));
+  EXPECT_EQ(Run("mkdir d.tsv; $C d.tsv x.dat"), 1);
+  EXPECT_THAT(err_, HasSubstr("d.tsv: Is a directory"));
   EXPECT_EQ(Run("{ $C -h; $C -V; } >short; $C --help && $C --version && cmp short out"), 0);
   EXPECT_THAT(out_, StartsWith("Usage: exposure-sheet-convert "));
   for (const char* told : {" -, the standard", "\n  exp  ", "\n  txt  ", "\n  --rate ", "\n  --help, "})

@@ -197,7 +197,7 @@ TEST(Windows, LayTilesFromTheLeftTopAndDarkenWithThem) {
     return window.ContainerWidget()->grab(QRect(x, y, 1, 1)).toImage().pixel(0, 0);
   };
   for (const auto& [side, shade, dark] :
-       {std::tuple(4, 90, true), {4, 120, false}, {8, 80, true}, {3, 40, true}}) {
+       {std::tuple(4, 90, true), {4, 104, false}, {8, 80, true}, {3, 40, true}}) {
     // Darker on its left.
     QImage tile(side, side, QImage::Format_RGB32);
     tile.fill(QColor(shade + 20, shade + 20, shade + 20));

@@ -130,11 +130,11 @@ TEST_F(SheetGrid, RefusesARateThatNoSheetCanHave) {
     EXPECT_EQ(form.Caption(), "Exposure Sheet 2.3:  Project audio is 1. seconds, 4 frames at 4 fps");
   }
   desk.messages.answers = {platform::Answer::Yes};
-  form3->Text7.SetText("8");
+  form3->Text7.SetText("8.25");
   form3->vl_button1.Click();
   EXPECT_FALSE(form3->Visible());
   EXPECT_EQ(grid.Rows(), 9);
-  EXPECT_THAT(desk.host->calls, Contains("vel_SetFrameRate(8d)"));
+  EXPECT_THAT(desk.host->calls, Contains("vel_SetFrameRate(8.25d)"));
 }
 
 TEST_F(SheetGrid, RefusesAnItemsRateBeforeAnythingHearsOfIt) {

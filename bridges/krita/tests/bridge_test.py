@@ -493,6 +493,7 @@ class Bridge(unittest.TestCase):
         self.assertRaisesRegex(Refused, "another timeline", TIMELINE, of_krita)
         view = type("KisAnimTimelineFramesView", (QTableView,), {})(docker)
         view.setModel(QStandardItemModel(3, 9, view))
+        QToolButton(docker)  # one that opens a menu has no action
         for name in ("add_blank_frame", "add_duplicate_frame"):
             action = QAction(docker, objectName=name)
             QToolButton(docker).setDefaultAction(action)

@@ -695,9 +695,12 @@ TEST_F(StandInWindowTest, HasItsPartsInOrder) {
 }
 
 TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
+  const StandInWindow english(stand_in_, RunsAs::Program);
   ASSERT_TRUE(platform::Translate("standin", {"de-DE"}));
   StandInWindow german(stand_in_, RunsAs::Program);
   EXPECT_EQ(german.findChild<QAction*>("First")->toolTip(), "Erstes Bild (Home)");
+  for (const QAction* item : german.findChildren<QAction*>(QRegularExpression("^[A-Z]")))
+    EXPECT_NE(item->text(), english.findChild<QAction*>(item->objectName())->text());
   QString about;
   german.show();
   OnDialogs({AnswerQuestion(QMessageBox::Ok, &about)});

@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTimer>
 #include <algorithm>
 #include <array>
@@ -21,7 +22,6 @@
 #include <cstdlib>
 #include <optional>
 #include <random>
-#include <regex>
 #include <utility>
 
 #include "app/Form1.h"
@@ -379,12 +379,12 @@ class AimlessUser {
     const std::string before = random_events::SheetInWords();
     const auto save = [this] {
       platform::RunEvent([] { form1->MenuSave_Click(); });
-      return std::regex_replace(support::ReadWhole(*file_), std::regex(" *\r\n *"), "\n");
+      return QString::fromLatin1(support::ReadWhole(*file_)).replace(QRegularExpression(" *\r\n *"), "\n");
     };
     file_ = support::WriteScratch("kept.exp", "");
-    const std::string saved = save();
+    const QString saved = save();
     // Empty if the user would rather keep the frames of the tracks that the file has no room for.
-    if (!saved.empty()) {
+    if (!saved.isEmpty()) {
       platform::RunEvent([] { form1->MenuOpen_Click(); });
       const std::string after = random_events::SheetInWords();
       const auto [old_text, text] = std::ranges::mismatch(before, after);

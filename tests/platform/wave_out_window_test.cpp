@@ -1,6 +1,7 @@
 #include "platform/WaveOut.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <atomic>
@@ -18,6 +19,7 @@
 #include "platform/SliceOutput.h"
 #include "platform/SoundPlayer.h"
 #include "support/desk.h"
+#include "support/disk_driver.h"
 
 namespace platform {
 namespace {
@@ -70,6 +72,7 @@ struct FakeMachine {
 
   AudioDeviceOpener Opener() {
     return [this](const AudioFormat& opened, FillBuffer filler) {
+      std::this_thread::sleep_for(opening_takes);
       const std::lock_guard lock(mutex);
       EXPECT_EQ(fill, nullptr) << "opened beside another";
       started = false;
@@ -88,6 +91,7 @@ struct FakeMachine {
   }
 
   int buffers_behind = 0;
+  milliseconds opening_takes{0};
   std::atomic<bool> started{false}, open{false};
   std::atomic<int> open_count{0};
   std::mutex mutex;
@@ -142,9 +146,11 @@ TEST(SliceOutput, KeepsTheDeviceForTheNextSliceOfTheFormat) {
     WaveHandle second = 77;
     EXPECT_EQ(output.Open(second, Mono(8000, 8), &Note, 5), kWaveAllocated);
     EXPECT_EQ(second, 0u);
+    EXPECT_EQ(output.Close(handle - 1), kWaveInvalidHandle) << "the one before";
     EXPECT_EQ(output.Close(handle), kWaveOk);
   }
   EXPECT_EQ(machine.open_count, 1);
+  machine.opening_takes = milliseconds(100);  // longer than the one before is kept
   WaveFormatEx stereo = Mono(22050, 16);
   stereo.nChannels = 2;
   ASSERT_EQ(output.Open(handle, stereo, &Note, 5), kWaveOk);
@@ -172,6 +178,10 @@ TEST(SliceOutput, ADeviceThatStallsIsGivenUp) {
   EXPECT_EQ(machine.Ask(2), (Bytes{128, 128})) << "the bytes are no longer read";
   EXPECT_EQ(slice.output.Close(slice.handle), kWaveOk);
   EXPECT_TRUE(WaitUntil([&] { return !machine.open; }));
+  EXPECT_EQ(slice.output.Open(slice.handle, Mono(8000, 8), &Note, 5), kWaveOk);
+  EXPECT_EQ(slice.output.Close(slice.handle), kWaveOk);
+  std::this_thread::sleep_for(milliseconds(50));
+  EXPECT_TRUE(machine.open) << "the next one, which hasn't stalled, is kept";
 }
 
 /// The device comes when the gate is opened.
@@ -243,19 +253,15 @@ TEST(SliceOutput, RefusesWhatItCannotPlayAndWithoutADeviceEverything) {
   for (const WaveFormatEx& format : {compressed, three, Mono(8000, 24)})
     EXPECT_EQ(output.Open(handle, format, &Note, 5), kWaveBadFormat);
   ASSERT_EQ(output.Open(handle, Mono(8000, 8), &Note, 5), kWaveOk);
-  EXPECT_EQ(output.Prepare(handle, header), kWaveOk);
-  EXPECT_EQ(output.Write(handle, other), kWaveUnprepared);
   EXPECT_EQ(output.Prepare(handle, nowhere), kWaveOk);
   EXPECT_EQ(output.Write(handle, nowhere), kWaveUnprepared);
+  EXPECT_EQ(output.Prepare(handle, header), kWaveOk);
+  EXPECT_EQ(output.Write(handle, other), kWaveUnprepared);
+  EXPECT_EQ(output.Unprepare(handle, other), kWaveOk);
+  EXPECT_EQ(output.Write(handle, header), kWaveOk);
+  EXPECT_EQ(output.Write(handle, header), kWaveStillPlaying);
+  EXPECT_EQ(output.Prepare(handle, other), kWaveStillPlaying);
   EXPECT_EQ(done_count, 0);
-}
-
-// Sends the machine's sound into a file.
-std::string UseDiskDriver() {
-  const auto path = support::ScratchFolder() + "/device.raw";
-  setenv("SDL_AUDIODRIVER", "disk", 1);
-  setenv("SDL_DISKAUDIOFILE", path.c_str(), 1);
-  return path;
 }
 
 std::string WaveFile(int channels, const Bytes& data) {
@@ -283,7 +289,7 @@ TEST(WaveOut, JustTheBytesOfTheSliceLeave) {
                {8000, 16, 10, 1}};
   const Bytes sound = Noise(4000);
   for (const auto& c : cases) {
-    const auto path = UseDiskDriver();
+    const auto path = support::UseDiskDriver();
     done_count = 0;
     auto output = MakeWaveOutput();
     const WaveHeader header{sound.data() + c.offset, c.length};
@@ -303,7 +309,7 @@ TEST(WaveOut, JustTheBytesOfTheSliceLeave) {
 
 TEST(WaveOut, AFileLeavesThroughTheDevice) {
   const Bytes data = Noise(6000);
-  const auto path = UseDiskDriver();
+  const auto path = support::UseDiskDriver();
   auto output = MakeWaveOutput();
   output->PlaySoundFile(WaveFile(1, data));
   std::this_thread::sleep_for(milliseconds(1000));  // 375 ms of sound
@@ -377,7 +383,10 @@ TEST(SoundPlayer, WhatIsNoSoundIsSilence) {
   FakeMachine machine;
   SoundPlayer player(machine.Opener()), mute([](const AudioFormat&, FillBuffer) { return nullptr; });
   mute.Play(WaveFile(1, Bytes(4000, 1)));
-  for (const auto& path : {std::string("/gone.wav"), std::string("/"), support::WriteScratch("text", "?")}) {
+  const std::string pipe = support::ScratchFolder() + "/pipe.wav";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  for (const auto& path :
+       {std::string("/gone.wav"), std::string("/"), pipe, support::WriteScratch("text", "?")}) {
     player.Play(path);
     std::this_thread::sleep_for(milliseconds(20));
     EXPECT_EQ(machine.open_count, 0) << path;

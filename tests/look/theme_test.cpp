@@ -19,8 +19,8 @@ ThemeColors ThemeFrom(const std::map<std::string, std::string, std::less<>>& sto
 }
 
 TEST(Theme, TakesNumbersAndNothingElse) {
-  const std::pair<const char*, Color> cases[] = {
-      {"255", 255}, {" 7 ", 7}, {"-1", -1}, {"2.5", 2}, {"99999999999", 2147483647}};
+  const std::pair<const char*, Color> cases[] = {{"255", 255},   {" 7 ", 7}, {"-1", -1},
+                                                 {"+12.75", 13}, {"2.5", 2}, {"99999999999", 2147483647}};
   for (const auto& [text, number] : cases)
     EXPECT_EQ(ThemeFrom({{"Button_Fill_Color", text}})[ThemeKey::ButtonFill], number) << text;
   for (const char* text : {"", "  ", "red", "12 apples", "0x10", "1,2", "1.2.3", "-", ".", "--5"})

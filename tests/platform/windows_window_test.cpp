@@ -276,6 +276,13 @@ TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
     support::HandleEvents();
     EXPECT_EQ(QApplication::activeWindow(), sample->TopWidget()) << "it has the keyboard again";
   }
+  sample->Hide();
+  QApplication::setActiveWindow(nullptr);
+  RunLater([&eldest] {
+    EXPECT_EQ(QApplication::activeModalWidget()->parentWidget(), eldest->TopWidget());
+    QApplication::activeModalWidget()->close();
+  });
+  MsgBox("And now?");
 }
 
 TEST(FileDialog, BeginsWhereTheLastOneEndedAndGivesTheEnding) {

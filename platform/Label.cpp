@@ -57,7 +57,7 @@ class LabelWidget : public QWidget {
     event->setAccepted(*click && event->button() == Qt::LeftButton);
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
-    if (rect().contains(event->position().toPoint())) Raise(*click);
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) Raise(*click);
   }
 
  private:

@@ -130,6 +130,8 @@ TEST_F(ShownControls, TellWhatTheMouseDoes) {
   } clicks[] = {{text, {5, 5}, {5, 5}, ""},
                 {label, {5, 5}, {5, 5}, "elsewhere,label,"},
                 {label, {5, 5}, {5, 45}, "elsewhere,"},
+                // A press that the label lets through is one on what lies below it, too.
+                {label, {5, 5}, {5, 5}, "elsewhere,elsewhere,elsewhere,", Qt::RightButton},
                 {list->viewport(), bee, bee, "elsewhere,list bee,"},
                 {list->viewport(), bee, bee, "elsewhere,", Qt::RightButton},
                 {list->viewport(), {5, 195}, {5, 195}, "elsewhere,"},

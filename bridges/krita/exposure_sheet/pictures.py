@@ -7,7 +7,9 @@ from .words import Refused
 
 
 def pixels(image):
-    """The bytes of a picture: red, green, blue and opacity of each pixel, row after row."""
+    """The bytes of a picture: red, green, blue and opacity of each pixel, row after row; none of no picture."""
+    if image.isNull():
+        return b""
     image = image.convertToFormat(QImage.Format_RGBA8888)
     return image.constBits().asstring(image.sizeInBytes())
 

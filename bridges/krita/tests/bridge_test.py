@@ -19,7 +19,7 @@ from krita import Krita  # noqa: E402
 from PyQt5.QtCore import QByteArray, QEventLoop, QObject, QSettings, QTimer, Q_CLASSINFO, pyqtSlot  # noqa: E402
 from PyQt5.QtDBus import (QDBusAbstractAdaptor, QDBusConnection, QDBusMessage, QDBusObjectPath,  # noqa: E402
                           QDBusPendingCallWatcher, QDBusPendingReply, QDBusUnixFileDescriptor)
-from PyQt5.QtGui import QColor, QPalette, QStandardItemModel  # noqa: E402
+from PyQt5.QtGui import QColor, QImage, QPalette, QStandardItemModel  # noqa: E402
 from PyQt5.QtWidgets import QAction, QApplication, QDockWidget, QMainWindow, QTableView, QToolButton  # noqa: E402
 
 import importlib.util  # noqa: E402
@@ -325,6 +325,8 @@ class Bridge(unittest.TestCase):
         for words, member, *given in [("5 bytes where", "vel_SetRbuffer", QByteArray(bytes(5))), ("No such", "vel_GetAppDir"),
                                       ("0 frames", "vel_CreateAnimAdv", 0, 2), ("No such", "Vel_GotoFrame", "1")]:
             self.refused(words, member, *given)
+        with patch.object(self.document, "projection", return_value=QImage()):
+            self.refused("no picture of this frame", GETTERS[0])
         self.document.framesPerSecond = None
         self.refused("TypeError: ", "Vel_GetFrameRate")
         for setter in SETTERS[:2]:

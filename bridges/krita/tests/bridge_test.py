@@ -92,9 +92,11 @@ class Bridge(unittest.TestCase):
         self.client = QDBusConnection.connectToBus(QDBusConnection.SessionBus, "client")
 
     def tearDown(self):
-        shared = [lent._memory for lent in self.service._lent.values()] + list(self.service._taken._mapped.values())
+        lent, taken = list(self.service._lent.values()), list(self.service._taken._mapped.values())
         self.service.stop()
-        self.assertTrue(all(memory.closed for memory in shared))
+        self.assertTrue(all(memory.closed for memory in [plane._memory for plane in lent] + taken))
+        for plane in lent:
+            self.assertRaises(OSError, os.fstat, plane.descriptor)
         QDBusConnection.disconnectFromBus("client")
 
     def ask(self, member, *given, interface=NAME):
@@ -196,9 +198,10 @@ class Bridge(unittest.TestCase):
             memories.append((os.fstat(descriptor).st_dev, os.fstat(descriptor).st_ino))
         self.assertEqual(memories[0], memories[1])
         # The next document is a pixel wider.
+        before = self.service._lent[1]._memory
         self.host.take(self.krita.createDocument(WIDTH + 1, HEIGHT, "Toads"))
         lent = self.call("vel_GetGbuffer", interface=NAME + ".Descriptors")
-        self.assertEqual(os.fstat(lent.fileDescriptor()).st_size, (WIDTH + 1) * HEIGHT)
+        self.assertEqual((os.fstat(lent.fileDescriptor()).st_size, before.closed), ((WIDTH + 1) * HEIGHT, True))
 
     def test_started_again_it_works_with_the_active_document(self):
         self.service.stop()
@@ -220,6 +223,9 @@ class Bridge(unittest.TestCase):
             self.assertEqual(seen, [(2, *[1] * 6), (2, *[41] * 6), (3, *[255] * 8), (2, *[1] * 6)])
             for _ in range(2):
                 QApplication.instance().paletteChanged.emit(QPalette())
+            with patch.object(Host, "end") as end:
+                sheet._session._tool_left("another tool")
+            end.assert_not_called()
             doubles["Tool"].call_args[0][0](0)
             QApplication.instance().paletteChanged.emit(QPalette())
         self.assertEqual(called.mock_calls, [call("sheet", "Show")] * 3 + [call("sheet", "PrefsCallback"),
@@ -240,6 +246,7 @@ class Bridge(unittest.TestCase):
             if end:
                 end()
                 self.assertEqual(self.krita.documents(), [self.document])
+            self.assertFalse(self.krita.documents()[-1].modified(), "Krita would ask whether to save it")
 
     def set_frame(self, frame, *greys, way=None):
         if frame is not None:
@@ -292,10 +299,13 @@ class Bridge(unittest.TestCase):
         self.assertEqual(self.plane(GETTERS[0]), bytes([7]) * 6)
         self.assertTrue(roll.is_fresh, "on the canvas too")
         self.call(SETTERS[1], QByteArray(bytes([8]) * 6))
-        for frame in (5, 6, 0):
+        for frame in (5, 6, 0, 1):
             self.set_frame(frame, 3, 3, 3)
-        self.assertEqual(self.shot(), {0: (3, 3, 3), 1: (9, 9, 9), 2: (5, 5, 5), 3: white, 4: (255, 8, 7), 5: (3, 3, 3),
+        self.assertEqual(self.shot(), {0: (3, 3, 3), 1: (3, 3, 3), 2: (5, 5, 5), 3: white, 4: (255, 8, 7), 5: (3, 3, 3),
                                        7: white})
+        self.set_frame(3, 6)
+        self.call("vel_CreateAnimAdv", 2, 2)
+        self.assertEqual(roll.layers[0].keys[3][:3], bytes([255, 255, 6]), "drawn before the next roll comes")
 
     def test_reads_the_tools_memory(self):
         def sealed(plane, seals=fcntl.F_SEAL_SHRINK | fcntl.F_SEAL_GROW):
@@ -310,7 +320,7 @@ class Bridge(unittest.TestCase):
         self.assertEqual(self.shot(), {0: (3, 2, 1)})
         pipe = os.pipe()
         for words, memory in [("isn't sealed", sealed(bytes(6), fcntl.F_SEAL_GROW)), ("5 bytes where", sealed(bytes(5))),
-                              ("can be sealed", QDBusUnixFileDescriptor(pipe[0])), ("empty", sealed(b""))]:
+                              ("can be sealed", QDBusUnixFileDescriptor(pipe[0])), ("is empty", sealed(b""))]:
             self.refused(words, "vel_SetRbuffer", memory, interface=NAME + ".Descriptors")
         for end in pipe:
             os.close(end)
@@ -325,6 +335,9 @@ class Bridge(unittest.TestCase):
         for words, member, *given in [("5 bytes where", "vel_SetRbuffer", QByteArray(bytes(5))), ("No such", "vel_GetAppDir"),
                                       ("0 frames", "vel_CreateAnimAdv", 0, 2), ("No such", "Vel_GotoFrame", "1")]:
             self.refused(words, member, *given)
+        with patch.object(roll.Roll, "_has_key", return_value=False):
+            self.refused("made no frame 0", "vel_CreateAnimAdv", 2, 2)
+        self.krita.documents()[-1].close()
         with patch.object(self.document, "projection", return_value=QImage()):
             self.refused("no picture of this frame", GETTERS[0])
         self.document.framesPerSecond = None
@@ -382,14 +395,18 @@ class Bridge(unittest.TestCase):
                 else:
                     self.assertRaisesRegex(Refused, f"looked for at {named}.*in your path", tool.find_program)
             which.return_value = "/usr/bin/sheet"
-            self.assertEqual(tool.find_program(), "/usr/bin/sheet")
+            for file in (built.name, "/not/installed"):
+                with patch.object(tool, "BUILT_FILE", file):
+                    self.assertEqual(tool.find_program(), "/usr/bin/sheet")
 
     def test_tells_how_the_program_ended_or_why_it_was_not_started(self):
         ended = []
         with tempfile.TemporaryDirectory() as folder, patch.object(tool, "find_program") as program:
             program.return_value = os.path.join(folder, "sheet")
             self.assertRaisesRegex(Refused, "/sheet can't be started: No such file", tool.Tool, ended.append)
-            pathlib.Path(folder, "sheet").write_text("#!/bin/sh\nexit 3\n")
+            pathlib.Path(folder, "sheet").write_text(
+                # Its session is its own: it outlives the terminal that Krita was started in.
+                "#!/bin/sh\nread -r _ _ _ _ _ session _ </proc/$$/stat\ntest $session = $$ && exit 3\n")
             os.chmod(program.return_value, 0o700)
             running = tool.Tool(ended.append)
             self.wait_until(lambda: ended)
@@ -421,8 +438,10 @@ class Bridge(unittest.TestCase):
         self.assertTrue(first.registerService(NAME))
         self.assertEqual(str(self.service.start()),
                          f"{program_name(os.getpid())} (process {os.getpid()}) is the host already")
-        with patch("exposure_sheet.wire.program_name", side_effect=OSError):
-            self.assertEqual(str(self.service.start()), "another program is the host already")
+        sheet = extension.ExposureSheet(None)
+        with patch("exposure_sheet.wire.program_name", side_effect=OSError), patch.object(extension, "say") as said:
+            sheet.start()
+        said.assert_called_once_with("The exposure sheet can't work with Krita: another program is the host already.")
         self.assertIsNone(self.service._connection.objectRegisteredAt(PATH), "it is in the way of the next one")
         first.unregisterService(NAME)
         with tempfile.TemporaryDirectory() as folder:

@@ -84,6 +84,7 @@ class Document(Answering):
 
     def addChildNode(self, layer, above):
         self.layers.append(layer)
+        self.facts["modified"] = True
 
     def refreshProjection(self):
         self.is_fresh = True

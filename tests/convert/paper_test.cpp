@@ -39,8 +39,10 @@ TEST(PageLayout, SecondsAndFeetStandBesideTheirFrames) {
   // The second second at 29.97 begins with the first frame behind it.
   EXPECT_EQ(convert::SecondOf(59, 29.97).frames_since, 29);
   EXPECT_TRUE(convert::SecondOf(60, 29.97).Begins());
+  EXPECT_EQ(convert::SecondOf(5, 0).frames_since, 5);
   EXPECT_TRUE(convert::IsHalfSecond(36, 24));
   EXPECT_FALSE(convert::IsHalfSecond(0, 1));
+  EXPECT_FALSE(convert::IsHalfSecond(1, 2)) << "every row would be one";
   EXPECT_EQ(convert::FeetText(32), "2+00");
 }
 
@@ -53,9 +55,10 @@ std::string Drawn(convert::SheetPainter& sheet, std::int64_t page) {
   generator.setOutputDevice(&buffer);
   QPainter painter(&generator);
   sheet.DrawPage(painter, page);
+  EXPECT_FALSE(painter.hasClipping()) << "what comes next would be cut";
   painter.end();
   QXmlStreamReader xml(buffer.data());
-  QStringList drawn;
+  QStringList drawn, pictures;
   bool heavy = false;
   const auto of = [&xml](const char* name) { return xml.attributes().value(name).toString(); };
   while (!xml.atEnd()) {
@@ -64,6 +67,8 @@ std::string Drawn(convert::SheetPainter& sheet, std::int64_t page) {
       heavy = of("stroke-width") == "50";
     } else if (xml.name() == u"rect" || xml.name() == u"image") {
       drawn += QStringList{of("x"), of("y"), of("width"), of("height")}.join(' ');
+      if (const QString picture = of("xlink:href"); !picture.isEmpty() && !pictures.contains(picture))
+        drawn.last() += " new", pictures += picture;
     } else if (xml.name() == u"polyline" || xml.name() == u"path") {
       QStringList points = QString(of("d") + of("points")).remove('L').split(' ', Qt::SkipEmptyParts);
       if (points.size() > 8) points = {points[0], points[points.size() / 2], points.last()};
@@ -104,8 +109,8 @@ TEST(Paper, DrawsAPage) {
             "17994.6,3600 17660,4100 17994.6,4600 17994.6,5100;18794.6,3350 18794.6,5350;"
             "18794.6,3600 18460,4100 18794.6,4600 18794.6,5100;19594.6,3350 19594.6,5350;"
             "19594.6,3600 19594.6,4100 19594.6,4600 19594.6,5100;0 @0;0s @0;0+00 @0;1 @1;+1 @1;0+01 @1;"
-            "2 @2;+2 @2;0+02 @2;3 @3;+3 @3;0+03 @3;A @0 9300;8013.1 3350 1123.81 800;9500,3895 9500,4260;"
-            "9380,4260 9620,4260;M @2 9300;8013.1 4350 1123.81 800;9500,4895 9500,5260;Hi @0 11250");
+            "2 @2;+2 @2;0+02 @2;3 @3;+3 @3;0+03 @3;A @0 9300;8013.1 3350 1123.81 800 new;9500,3895 9500,4260;"
+            "9380,4260 9620,4260;M @2 9300;8013.1 4350 1123.81 800 new;9500,4895 9500,5260;Hi @0 11250");
   // The second page ends with the sheet, has a mouth held over, and seconds that nothing is heard of.
   const std::string second = Drawn(sheet, 1);
   for (const char* part :
@@ -159,6 +164,7 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
   ASSERT_TRUE(renderer.isValid());
   EXPECT_NEAR(renderer.viewBoxF().height(), 2 * 27940, 1);
   QImage page(1080, 2794, QImage::Format_RGB32);
+  page.fill(Qt::black);
   QPainter painter(&page);
   renderer.render(&painter);
   const auto ink = [&](int from, int to, int frame) {
@@ -175,6 +181,7 @@ TEST(Paper, ShowsTheSampleOnTwoPages) {
     EXPECT_LT(ink(from, to, 35), 5) << from;
     EXPECT_GT(ink(from, to, 65), 10) << "of \"moon\", on the second page";
   }
+  EXPECT_EQ(ink(0, 50, 49), 0) << "the paper";
   EXPECT_GT(ink(400, 457, 0), 0) << "the picture of the F";
   EXPECT_LT(ink(400, 457, 0), 30) << "its ground";
   for (const char* shapes : {"50:M", "40:A 48:M"}) {

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <tuple>
 #include <vector>
@@ -17,7 +18,7 @@ namespace {
 using convert::Messages;
 using convert::SoundFile;
 
-constexpr int kFrames = 48'000;
+constexpr int kFrames = 48'000, kLengthUntold = -1;
 
 /// Makes a sound file of values by frame and channel, which may be cut short, and what comes out of the
 /// converter, as the tool reads it.
@@ -42,6 +43,8 @@ class Converted {
     }
     sf_close(file);
     if (most_bytes > 0) std::filesystem::resize_file(source, static_cast<std::uintmax_t>(most_bytes));
+    // The number of samples in the head of a stream that was written on the way.
+    if (most_bytes == kLengthUntold) std::fstream(source).seekp(22).write("\0\0\0\0", 4);
     auto opened = SoundFile::Open(source);
     EXPECT_TRUE(opened.sound) << opened.reason;
     plain = opened.sound->IsPlainWave();
@@ -73,8 +76,10 @@ TEST(SoundOut, AnyDepthAndNumberOfChannelsComesOutAsOneChannelOf16Bits) {
                                          {SF_FORMAT_AIFF | SF_FORMAT_PCM_32, 2}}) {
     // The mean of channels that differ.
     const double one = 2.0 / (channels + 1);
-    const Converted made(format, channels,
-                         [&](int frame, int channel) { return Sine(frame) * one * (channel + 1); });
+    const Converted made(
+        format, channels, [&](int frame, int channel) { return Sine(frame) * one * (channel + 1); },
+        format == (SF_FORMAT_FLAC | SF_FORMAT_PCM_24) ? kLengthUntold : 0);
+    EXPECT_THAT(made.notes, testing::SizeIs(channels > 1 ? 1 : 0));
     EXPECT_EQ(made.sound.WaveFormat.nChannels, 1);
     EXPECT_EQ(made.sound.WaveFormat.nSamplesPerSec, 48'000);
     ASSERT_EQ(made.sound.WaveDataLength, 2 * kFrames);
@@ -98,6 +103,10 @@ TEST(SoundOut, SixteenBitsOfOneChannelComeOutAsTheyAre) {
   };
   EXPECT_TRUE(plain(SF_FORMAT_PCM_16, 2) && plain(SF_FORMAT_PCM_U8, 1)) << "as the tool opens it";
   EXPECT_FALSE(plain(SF_FORMAT_PCM_16, 3) || plain(SF_FORMAT_PCM_24, 1));
+  for (const int depth : {SF_FORMAT_PCM_S8, SF_FORMAT_ULAW, SF_FORMAT_ALAW}) {
+    const Converted still(SF_FORMAT_AU | depth, 1, [](int, int) { return 0.25; });
+    for (int frame = 0; frame < kFrames; ++frame) ASSERT_EQ(still.At(frame), still.At(0)) << "no noise";
+  }
 }
 
 TEST(SoundOut, WhatIsTooLoudGetsQuieterAsAWhole) {

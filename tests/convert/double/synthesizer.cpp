@@ -27,7 +27,7 @@ int espeak_Synth(const char* text, std::size_t size, unsigned position, int posi
                  unsigned flags, unsigned*, void*) {
   std::fprintf(stderr, "Synth \"%s\" %zu %u %d %u %u\n", text, size, position, position_type, end, flags);
   // Two pieces of sound, the second word beginning with the second; behind an end is nothing to be heard.
-  Event first[] = {{.type = kWord, .text_position = 1},
+  Event first[] = {{.type = kWord, .text_position = 0},  // which no word begins at
                    {.type = kPhoneme, .mnemonic = {'u', ':'}},
                    {.type = kSentence, .text_position = 4},
                    {.type = kEnd},

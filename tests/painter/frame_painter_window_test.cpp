@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QWidget>
+#include <array>
 
 #include "painter/FPOptions.h"
 #include "painter/Retrieve.h"
@@ -39,6 +40,9 @@ class Painter : public testing::Test {
     frame_painter.Hold().Show();
     support::HandleEvents();
     desk.host->Take();
+  }
+  void TearDown() override {
+    EXPECT_EQ(TheStrips().PaintOnlyFrame, kWholeStrip) << "what is drawn next is drawn whole";
   }
   FramePainter& Window() { return *frame_painter.IfLoaded(); }
   platform::Color CellsAt(int x, int y = 40) { return Window().Picture1.Point(x, y); }
@@ -89,7 +93,6 @@ bool HasInk(platform::PictureBox& ruler, int left) {
 TEST_F(Painter, OpensWithTheFirstCellChosenABlankRollAndNumberedFrames) {
   TheStrips().PaintOnlyFrame = 3;  // what was drawn last doesn't matter
   Open(3, 5);
-  EXPECT_EQ(TheStrips().PaintOnlyFrame, kWholeStrip);
   EXPECT_EQ(CellsAt(113, 75), Negative(0));
   EXPECT_EQ(CellsAt(114), Cell(1));
   EXPECT_EQ(CellsAt(341), Cell(2));
@@ -102,13 +105,17 @@ TEST_F(Painter, OpensWithTheFirstCellChosenABlankRollAndNumberedFrames) {
   EXPECT_EQ(RollAt(228), Cell(0));
   EXPECT_EQ(RollAt(227), kWhite);
   EXPECT_EQ(Told(Window().Picture2), "Frame 2 of 5, cell 0");
-  const QImage roll = Window().Picture2.Widget()->grab().toImage();
-  for (const int edge : {114, 228, 342, 456})
-    EXPECT_EQ(roll.pixelColor(edge, 60) == QColor(208, 208, 208), edge == 114 || edge == 456)
-        << "between two blank frames";
   for (int i = 0; i < 7; ++i) {
     EXPECT_EQ(HasInk(Window().Picture7, i * 114), i < 3) << i;
     EXPECT_EQ(HasInk(Window().Picture4, i * 114), i < 5) << i;
+  }
+  for (const int offset : {0, -50}) {
+    TheStrips().RollScrollOffset = offset;
+    Window().Picture2_Paint();
+    const QImage roll = Window().Picture2.Widget()->grab().toImage();
+    for (const int edge : {114, 228, 342, 456})
+      EXPECT_EQ(roll.pixelColor(edge + offset, 60) == QColor(208, 208, 208), edge == 114 || edge == 456)
+          << "between two blank frames";
   }
 }
 
@@ -176,6 +183,9 @@ TEST_F(Painter, ChoosesACellWithAnyButtonAndNothingBesideTheCells) {
     PressCell(50);
     EXPECT_EQ(TheStrips().SelectedCell, selected);
   }
+  Window().Picture1.SetFocus();
+  support::Key(Window().Picture1.Widget(), Qt::Key_End);
+  EXPECT_EQ(TheStrips().SelectedCell, kLastUsableCell);
 }
 
 TEST_F(Painter, StampsEveryFrameThatADragCrosses) {
@@ -193,6 +203,7 @@ TEST_F(Painter, StampsEveryFrameThatADragCrosses) {
   Press(strip, {400, 40}, Qt::RightButton);
   drag({-113, 40}, Qt::RightButton);  // less than a thumbnail to the left: still frame 0
   drag({571, 40}, Qt::RightButton);
+  EXPECT_EQ(Told(Window().Picture2), "Frame 0 of 5, cell 2");
   EXPECT_EQ(TheRoll().entries, (std::vector<std::int16_t>{2, 2, 2, 2, -1}));
   PressCell(120);
   drag({-114, 40}, Qt::LeftButton);
@@ -231,6 +242,7 @@ TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
   EXPECT_EQ(CellsAt(228), Negative(2));
   for (const auto modifier : {Qt::ControlModifier, Qt::AltModifier})
     support::Key(window.Picture1.Widget(), Qt::Key_Right, modifier);
+  EXPECT_FALSE(window.Form_KeyDown(platform::KeyPress{}));
   EXPECT_EQ(Told(window.Picture1), "Cell 2 of 20");
   keys(window.Picture2, {Qt::Key_Right, Qt::Key_Space, Qt::Key_Space});
   EXPECT_EQ(TheRoll().entries[0], -1);
@@ -242,6 +254,7 @@ TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
   };
   EXPECT_TRUE(focused(window.Picture2) && !focused(window.Picture1));
   EXPECT_EQ(Framed(window.Picture2), std::pair(342, 455));
+  EXPECT_FALSE(window.Form_KeyDown(platform::KeyPress{}));
   // Seven thumbnails stand whole in a strip of 850 pixels.
   keys(window.Picture1, {Qt::Key_End, Qt::Key_Right});
   EXPECT_EQ(CellsAt(6 * 114), Negative(19));
@@ -267,7 +280,6 @@ TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
   window.vl_button2.SetFocus();
   support::Key(window.vl_button2.Widget(), Qt::Key_Right);
   EXPECT_EQ(Told(window.Picture2), "Frame 0 of 30, cell 12");
-  EXPECT_EQ(TheStrips().PaintOnlyFrame, kWholeStrip) << "what is drawn next is drawn whole";
 }
 
 TEST_F(Painter, KeepsItsHeightAndShowsMoreWhenWidened) {
@@ -350,7 +362,7 @@ TEST_F(Painter, ShowsAndShootsWhatItCanWhenTheHostsSizeChanges) {
 }
 
 TEST_F(Painter, ShootsTheRollFrameByFrame) {
-  Open(3, 3);
+  Open(2, 3);
   const auto red = Spelled();
   desk.host->planes[{1, 0}] = red;
   RetrieveFrames();
@@ -375,6 +387,7 @@ TEST_F(Painter, ShootsTheRollFrameByFrame) {
   EXPECT_FALSE(platform::BusyPointerIsOn());
   EXPECT_EQ((desk.host->planes[{0, 0}]), red);
   EXPECT_EQ((desk.host->planes[{0, 1}]), std::vector<std::uint8_t>(651, 11));
+  EXPECT_EQ((desk.host->planes[{0, 2}]), std::vector<std::uint8_t>(651, 12));
   for (int channel = 0; channel < 3; ++channel)
     for (int f = 1; f < 3; ++f)
       EXPECT_EQ((desk.host->planes[{f, channel}]), std::vector<std::uint8_t>(651, 255));
@@ -382,10 +395,12 @@ TEST_F(Painter, ShootsTheRollFrameByFrame) {
 
 TEST_F(Painter, WigglesEachFrameWithDrawsOfItsOwn) {
   Open(2, 3);
-  const auto red = Spelled();
-  desk.host->planes[{0, 0}] = desk.host->planes[{0, 1}] = desk.host->planes[{0, 2}] = red;
+  using Frame = std::array<std::vector<std::uint8_t>, 3>;
+  const auto spelled = Spelled();
+  const Frame cell{spelled, {spelled.rbegin(), spelled.rend()}, std::vector<std::uint8_t>(651, 1)};
+  for (const int channel : {0, 1, 2}) desk.host->planes[{0, channel}] = cell[channel];
   RetrieveFrames();
-  TheRoll().entries = {0, 0, kBlankFrame};
+  TheRoll().entries = {kBlankFrame, 0, kBlankFrame};
   for (const int on : {1, 0, 1}) {
     Window().Label5.Click();
     EXPECT_EQ(Window().Check1.Value(), on);
@@ -395,19 +410,15 @@ TEST_F(Painter, WigglesEachFrameWithDrawsOfItsOwn) {
   UniformSequence draws;
   for (int shooting = 0; shooting < 2; ++shooting) {
     Window().vl_button2.Click();
-    for (int f = 0; f < 2; ++f) {
-      Slices slices;
-      slices.x = draws.Next();
-      slices.y = draws.Next();
-      auto r = red, g = red, b = red;
-      WiggleFrameAt(32, 1, slices, {{30, 20}, red.data(), red.data(), red.data()},
-                    {{30, 20}, r.data(), g.data(), b.data()});
-      EXPECT_EQ((desk.host->planes[{f, 0}]), r);
-      EXPECT_EQ((desk.host->planes[{f, 2}]), b);
+    for (int f = 0; f < 3; ++f) {  // a blank frame takes its draws too
+      Frame from = cell;
+      if (f != 1) from.fill(std::vector<std::uint8_t>(651, 255));
+      Frame to = from;
+      WiggleFrameAt(32, 1, {draws.Next(), draws.Next()},
+                    {{30, 20}, from[0].data(), from[1].data(), from[2].data()},
+                    {{30, 20}, to[0].data(), to[1].data(), to[2].data()});
+      for (const int channel : {0, 1, 2}) EXPECT_EQ((desk.host->planes[{f, channel}]), to[channel]);
     }
-    EXPECT_EQ((desk.host->planes[{2, 1}]), std::vector<std::uint8_t>(651, 255));
-    draws.Next();  // the blank frame takes its draws too
-    draws.Next();
   }
 }
 

@@ -83,8 +83,8 @@ TEST(Launch, ProposesTheSoundsLengthCutToWholeFrames) {
   auto& sound = audio::LoadedSound();
   sound.WaveFormat.nSamplesPerSec = 1000;
   sound.WaveFormat.wBitsPerSample = 8;
-  for (const auto& [bytes, text] : {std::pair{5300, "63"}, std::pair{2550, "30"}, std::pair{50, "30"}}) {
-    sound.WaveDataLength = bytes;  // 63.6, 30.6 and 0.6 frames
+  for (const auto& [bytes, text] : {std::pair{5300, "63"}, std::pair{150, "1"}, std::pair{50, "30"}}) {
+    sound.WaveDataLength = bytes;  // 63.6, 1.8 and 0.6 frames
     LaunchFramePainter();
     EXPECT_EQ(fp_options->Text1.Text(), text) << bytes;
     fp_options->Command1_Click();
@@ -122,9 +122,9 @@ TEST(Launch, NoOtherFailureIsPassedOver) {
     EXPECT_FALSE(platform::BusyPointerIsOn()) << member;
   }
   support::Desk desk;
-  desk.host->planes[{1, 1}] = {1, 2, 3};
+  desk.host->planes[{0, 1}] = {1, 2, 3};
   EXPECT_THROW(RetrieveFrames(), host::HostError) << "planes of another size";
-  EXPECT_EQ(TheRetrieval().cells.count, 1);
+  EXPECT_EQ(TheRetrieval().cells.count, 0);
 }
 
 TEST(Retrieve, KeepsTheOldStoreWhereThereIsNoNewOne) {
@@ -171,6 +171,7 @@ TEST(Options, RefuseInWordsWhatIsNoLengthOrMoreThanTheMachineHolds) {
   support::Desk desk;
   desk.host->frames = 2;
   LaunchFramePainter();
+  support::HandleEvents();
   const struct {
     double free;
     const char *text, *words;
@@ -181,7 +182,9 @@ TEST(Options, RefuseInWordsWhatIsNoLengthOrMoreThanTheMachineHolds) {
   for (const auto& c : cases) {
     platform::ReadFreeMemoryFrom([&c] { return c.free; });
     fp_options->Text1.SetText(c.text);
+    fp_options->Command1.SetFocus();
     fp_options->Command1_Click();
+    EXPECT_TRUE(fp_options->Text1.HasFocus());
     EXPECT_THAT(desk.messages.shown.back().text, HasSubstr(c.words));
     support::Key(fp_options->Text1.Widget(), Qt::Key_7, Qt::NoModifier, "7");
     EXPECT_EQ(fp_options->Text1.Text(), "7") << "the next key begins another";

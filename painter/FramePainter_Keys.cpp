@@ -1,6 +1,7 @@
 // The strips by keyboard: arrows choose a cell in the upper one and go along the roll in the lower one, where
 // Space stamps the chosen cell.
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 
@@ -32,13 +33,16 @@ std::optional<std::int32_t> KeyTarget(KeyPress::Key key, std::int32_t from, std:
   }
 }
 
-/// Scrolls as little as brings the thumbnail whole into the strip; whether that was anything.
+/// Scrolls as little as brings the thumbnail whole into the strip, or else its left edge; whether that was
+/// anything. A position counts unrounded widths, so far along a roll it is no thumbnail's number.
 bool ScrollTo(look::HGlide& glide, const StripView& view, std::int32_t index, std::int32_t strip_width) {
-  const std::int32_t whole = std::max(strip_width / view.thumb.width, 1);
-  const std::int64_t first =
-      platform::RoundToLong(-static_cast<double>(view.offset) / view.thumb.exact_width);
-  if (index >= first && index < first + whole) return false;
-  glide.SetPosition(index < first ? index : index - whole + 1);
+  const std::int64_t left = ThumbnailLeft(view.thumb, view.offset, index);
+  const double room = strip_width - view.thumb.width;
+  if (left >= 0 && static_cast<double>(left) <= room) return false;
+  const auto from_start = static_cast<double>(ThumbnailLeft(view.thumb, 0, index));
+  const double at_left_edge = std::floor(from_start / view.thumb.exact_width);
+  const double at_right_edge = std::ceil((from_start - room) / view.thumb.exact_width);
+  glide.SetPosition(platform::RoundToLong(left < 0 ? at_left_edge : std::min(at_left_edge, at_right_edge)));
   return true;
 }
 

@@ -280,6 +280,17 @@ TEST_F(Painter, ChoosesAndStampsByKeyAndKeepsTheFrameInSight) {
   window.vl_button2.SetFocus();
   support::Key(window.vl_button2.Widget(), Qt::Key_Right);
   EXPECT_EQ(Told(window.Picture2), "Frame 0 of 30, cell 12");
+  // In a long roll: thumbnails of 101 pixels, of which a position counts a third more; and of 2280 pixels.
+  for (const auto& [width, position] : {std::pair(40, 2982), {900, 2999}}) {
+    desk.host->width = width;
+    desk.host->height = 30;
+    desk.host->planes.clear();
+    RetrieveFrames();
+    StartRoll(TheRoll(), 3000);
+    window.ShowNewFrames();
+    keys(window.Picture2, {Qt::Key_Home, Qt::Key_End});
+    EXPECT_EQ(window.HGlide2.Position(), position);
+  }
 }
 
 TEST_F(Painter, KeepsItsHeightAndShowsMoreWhenWidened) {

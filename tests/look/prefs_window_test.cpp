@@ -44,6 +44,7 @@ class Bench : public platform::Window {
     for (look::vl_button* button : {&plain, &vl_button6}) {
       button->SetBackColor(kOwn);
       button->SetHighlight(kOwn);
+      button->SetShadow(kOwn);
       button->SetGradient(1.0);
     }
     picture.SetBackColor(kOwn);
@@ -58,12 +59,6 @@ class Bench : public platform::Window {
   look::vl_button plain{*this, "plain"};
   look::vl_button vl_button6{picture, "vl_button6"};
   look::HGlide glide{*this, "glide"};
-  std::function<void()> on_paint;
-
- protected:
-  void Form_Paint() override {
-    if (on_paint) on_paint();
-  }
 };
 
 class Prefs : public testing::Test {
@@ -85,39 +80,37 @@ TEST_F(Prefs, DressesEachKindByTheSettings) {
   Store(
       "Shine_Color=11\nShadow_Color=12\nButton_Fill_Color=13\nScroll_Fill_Color=14\nScroll_Bar_Color=15\n"
       "Textbox_Fill_Color=16\nTextbox_Text_Color=17\nSpecial_Backdrop_Color=18\n");
-  Bench bench;
-  bench.SetBackColor(kOwn);
-  form1.Hold().PrefsCallback(bench);
-  constexpr Color kBackdrop = Rgb(143, 149, 158);
-  EXPECT_EQ(bench.BackColor(), kBackdrop);
-  EXPECT_EQ(bench.check.BackColor(), kBackdrop);
-  EXPECT_EQ(bench.text.BackColor(), 16);
-  EXPECT_EQ(bench.text.ForeColor(), 17);
-  EXPECT_EQ(bench.list.BackColor(), 16);
-  EXPECT_EQ(bench.list.ForeColor(), 17);
-  EXPECT_EQ(bench.label.ForeColor(), 0);
-  EXPECT_EQ(bench.picture.BackColor(), kOwn);
-  EXPECT_EQ(bench.plain.BackColor(), 13);
-  EXPECT_EQ(bench.plain.Highlight(), 11);
-  EXPECT_EQ(bench.plain.Shadow(), 12);
-  EXPECT_EQ(bench.plain.Gradient(), 1.2);
-  EXPECT_EQ(bench.vl_button6.Highlight(), kOwn);
-  EXPECT_EQ(bench.glide.BackColor(), 14);
-  EXPECT_EQ(bench.glide.ForeColor(), 15);
-  EXPECT_EQ(form1.Hold().Picture1.BackColor(), 18) << "whichever window was passed";
-}
-
-TEST_F(Prefs, PaintersTwinLeavesButtonsAndTheMouthPreviewAlone) {
-  Store("Shine_Color=11\nButton_Fill_Color=13\nScroll_Fill_Color=14\nTextbox_Text_Color=17\n");
-  Bench bench;
-  form1.Hold().Picture1.SetBackColor(kOwn);
-  bench.SetBackColor(kOwn);
-  painter::frame_painter.Hold().PrefsCallback(bench);
-  EXPECT_EQ(bench.BackColor(), Rgb(143, 149, 158));
-  EXPECT_EQ(bench.plain.BackColor(), kOwn);
-  EXPECT_EQ(bench.list.ForeColor(), 17);
-  EXPECT_EQ(bench.glide.Highlight(), 11);
-  EXPECT_EQ(form1.Hold().Picture1.BackColor(), kOwn);
+  const auto dressed_by = [](auto& window) {
+    Bench bench;
+    bench.SetBackColor(kOwn);
+    form1.Hold().Picture1.SetBackColor(kOwn);
+    window.PrefsCallback(bench);
+    const auto tenths = static_cast<Color>(10 * bench.plain.Gradient());
+    return std::vector<Color>{bench.BackColor(),
+                              bench.check.BackColor(),
+                              bench.label.ForeColor(),
+                              bench.text.BackColor(),
+                              bench.text.ForeColor(),
+                              bench.list.BackColor(),
+                              bench.list.ForeColor(),
+                              bench.glide.BackColor(),
+                              bench.glide.ForeColor(),
+                              bench.glide.Highlight(),
+                              bench.picture.BackColor(),
+                              bench.vl_button6.Highlight(),
+                              bench.plain.BackColor(),
+                              bench.plain.Highlight(),
+                              bench.plain.Shadow(),
+                              tenths,
+                              form1.Hold().Picture1.BackColor()};
+  };
+  constexpr Color kGround = Rgb(143, 149, 158);
+  EXPECT_EQ(dressed_by(form1.Hold()), (std::vector<Color>{kGround, kGround, 0, 16, 17, 16, 17, 14, 15, 11,
+                                                          kOwn, kOwn, 13, 11, 12, 12, 18}));
+  // The painter leaves buttons and the mouth preview alone.
+  EXPECT_EQ(dressed_by(painter::frame_painter.Hold()),
+            (std::vector<Color>{kGround, kGround, 0, 16, 17, 16, 17, 14, 15, 11, kOwn, kOwn, kOwn, kOwn, kOwn,
+                                10, kOwn}));
 }
 
 TEST_F(Prefs, FlagsMakeButtonsAndScrollersFlat) {
@@ -137,35 +130,6 @@ TEST_F(Prefs, FlagsMakeButtonsAndScrollersFlat) {
     EXPECT_EQ(bench.glide.Highlight(), row.flat_glide ? 23 : 21) << row.flag;
     EXPECT_EQ(bench.glide.Shadow(), row.flat_glide ? 23 : 22) << row.flag;
   }
-}
-
-/// Tiles of 40 by 30: a red one in each left top pixel, else blue.
-std::shared_ptr<const platform::Picture> Tile(int width, int height) {
-  QImage image(width, height, QImage::Format_RGB32);
-  image.fill(Qt::blue);
-  image.setPixel(0, 0, qRgb(255, 0, 0));
-  return std::make_shared<const platform::Picture>(image);
-}
-
-TEST_F(Prefs, WallpaperIsTiledFromTheLeftTop) {
-  Bench bench;
-  for (Control* control : bench.Controls()) control->SetVisible(false);
-  bench.on_paint = [&bench] { form1.Hold().Draw_Pattern(bench); };
-  bench.Show();
-  const auto pixel = [&bench](int x, int y) {
-    return bench.ContainerWidget()->grab().toImage().pixelColor(x, y);
-  };
-  EXPECT_EQ(pixel(0, 0), QColor(143, 149, 158)) << "no picture yet";
-  form1.Hold().Image1.SetPicture(Tile(40, 30));
-  for (int y = 0; y < 90; y += 30)
-    for (int x = 0; x < 100; x += 40) EXPECT_EQ(pixel(x, y), QColor(Qt::red)) << x << " " << y;
-  EXPECT_EQ(pixel(99, 89), QColor(Qt::blue));
-  painter::FramePainter& painter = painter::frame_painter.Hold();
-  painter.Show();
-  painter.Image1.SetPicture(Tile(40, 30));
-  const QImage shown = painter.ContainerWidget()->grab().toImage();
-  EXPECT_EQ(shown.pixelColor(500, 400), QColor(Qt::blue));
-  EXPECT_NE(shown.pixelColor(500, 415), QColor(Qt::blue)) << "the status bar keeps a ground of its own";
 }
 
 TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
@@ -198,7 +162,14 @@ TEST_F(Prefs, TheHostsCallReachesOpenDialogsAndBringsItsWallpaper) {
   QDialog over(main.TopWidget());
   platform::DressOver(main.TopWidget(), over);
   EXPECT_LT(ground(&over), 80) << "what asks over a dark window is dark";
-  EXPECT_LT(ground(main.HScroll1.Widget()), 80);
+  painter::FramePainter& painter = painter::frame_painter.Hold();
+  painter.Show();
+  const QImage shown = painter.ContainerWidget()->grab().toImage();
+  EXPECT_EQ(shown.pixelColor(500, 400), QColor(60, 60, 60));
+  EXPECT_NE(shown.pixelColor(500, 415), QColor(60, 60, 60)) << "the status bar keeps a ground of its own";
+  for (const Control* control :
+       {static_cast<Control*>(&main.HScroll1), static_cast<Control*>(&painter.StatusBar1)})
+    EXPECT_LT(ground(control->Widget()), 80) << control->Name();
   EXPECT_LT(ground(main.MenuBar()->findChild<QMenu*>()), 80);
   EXPECT_LT(ground(main.List1.Widget()->findChild<QScrollBar*>()), 80);
   EXPECT_GT(ground(main.Grid1.Widget()->findChild<QScrollBar*>()), 180) << "the grid keeps its ground";

@@ -14,6 +14,7 @@
 #include "platform/Application.h"
 #include "platform/ControlsBench.h"
 #include "platform/Picture.h"
+#include "platform/QuietLook.h"
 
 namespace platform {
 namespace {
@@ -54,7 +55,8 @@ struct ShownControls : testing::Test {
 };
 
 TEST_F(ShownControls, TellWhatKeysDo) {
-  bench.button.SetFocus();
+  bench.list.SetListIndex(1), bench.list.SetFocus(), bench.button.SetFocus();
+  EXPECT_EQ(bench.list.Text(), "bee") << "as before";
   QWidget *list = bench.list.Widget(), *bar = bench.bar.Widget(), *top = bench.TopWidget(),
           *push = bench.push.Widget(), *toggle = bench.toggle.Widget(), *glide = bench.glide.Widget();
   const struct {
@@ -454,6 +456,7 @@ TEST(Pictures, AreReadByWhatTheyHoldAndShownAtEachScale) {
   }
   EXPECT_THAT([] { Picture::Load("/"); },
               testing::ThrowsMessage<std::runtime_error>("Can't read the picture \"/\": Not a regular file"));
+  EXPECT_NE(ProgramIcon("recorder").pixmap(32).toImage(), ProgramIcon("app").pixmap(32).toImage());
   const Picture twin(Plain(Qt::red, 4), Plain(Qt::blue, 8)), lone(Plain(Qt::red, 4));
   for (const auto& [scale, side, dense] :
        {std::tuple(1.0, 4, false), {1.5, 6, true}, {2.0, 8, true}, {3.0, 12, true}, {0.5, 2, false}}) {

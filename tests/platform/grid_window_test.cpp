@@ -191,25 +191,7 @@ TEST_F(ShownGrid, ShowsWhereTheCurrentCellIs) {
   }
 }
 
-TEST_F(ShownGrid, FramesTheCurrentCellWithinTwoPixels) {
-  const auto shown = [](QWidget* widget, int x, int y) {
-    support::HandleEvents();
-    return widget->grab().toImage().pixelColor(x, y);
-  };
-  QWidget *cells = view->viewport(), *header = view->horizontalHeader();
-  const QColor marked = view->palette().color(QPalette::Highlight);
-  view->setFocus();
-  grid.SetRow(2);
-  EXPECT_EQ(shown(cells, 1, 20), marked);
-  EXPECT_NE(shown(cells, 2, 21), marked);
-  sample.canvas.Widget()->setFocusPolicy(Qt::StrongFocus);
-  sample.canvas.SetFocus();
-  EXPECT_NE(shown(cells, 1, 20), marked) << "another control has the keyboard";
-  EXPECT_NE(shown(cells, 1, 20), shown(cells, 2, 21));
-  grid.SetRow(0);
-  grid.SetCol(1);
-  EXPECT_EQ(shown(header, 70, 19), marked);
-  // Nothing of the sheet's form is the user's to change.
+TEST_F(ShownGrid, HasAFormThatIsNotTheUsersToChange) {
   const QHeaderView &rows = *view->verticalHeader(), &cols = *view->horizontalHeader();
   EXPECT_TRUE(rows.isHidden() && !cols.highlightSections() && !view->wordWrap() && !view->tabKeyNavigation());
   EXPECT_EQ(cols.sectionResizeMode(0), QHeaderView::Fixed);

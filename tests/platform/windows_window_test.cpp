@@ -41,6 +41,7 @@ struct Sample : Window {
       : Window({"Sample", "A sample", border, start, 400, 300, {":/assets/icons/app-16.png"}}) {}
   void Form_Load() override { log += "load,"; }
   void Form_Paint() override {
+    painted = true;
     if (tile) TilePicture(*tile);
   }
   void Form_Resize() override { log += "resize " + std::to_string(ScaleWidth()) + ","; }
@@ -65,6 +66,7 @@ struct Sample : Window {
   Menu menu{*this, "menu", "&Menu"};
   std::string log;
   Flag stays = kFalse;
+  bool painted = false;
   std::optional<Picture> tile;
 };
 
@@ -79,9 +81,16 @@ TEST(Windows, LoadOnTheFirstTouchAndAnewAfterAnUnload) {
   EXPECT_FALSE(sample.Unload());
   EXPECT_EQ(sample->log, "load,unload,");
   sample->stays = kFalse;
-  EXPECT_TRUE(sample.Unload());
-  EXPECT_EQ(LoadedWindowCount(), 0);
-  EXPECT_EQ(sample->log, "load,") << "a window touched again starts afresh";
+  Sample beside;
+  beside.Show();
+  for (const bool loads : {false, true}) {
+    support::HandleEvents();
+    beside.painted = false;
+    // Touched again it starts afresh.
+    EXPECT_TRUE(loads ? sample->log == "load," : sample.Unload());
+    support::HandleEvents();
+    EXPECT_TRUE(beside.painted) << "its picture may be seen there";
+  }
 }
 
 TEST(Windows, GoAllTogetherAtTheEnd) {
@@ -108,8 +117,9 @@ TEST(Windows, AskOnceBeforeTheProcessEndsWithTheLastOfThem) {
     sample->Show();
     QTimer::singleShot(0, [told_twice] {
       sample.Unload();
-      if (told_twice) WindowCountHasChanged();
       QTimer::singleShot(50, [] { QCoreApplication::exit(7); });
+      if (told_twice) return WindowCountHasChanged();
+      QTimer::singleShot(10, [kept = std::make_shared<KeepAlive>()] {});
     });
     return QCoreApplication::exec();
   };
@@ -283,6 +293,12 @@ TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
     QApplication::activeModalWidget()->close();
   });
   MsgBox("And now?");
+}
+
+TEST(WorkingFolder, ThatCantBeIsTold) {
+  EXPECT_THAT([] { ChangeDirectory("/no/folder"); },
+              testing::ThrowsMessage<std::runtime_error>(
+                  "Can't make \"/no/folder\" the working folder: No such file or directory"));
 }
 
 TEST(FileDialog, BeginsWhereTheLastOneEndedAndGivesTheEnding) {

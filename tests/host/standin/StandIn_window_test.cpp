@@ -4,12 +4,12 @@
 
 #include <QtWidgets>
 #include <array>
-#include <map>
 #include <utility>
 
 #include "host/bus/Connection.h"
 #include "host/standin/BusService.h"
 #include "host/standin/DemoAnimation.h"
+#include "host/standin/EmbeddedHost.h"
 #include "host/standin/FrameView.h"
 #include "host/standin/HostSettings.h"
 #include "host/standin/PictureFiles.h"
@@ -106,6 +106,20 @@ class StandInWindowTest : public testing::Test {
       stand_in_->SetBuffer(channel, OwnTable(plane), "");
   }
   void Write(std::uint8_t value) { Write(std::vector<std::uint8_t>(9 * 7, value)); }
+  /// Drops files on the window; gives the number of frames then, or -1 if they aren't taken.
+  int Drop(const QList<QUrl>& urls) {
+    QMimeData files;
+    files.setUrls(urls);
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent event({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    const int before = Frames();
+    QApplication::sendEvent(window_.get(), &enter);
+    if (!enter.isAccepted()) return -1;
+    QApplication::sendEvent(window_.get(), &event);
+    EXPECT_EQ(Frames(), before) << "the file manager would wait for what the user is asked";
+    QApplication::processEvents();
+    return event.isAccepted() ? Frames() : -1;
+  }
   QString File(const QString& name) { return folder_.filePath(name); }
   void WriteFile(const QString& name, const QByteArray& bytes) {
     QFile file(File(name));
@@ -175,10 +189,9 @@ TEST_F(StandInWindowTest, ShowsAMoveAtOnceAndTheLastOfManyWhenEventsRunAgain) {
 TEST_F(StandInWindowTest, ShowsAFrameInTheMiddleAsLargeAsItFits) {
   Write(200);
   FrameView view(*stand_in_, nullptr);
-  EXPECT_EQ(view.sizeHint(), QSize(348, 268)) << "a frame of 320 by 240 within 14 pixels of ground";
   // Each run of equal pixels in the middle: ground, line, picture, line, ground.
-  const auto runs = [&](int angle) {
-    const QImage shown = view.grab().toImage().transformed(QTransform().rotate(angle));
+  const auto runs = [](FrameView& on, int angle) {
+    const QImage shown = on.grab().toImage().transformed(QTransform().rotate(angle));
     std::vector<int> lengths;
     for (int x = 0, before = -1; x < shown.width(); ++x) {
       const int grey = qGray(shown.pixel(x, shown.height() / 2));
@@ -190,21 +203,28 @@ TEST_F(StandInWindowTest, ShowsAFrameInTheMiddleAsLargeAsItFits) {
   using testing::ElementsAre;
   // There is room for 200 by 120: eight times the frame is less.
   view.resize(228, 148);
-  EXPECT_THAT(runs(0), ElementsAre(81, 1, 64, 1, 81));
-  EXPECT_THAT(runs(90), ElementsAre(49, 1, 48, 1, 49));
+  EXPECT_THAT(runs(view, 0), ElementsAre(81, 1, 64, 1, 81));
+  EXPECT_THAT(runs(view, 90), ElementsAre(49, 1, 48, 1, 49));
   stand_in_->TakeAnimation(Animation({40, 10}, 1));
   view.Renew();
-  EXPECT_THAT(runs(0), ElementsAre(13, 1, 200, 1, 13));
+  EXPECT_THAT(runs(view, 0), ElementsAre(13, 1, 200, 1, 13));
   // A sharp edge between two columns stays sharp only in the rough picture.
   std::vector<std::uint8_t> halves;
   for (int i = 0; i < 41 * 11; ++i) halves.push_back(i % 41 < 20 ? 0 : 255);
   Write(halves);
   view.ShowAtOnce();
-  EXPECT_THAT(runs(0), ElementsAre(13, 1, 100, 100, 1, 13));
+  EXPECT_THAT(runs(view, 0), ElementsAre(13, 1, 100, 100, 1, 13));
   view.Renew();
-  EXPECT_GT(runs(0).size(), 6u);
+  EXPECT_GT(runs(view, 0).size(), 6u);
+  // So the window shows it, too: roughly during a display, and well when that is closed.
+  auto& shown = dynamic_cast<FrameView&>(*window_->findChild<QWidget*>("FrameView"));
+  EXPECT_TRUE(Becomes([&] { return runs(shown, 0).size() > 6; }));
+  stand_in_->StatusOpen("Saving...");
+  EXPECT_EQ(runs(shown, 0).size(), 6u);
+  stand_in_->StatusClose();
+  EXPECT_TRUE(Becomes([&] { return runs(shown, 0).size() > 6; }));
   stand_in_->TakeAnimation(Animation());
-  EXPECT_THAT(runs(0), ElementsAre(228));
+  EXPECT_THAT(runs(view, 0), ElementsAre(228));
 }
 
 TEST_F(StandInWindowTest, ShowsTheStatusDisplayWithoutEventsAndStepsAsideInsteadOfClosing) {
@@ -255,10 +275,7 @@ TEST_F(StandInWindowTest, PlaysByTheClockAndStopsWhenAToolMovesTheFrame) {
   stand_in_->CreateAnimAdv(1000);
   stand_in_->GotoFrame(6);
   const auto* play = window_->findChild<QAction*>("Play");
-  const qint64 triangle = play->icon().cacheKey();
   Choose("Play");
-  EXPECT_EQ(play->text(), "Pause");
-  EXPECT_NE(play->icon().cacheKey(), triangle) << "the button shows no text";
   for (const int rate : {20, 100}) {
     const int start = stand_in_->CurrentFrame();
     QElapsedTimer clock;
@@ -306,6 +323,27 @@ TEST_F(StandInWindowTest, StopsPlayingForWhateverElseMovesTheFrameOrTakesItAway)
   }
 }
 
+TEST(EmbeddedHost, ShowsItsWindowOnceBehindTheToolsInTheUsersLanguage) {
+  qputenv("LANGUAGE", "de");
+  const auto host = MakeEmbeddedHost();
+  EXPECT_EQ(AsText(host->Invoke("Vel_GetAppDir", {}), ""),
+            QCoreApplication::applicationDirPath().toStdString());
+  QWidget* window = nullptr;
+  for (QWidget* each : QApplication::topLevelWidgets())
+    if (each->objectName() == "StandIn") window = each;
+  ASSERT_NE(window, nullptr);
+  EXPECT_EQ(window->findChild<QAction*>("First")->toolTip(), "Erstes Bild (Home)");
+  QWidget tool;
+  tool.show();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_TRUE(Becomes([&] { return window->isVisible(); }));
+  window->hide();
+  tool.repaint();
+  QThread::msleep(60);
+  QApplication::processEvents();
+  EXPECT_FALSE(window->isVisible()) << "the user has put it away";
+}
+
 TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
   CountingForm form;
   stand_in_->KeepForm(form);
@@ -314,13 +352,19 @@ TEST_F(StandInWindowTest, AThemeIsStoredAndReachesTheWindows) {
 
   const auto ticked = [this](auto name) { return window_->findChild<QAction*>(name)->isChecked(); };
   EXPECT_TRUE(ticked("ThemeDefault") && ticked("Wallpaperslate") && !ticked("Wallpapernight"));
+  EXPECT_TRUE(StoreWallpaper({}));
   Choose("ThemeDark");
-  EXPECT_TRUE(ticked("ThemeDark") && !ticked("ThemeDefault"));
+  EXPECT_TRUE(ticked("ThemeDark") && !ticked("ThemeDefault") && ticked("Wallpapernight"));
   EXPECT_EQ(form.callbacks, 1);
   EXPECT_EQ(CurrentTheme(), Theme::Dark);
   EXPECT_EQ(platform::ReadSetting("vellumark", "Startup", "Textbox_Fill_Color"),
             std::to_string(30 + 256 * 32 + 65536 * 37));
   EXPECT_EQ(ChosenWallpaper(), "night");
+  for (const ThemeRow& row : ThemeRows()) {
+    QSettings(file, QSettings::IniFormat).setValue("Startup/" + QString::fromUtf8(row.key.data()), 7);
+    EXPECT_EQ(CurrentTheme(), std::nullopt) << row.key << " is the user's own";
+    EXPECT_TRUE(StoreTheme(Theme::Dark));
+  }
   // A window that comes later learns of the colours too, but not of those that it was designed in.
   CountingForm later;
   stand_in_->SendFormObject(later);
@@ -368,7 +412,15 @@ TEST_F(StandInWindowTest, AWallpaperIsAFileThatToolsCanLoad) {
 
 TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
   WritePicture("frame10.png", 3, 2, QColor(10, 20, 30));
-  WritePicture("frame2.png", 3, 2, QColor(40, 50, 60));
+  // Taken with the camera upright: the orientation stands behind the first two bytes.
+  WritePicture("frame2.jpeg", 2, 3, QColor(40, 50, 60));
+  QFile photo(File("frame2.jpeg"));
+  ASSERT_TRUE(photo.open(QIODevice::ReadOnly));
+  const auto turn = QByteArray::fromHex(
+      "ffe1002245786966"
+      "00004d4d002a0000000800010112000300000001000600000000"
+      "0000");
+  WriteFile("frame2.jpeg", photo.readAll().insert(2, turn));
   WritePicture("Frame1.bmp", 3, 2, QColor(70, 80, 90));
   WritePicture("frame11.png", 3, 2, QColor(0, 100, 255, 51));  // one fifth opaque, on white
   Painted status(window_->findChild<QLabel*>("StatusLabel"));
@@ -386,90 +438,53 @@ TEST_F(StandInWindowTest, ReadsPicturesInTheOrderOfTheirNumbers) {
   EXPECT_EQ(Told("OpenFolder", QMessageBox::Ok, {Name("empty")}),
             "There is no picture in the folder \"" + File("empty").toStdString() + "\".");
   WritePicture("wide.png", 9, 2, Qt::red);
-  EXPECT_THAT(Told("OpenPictures", QMessageBox::Ok, {Name("\"../wide.png\" \"../frame2.png\"")}),
+  EXPECT_THAT(Told("OpenPictures", QMessageBox::Ok, {Name("\"../wide.png\" \"../Frame1.bmp\"")}),
               testing::HasSubstr("wide.png\" is 9 by 2"));
   EXPECT_EQ(stand_in_->Status(), std::nullopt);
   EXPECT_EQ(Frames(), 4);
+  Choose("OpenPictures", {Name("wide.png")});
+  EXPECT_EQ(Frames(), 1);
 }
 
 TEST_F(StandInWindowTest, OpensWhatIsDroppedOnIt) {
   QDir(folder_.path()).mkdir("walk");
   for (const char* name : {"a2.png", "a10.png", "walk/1.png"})
     WritePicture(name, 5, 4, name[1] == '2' ? Qt::red : Qt::blue);
-  const auto drop = [this](const QList<QUrl>& urls) {
-    QMimeData files;
-    files.setUrls(urls);
-    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QDropEvent event({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    const int before = Frames();
-    for (QEvent* each : {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&event)})
-      if (each == &enter || enter.isAccepted()) QApplication::sendEvent(window_.get(), each);
-    EXPECT_EQ(Frames(), before) << "the file manager would wait for what the user is asked";
-    QApplication::processEvents();
-    return enter.isAccepted() && event.isAccepted() ? Frames() : -1;
-  };
   const QUrl elsewhere("http://example.org/a.png"), first = QUrl::fromLocalFile(File("a2.png"));
-  EXPECT_EQ(drop({elsewhere}), -1);
-  EXPECT_EQ(drop({QUrl::fromLocalFile(File("a10.png")), elsewhere, first}), 2);
+  EXPECT_EQ(Drop({elsewhere}), -1);
+  EXPECT_EQ(Drop({QUrl::fromLocalFile(File("a10.png")), elsewhere, first}), 2);
   EXPECT_THAT(stand_in_->CurrentAnimation().Plane(0, Channel::Red).bytes, testing::Each(255));
-  EXPECT_EQ(drop({QUrl::fromLocalFile(File("walk"))}), 1);
+  EXPECT_EQ(Drop({QUrl::fromLocalFile(File("walk"))}), 1);
+  // One pixel, red and then blue.
+  static const char film[] =
+      "GIF89a\x01\x00\x01\x00\x80\x00\x00\xff\x00\x00\x00\x00\xff"
+      "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00"
+      "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x4c\x01\x00;";
+  WriteFile("two.gif", QByteArray(film, sizeof film - 1));
+  EXPECT_EQ(Drop({QUrl::fromLocalFile(File("two.gif"))}), 2);
+  for (const int frame : {0, 1})
+    EXPECT_THAT(stand_in_->CurrentAnimation().Plane(frame, Channel::Red).bytes,
+                testing::Each(255 - 255 * frame));
   OnDialogs({[&](QWidget* dialog) {
-    EXPECT_EQ(drop({first}), -1);
+    EXPECT_EQ(Drop({first}), -1);
     dialog->close();
   }});
   QMessageBox().exec();
 }
 
-/// What is seen at each twentieth pixel of every tenth column: sky above and below, white, sun, the hills,
-/// skin, belly and ink.
-std::string Seen(const PixelBlock& picture) {
-  static const std::pair<char, QColor> paints[] = {
-      {'s', {130, 185, 215}}, {'~', {180, 208, 214}}, {'w', {250, 252, 252}}, {'o', {255, 246, 214}},
-      {'h', {150, 190, 150}}, {'i', {134, 178, 138}}, {'m', {108, 158, 108}}, {'K', {242, 140, 92}},
-      {'B', {250, 190, 140}}, {'#', {52, 43, 61}}};
-  std::string seen;
-  for (int place = 0; place < 12 * 32; ++place) {
-    const QColor at =
-        picture.pixels[static_cast<std::size_t>((place / 32 * 20 + 10) * 320 + place % 32 * 10 + 5)];
-    const auto distance = [&at](const auto& paint) {
-      return std::abs(at.red() - paint.second.red()) + std::abs(at.green() - paint.second.green()) +
-             std::abs(at.blue() - paint.second.blue());
-    };
-    seen +=
-        (place % 32 == 0 ? "|" : "") + std::string(1, std::ranges::min_element(paints, {}, distance)->first);
+TEST(DemoAnimation, ShowsTheFellowOnHisMeadowUnderTheClouds) {
+  // How bright it is in sixteen columns of six rows, on the ground and high up.
+  for (const auto& [frame, expected] : {std::pair{0,
+                                                  "6666666666666666779777778778997777777777777777777766617777"
+                                                  "77777711777666666666665555555555555555"},
+                                        {44,
+                                         "6666666666666666746666777978997777577777777777777777777777777777666"
+                                         "66666666666665555555555555555"}}) {
+    std::string seen;
+    for (const QRgb pixel : SampleFramePixels(DrawDemoAnimation(), frame, 16, 6).pixels)
+      seen += std::to_string(qGray(pixel) * 10 / 256);
+    EXPECT_EQ(seen, expected);
   }
-  return seen;
-}
-
-TEST(DemoAnimation, ShowsTheFellowOnHisMeadowUnderSunAndClouds) {
-  const Animation animation = DrawDemoAnimation();
-  EXPECT_EQ(
-      Seen(FramePixels(animation, 0)),
-      "|ssssssssssssssssssssssssssssssss|sssssswwwsssssssssssssss~o~~ssss|ssswwwwwwwwwsssssssssss~oooo~sss"
-      "|sssssssssssssssswwwwsss~~oo~ssss|~~~~~~~~~~~~~~wwww~ww~~~~~~~~~~~|~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~"
-      "|~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~|~~~KKwKKwKKK~~~~~~~~~~~~~~~~~~~~|h##KKBBBBBKKK#hhh~~~~~~iiiiiiiii"
-      "|hhhh#KBBBK#mmmmmmmmmmmmmmmiiiiii|mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm|mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm")
-      << "flat on the ground";
-  EXPECT_EQ(
-      Seen(FramePixels(animation, 44)),
-      "|ssssssssssssssssssssssssssssssss|ssssswwwssssssssssssssss~o~~ssss|sswwwwKKKKK#sssssssssss~oooo~sss"
-      "|sss#sKKKKKKK##sswwwwwss~~oo~ssss|~~~~~KBBBBBK#~www~w~ww~~~~~~~~~~|~~~~~~KBBBK#~~~~~~~~~~~~~~~~~~~~"
-      "|~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~~|~~~~~hhhh~~~~~~~~~~~~~~~~~~~~~~~|hhhhhhhhhhhhhhhhh~~~~~~iiiiiiiii"
-      "|hhhhhhmmmmmmmmmmmmmmmmmmmmiiiiii|mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm|mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm")
-      << "with closed eyes";
-}
-
-TEST_F(StandInWindowTest, TakesEveryFrameOfAGif) {
-  // One pixel, red and then blue.
-  static const char bytes[] =
-      "GIF89a\x01\x00\x01\x00\x80\x00\x00\xff\x00\x00\x00\x00\xff"
-      "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x44\x01\x00"
-      "!\xf9\x04\x04\x05\x00\x00\x00,\x00\x00\x00\x00\x01\x00\x01\x00\x00\x02\x02\x4c\x01\x00;";
-  WriteFile("two.gif", QByteArray(bytes, sizeof bytes - 1));
-  const auto animation = std::get<Animation>(ReadPictures({File("two.gif")}, kSilent));
-  ASSERT_EQ(animation.FrameCount(), 2);
-  EXPECT_THAT(animation.Plane(0, Channel::Red).bytes, testing::Each(255));
-  EXPECT_THAT(animation.Plane(1, Channel::Red).bytes, testing::Each(0));
 }
 
 TEST_F(StandInWindowTest, StopsReadingPicturesBeforeTheMemoryIsFull) {
@@ -552,7 +567,7 @@ TEST_F(StandInWindowTest, ReplacesPicturesOnlyAfterAQuestion) {
   QDir(folder_.path()).mkdir("no0000.png");
   QString question;
   EXPECT_THAT(Told("Save", QMessageBox::Ok, {Name("no"), AnswerQuestion(QMessageBox::Yes, &question)}),
-              testing::HasSubstr("no0000.png\" can't be written"));
+              testing::ContainsRegex("no0000.png\" can't be written: \\w"));
   EXPECT_TRUE(stand_in_->Unsaved());
   EXPECT_EQ(stand_in_->Status(), std::nullopt);
 }
@@ -563,9 +578,6 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
   EXPECT_EQ(Frames(), 10);
   EXPECT_EQ(Told("Demonstration", QMessageBox::Yes), kLost);
   EXPECT_EQ(Frames(), 48);
-  const auto plane = [this](int frame) { return stand_in_->CurrentAnimation().Plane(frame, Channel::Red); };
-  for (int frame = 1; frame < 48; ++frame)
-    EXPECT_FALSE(std::ranges::equal(plane(frame).bytes, plane(frame - 1).bytes)) << frame;
   Choose("Demonstration");  // nothing to ask about
   // The first field is selected, so that typing replaces its number.
   std::string asked;
@@ -608,11 +620,13 @@ TEST_F(StandInWindowTest, StaysForUnsavedFramesWhenTheToolHasGone) {
   EXPECT_TRUE(window_->MayEndWithTool()) << "nothing to ask about";
   Write(1);
   window_->showMinimized();
+  stand_in_->StatusOpen("Developing...");  // by the tool that has gone
   QString question;
   OnDialogs({AnswerQuestion(QMessageBox::No, &question)});
   EXPECT_FALSE(window_->MayEndWithTool());
   EXPECT_EQ(question, kLost);
-  EXPECT_FALSE(window_->isMinimized());
+  EXPECT_FALSE(window_->isMinimized() || stand_in_->Status());
+  EXPECT_EQ(window_->findChild<QAction*>("Leave")->text(), "&Quit");
   // Its close box now ends the process, after the same question.
   for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
     QTimer::singleShot(0, qApp, [&] {
@@ -675,37 +689,51 @@ TEST_F(StandInWindowTest, HasItsMenusAndWithinTheToolNoToolsAndOutlivesNothing) 
   EXPECT_EQ(program.findChild<QAction*>("Leave")->text(), "&Quit");
   EXPECT_TRUE(program.testAttribute(Qt::WA_QuitOnClose));
   EXPECT_FALSE(program.testAttribute(Qt::WA_ShowWithoutActivating));
+  QString parts;
+  for (const auto* button : window_->centralWidget()->findChildren<QToolButton*>()) {
+    parts += button->defaultAction()->objectName() + " ";
+    EXPECT_EQ(button->focusPolicy(), Qt::NoFocus) << "the space bar is for playing";
+  }
+  for (const auto* part : window_->centralWidget()->findChildren<QWidget*>())
+    if (!part->accessibleName().isEmpty()) parts += part->accessibleName() + ", ";
+  EXPECT_EQ(parts.toStdString(), "First Back Play Forward Last Current frame, Current frame, Progress, ");
 }
 
-TEST_F(StandInWindowTest, HasItsPartsInOrder) {
-  stand_in_->StatusOpen("Developing...");
-  std::map<std::pair<int, int>, QString> parts;
-  for (auto* part : window_->centralWidget()->findChildren<QWidget*>()) {
-    if (part->layout() != nullptr) continue;  // a row of parts
-    const auto* button = qobject_cast<QToolButton*>(part);
-    EXPECT_TRUE(button == nullptr || part->focusPolicy() == Qt::NoFocus) << "the space bar is for playing";
-    const QString name = button != nullptr ? button->defaultAction()->objectName() : part->objectName();
-    parts[{part->parentWidget()->y(), part->x()}] = (name + " " + part->accessibleName()).trimmed();
-  }
-  QStringList names;
-  for (const auto& [place, name] : parts) names << name;
-  EXPECT_EQ(names.join(", "),
-            "FrameView Current frame, FrameLabel, FactsLabel, First, Back, Play, Forward, Last, "
-            "Scrub Current frame, StatusLabel, StatusBar Progress");
+/// What a window says: titles, captions, units, tips and names for assistive technology. Of a file dialog,
+/// which is the toolkit's, only the title and what files are called.
+QStringList Texts(QWidget* window) {
+  if (auto* files = qobject_cast<QFileDialog*>(window))
+    return {files->windowTitle(), files->nameFilters().first()};
+  QStringList texts{window->windowTitle()};
+  for (const QObject* part : window->findChildren<QObject*>())
+    for (const char* property : {"text", "title", "suffix", "toolTip", "accessibleName"})
+      texts << part->property(property).toString();
+  return texts;
 }
 
 TEST_F(StandInWindowTest, SpeaksGermanWhereTheUserDoes) {
-  const StandInWindow english(stand_in_, RunsAs::Program);
+  Write(1);
+  const auto said = [this] {
+    window_ = std::make_unique<StandInWindow>(stand_in_, RunsAs::Program);
+    window_->show();
+    QStringList all = Texts(window_.get());
+    for (const char* item : {"New", "OpenPictures", "OpenFolder", "Demonstration", "Save", "Rate", "About"})
+      Choose(item, {[&](QWidget* dialog) {
+               all += Texts(dialog);
+               dialog->close();
+             }});
+    return all;
+  };
+  const QStringList english = said();
   ASSERT_TRUE(platform::Translate("standin", {"de-DE"}));
-  StandInWindow german(stand_in_, RunsAs::Program);
-  EXPECT_EQ(german.findChild<QAction*>("First")->toolTip(), "Erstes Bild (Home)");
-  for (const QAction* item : german.findChildren<QAction*>(QRegularExpression("^[A-Z]")))
-    EXPECT_NE(item->text(), english.findChild<QAction*>(item->objectName())->text());
-  QString about;
-  german.show();
-  OnDialogs({AnswerQuestion(QMessageBox::Ok, &about)});
-  german.findChild<QAction*>("About")->trigger();
-  EXPECT_TRUE(about.contains(QString("Version %1.").arg(platform::kVersion))) << about.toStdString();
+  const QStringList german = said();
+  ASSERT_EQ(german.size(), english.size());
+  QStringList alike;
+  for (qsizetype i = 0; i < german.size(); ++i)
+    if (german[i] == english[i] && german[i].contains(QRegularExpression("[a-z]{3}"))) alike << german[i];
+  EXPECT_EQ(alike.join(", ").toStdString(),
+            "&Animation, &Animation, Animation, Cancel, All Files (*), Cancel");
+  EXPECT_TRUE(german.join(' ').contains(QString("Version %1.").arg(platform::kVersion)));
 }
 
 TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
@@ -718,14 +746,18 @@ TEST_F(StandInWindowTest, TakesDownTheProgressOfAToolThatDied) {
   const auto service = ServeOnBus(stand_in_, problem);
   ASSERT_EQ(problem, std::nullopt);
   auto working = Connection::Open(), other = Connection::Open();
-  const Message call = working->MakeCall(kHostService, kHostPath, kHostInterface, "vel_StatusOpen");
-  sd_bus_message_append(call.get(), "s", "Developing...");
-  working->Call(call, [](const Message&) {});
+  for (auto* tool : {&other, &working}) {
+    const Message call = (*tool)->MakeCall(kHostService, kHostPath, kHostInterface, "vel_StatusOpen");
+    sd_bus_message_append(call.get(), "s", tool == &working ? "Developing..." : "Saving...");
+    (*tool)->Call(call, nullptr);
+    EXPECT_TRUE(Becomes([&] { return stand_in_->Status().has_value(); }));
+  }
   const Message window = working->MakeCall(kHostService, kHostPath, kHostInterface, "Vel_SendFormObject");
   sd_bus_message_append(window.get(), "oi", "/Form1", 0);
   working->Call(window, [](const Message&) {});
   EXPECT_THAT([&] { working->MakeCall("no name", kHostPath, kHostInterface, "Show"); },
               testing::ThrowsMessage<std::runtime_error>("the call can't be made: Invalid argument"));
+  EXPECT_EQ(BusText("Moulin caf\xe9"), "Moulin caf\uFFFD") << "text that is no UTF-8";
   EXPECT_TRUE(Becomes([&] { return stand_in_->Status() && !stand_in_->Forms().empty(); }));
   other.reset();
   for (int i = 0; i < 20; ++i) QApplication::processEvents(QEventLoop::AllEvents, 5), QThread::msleep(5);
@@ -747,12 +779,14 @@ TEST_F(StandInWindowTest, WithinTheToolOnlyItsOwnButtonsAreGerman) {
     no->click();
   };
   Choose("Demonstration", {look});
+  OnDialogs({look});
+  Drop({QUrl::fromLocalFile(File("a.png"))});
   OnDialogs({look, look, look});
   EXPECT_FALSE(window_->MayEndWithTool());
   window_->close();
   QMessageBox tools(QMessageBox::Question, "The tool", "Go on?", QMessageBox::Yes | QMessageBox::No);
   tools.exec();
-  EXPECT_EQ(seen.join(' '), "&Nein &Nein &Nein &No");
+  EXPECT_EQ(seen.join(' '), "&Nein &Nein &Nein &Nein &No");
 }
 
 }  // namespace

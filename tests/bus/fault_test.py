@@ -1,4 +1,4 @@
-"""Every way in which a host may fail the tool, one after the other, counted.
+"""Every way in which a host may fail the tool, one after the other.
 
 Run under dbus-run-session: fault_test.py <session driver>. Wherever the tool ends by it, the sheet is rescued with all
 that it held.
@@ -7,14 +7,12 @@ that it held.
 import fcntl
 import os
 import socket
-import subprocess
-import sys
 import unittest
 
 import dbus
 
 from logging_host import DESCRIPTORS, GETTERS, SETTERS, memory
-from tool_session import Session, sheet_file
+from tool_session import Session
 
 PAINTER = ["frame-painter", "length=2", "shoot", "done", "quit"]
 RESULTS = ["Vel_GetAppDir", "Vel_WallpaperFilename", "Vel_GetFrameRate", "vel_BufferWidth", "vel_BufferHeight",
@@ -28,46 +26,26 @@ LARGE_MESSAGES = "ADDRESS_SANITIZER" not in os.environ
 
 
 class Faults(Session):
-    cases = rescues = 0
-
-    @classmethod
-    def tearDownClass(cls):
-        print(f"{cls.cases} cases of a failing host, {cls.rescues} sheets rescued")
-
     def case(self, *, steps=PAINTER, expected=""):
         """One session with the host as it is now; `expected` in the report, or none of it if it is None."""
-        Faults.cases += 1
         status, seen, reported = self.run_tool(f"give-up-when={self.silent}", "shown", *steps)
         self.assertEqual(status, 0 if expected is None else 1, reported)
         self.assertIn(expected or "", reported)
         if expected is not None and any(line.startswith(("held cell", "held sound /")) for line in seen):
-            self.check_kept(seen, reported)
+            self.check_rescued(seen, reported)
         else:
-            self.assertEqual(self.rescued() + self.rescued(self.sheets), [], reported)
-
-    def check_kept(self, seen, reported):
-        """What the sheet held stands in a rescued file, or, where nothing was done since a save, in its own."""
-        if "saved" in seen:
-            with open(self.frog, newline="") as file:
-                if file.read() == sheet_file(seen):
-                    self.assertIn(f"The sheet is saved in {self.frog} as it stands.", reported)
-                    return
-        Faults.rescues += 1
-        self.check_rescued(seen, reported, self.sheets if "saved" in seen else None)
+            self.assertEqual(self.rescued(), [], reported)
 
     def begin(self, **host):
         super().begin(**host)
         self.silent = os.path.join(self.folder.name, "silent")
         self.host.when_silent = lambda: open(self.silent, "w").close()
-        self.sheets = os.path.join(self.folder.name, "sheets")
-        self.frog = os.path.join(self.sheets, "frog.exp")
-        os.mkdir(self.sheets)
 
     def whole(self):
-        """A session that goes through all there is: a sheet made, saved, gone on with, retimed and played."""
+        """A session that goes through all there is: a sheet made, retimed and played."""
         comment = "hello, \"frog\" \N{LATIN SMALL LETTER U WITH DIAERESIS}"
         return [f"wave={self.sound}", "row=2", "cell=2,1,A ", f"cell=3,2,{comment}", "track=1,2,9", "hide",
-                f"save={self.frog}", "cell=5,1,Closed ", "track=0,3,255", "rate=24", "cell=9,1,M ", "row=1", *PAINTER]
+                "cell=5,1,Closed ", "track=0,3,255", "rate=24", "cell=9,1,M ", "row=1", *PAINTER]
 
     def test_each_member_fails_in_each_way(self):
         self.case(steps=self.whole(), expected=None)
@@ -128,10 +106,6 @@ class Faults(Session):
                     self.host.fail(member, 2, how)
                     self.case(expected=f"The host's member {member} failed")
 
-    def test_a_host_that_leaves_before_it_has_shown_the_window(self):
-        self.host.leaves_before_showing = True
-        self.case(steps=[], expected="The host's member Vel_SendFormObject failed: the host is no longer running")
-
     def test_sizes(self):
         below, most, above, twice = (7935, 8319), (8191, 8191), (8191, 8192), (8191, 16383)
         for interface, setters_take_bytes, size, words in [
@@ -146,19 +120,6 @@ class Faults(Session):
                 self.host.descriptors_in = interface
                 self.host.setters_take_bytes = setters_take_bytes
                 self.case(steps=["frame-painter", "length=1", "shoot", "done", "quit"], expected=words)
-
-    def test_a_host_that_sends_more_than_the_bus_carries(self):
-        for size in [("8191", "8192"), ("8191", "16383")]:
-            with self.subTest(size=size):
-                self.begin_anew()
-                self.bus.release_name("Vellumark.Vellumark_Class")
-                host = subprocess.Popen([sys.executable, os.path.join(os.path.dirname(__file__), "logging_host.py"),
-                                         *size], stderr=subprocess.DEVNULL)
-                self.addCleanup(host.communicate)
-                self.addCleanup(host.kill)
-                while not self.bus.name_has_owner("Vellumark.Vellumark_Class"):
-                    self.assertIsNone(host.poll())
-                self.case(expected="The host's member vel_GetRbuffer failed")
 
 
 if __name__ == "__main__":

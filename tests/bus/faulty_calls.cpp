@@ -21,18 +21,13 @@ namespace {
 constexpr int kKillBefore = -1, kKillAfter = -2;
 /// Added to an error: all calls behind that one fail too.
 constexpr int kLasting = 1000;
+constexpr std::size_t kMostBytesAtOnce = 128;
 
 bool armed = false;
 int calls = 0, faulty_call = 0, fault = 0;
 pid_t victim = 0;
 
 bool Told(const char* name) { return std::getenv(name) != nullptr; }
-
-/// The most bytes that one call writes.
-std::size_t MostBytesAtOnce() {
-  const char* const bytes = std::getenv("FAULTY_PIECE");
-  return bytes == nullptr ? 128 : static_cast<std::size_t>(std::atoi(bytes));
-}
 
 template <typename Routine>
 Routine* Real(const char* name) {
@@ -75,6 +70,11 @@ auto Counted(Call call) -> decltype(call()) {
   return result;
 }
 
+int Refused(int error) {
+  errno = error;
+  return -1;
+}
+
 /// The error with which a folder that can't be written, or a file system without nameless files, refuses to
 /// open this.
 int Refusal(const char* path, int flags) {
@@ -111,41 +111,24 @@ int open(const char* path, int flags, ...) {
   if (!IsOurs(path)) return real(path, flags, mode);
   return Counted([&] {
     const int refusal = Refusal(path, flags);
-    if (refusal == 0) return real(path, flags, mode);
-    errno = refusal;
-    return -1;
+    return refusal == 0 ? real(path, flags, mode) : Refused(refusal);
   });
 }
 
-ssize_t write(int file, const void* bytes, size_t size) {
-  static const auto real = Real<ssize_t(int, const void*, size_t)>("write");
-  if (!IsOurs(file)) return real(file, bytes, size);
-  return Counted([&] { return real(file, bytes, std::min(size, MostBytesAtOnce())); });
-}
-
-ssize_t read(int file, void* bytes, size_t size) {
-  static const auto real = Real<ssize_t(int, void*, size_t)>("read");
-  if (!IsOurs(file)) return real(file, bytes, size);
-  return Counted([&] { return real(file, bytes, size); });
-}
-
-int rename(const char* from, const char* to) {
-  static const auto real = Real<int(const char*, const char*)>("rename");
-  if (!IsOurs(to)) return real(from, to);
-  return Counted([&] {
-    if (!Told("FAULTY_RENAME")) return real(from, to);
-    errno = EPERM;
-    return -1;
-  });
-}
-
-#define COUNTED(result, name, parameters, arguments, subject) \
-  result name parameters {                                    \
-    static const auto real = Real<result parameters>(#name);  \
-    if (!IsOurs(subject)) return real arguments;              \
-    return Counted([&] { return real arguments; });           \
+#define COUNTED_AS(result, name, parameters, arguments, subject, call) \
+  result name parameters {                                             \
+    static const auto real = Real<result parameters>(#name);           \
+    if (!IsOurs(subject)) return real arguments;                       \
+    return Counted([&] { return call; });                              \
   }
+#define COUNTED(result, name, parameters, arguments, subject) \
+  COUNTED_AS(result, name, parameters, arguments, subject, real arguments)
 
+COUNTED_AS(ssize_t, write, (int file, const void* bytes, size_t size), (file, bytes, size), file,
+           real(file, bytes, std::min(size, kMostBytesAtOnce)))
+COUNTED_AS(int, rename, (const char* from, const char* to), (from, to), to,
+           Told("FAULTY_RENAME") ? Refused(EPERM) : real(from, to))
+COUNTED(ssize_t, read, (int file, void* bytes, size_t size), (file, bytes, size), file)
 COUNTED(int, fsync, (int file), (file), file)
 COUNTED(int, ftruncate, (int file, off_t size), (file, size), file)
 COUNTED(off_t, lseek, (int file, off_t at, int from), (file, at, from), file)

@@ -5,14 +5,12 @@ Members, types and effects are those that the tool expects of its host; the fram
 
 import fcntl
 import os
-import sys
 import time
 
 import dbus
 import dbus.bus
 from dbus.lowlevel import (HANDLER_RESULT_HANDLED, HANDLER_RESULT_NOT_YET_HANDLED, ErrorMessage,
                            MethodCallMessage, MethodReturnMessage)
-from dbus.mainloop.glib import DBusGMainLoop
 from gi.repository import GLib
 
 NAME = "Vellumark.Vellumark_Class"
@@ -81,7 +79,6 @@ class LoggingHost:
         self.when_silent = lambda: None
         self.forms = {}   # path: sender
         self.shows_late = False
-        self.leaves_before_showing = False
         self.show_errors = []  # of windows that came up, or what they said instead
         bus.add_message_filter(self._filter)
         bus.request_name(NAME, dbus.bus.NAME_FLAG_DO_NOT_QUEUE)
@@ -137,10 +134,6 @@ class LoggingHost:
 
     def _send_form_object(self, message, path):
         self.forms[path] = message.get_sender()
-        if self.leaves_before_showing:
-            self._reply(message)
-            GLib.timeout_add(300, self.bus.close)
-            return
         if self.shows_late:
             self._reply(message)
             GLib.timeout_add(300, lambda: self.call_form(path, "Show", self.show_errors.append))
@@ -214,9 +207,3 @@ def plain(value):
     if isinstance(value, dbus.ByteArray):
         return bytes(value)
     return str(value) if isinstance(value, str) else int(value)
-
-
-if __name__ == "__main__":  # a host in a process of its own, with frames of this width and height
-    DBusGMainLoop(set_as_default=True)
-    LoggingHost(dbus.SessionBus(), 2, *map(int, sys.argv[1:]))
-    GLib.MainLoop().run()

@@ -64,14 +64,14 @@ class Session(unittest.TestCase):
         self.end()
         self.begin(**host)
 
-    def rescued(self, folder=None):
-        """The files that sheets were rescued to: in the home, or in that folder."""
-        folder = folder or self.folder.name
-        return [os.path.join(folder, name) for name in sorted(os.listdir(folder)) if name.startswith("Rescued ")]
+    def rescued(self):
+        """The files that sheets were rescued to."""
+        return [os.path.join(self.folder.name, name) for name in sorted(os.listdir(self.folder.name))
+                if name.startswith("Rescued ")]
 
-    def check_rescued(self, seen, reported, folder=None):
+    def check_rescued(self, seen, reported):
         """There is one rescued file; the report names it, and it holds what the sheet held."""
-        files = self.rescued(folder)
+        files = self.rescued()
         self.assertEqual(len(files), 1, reported)
         self.assertIn(files[0], reported)
         with open(files[0], newline="") as file:

@@ -57,6 +57,8 @@ class BusSession(Session):
         # On the wire a whole frame is an integer.
         self.assertEqual({type(frame) for frame in follow(before_rate)}, {int})
         self.assertEqual(calls[len(before_rate)], ("vel_SetFrameRate", 24.0))
+        # A playback's advance is a fraction.
+        self.assertEqual({type(frame) for frame in follow(calls)}, {int, float})
 
         retrieval = names.index("vel_BufferWidth")
         expected = [("vel_BufferWidth",), ("vel_BufferHeight",), ("vel_GetTotalFrames",),
@@ -79,18 +81,12 @@ class BusSession(Session):
         self.assertEqual(calls[shooting:shooting + len(expected)], expected)
         self.assertEqual(self.host.frames, roll)
 
-    def test_playback_sends_the_host_through_the_frames(self):
-        self.run_tool("shown", f"wave={self.sound}", "play", "played", "quit")
-        frames = follow(self.host.calls)
-        self.assertIn(2, frames[-3:])
-        # The sheet's own frame is an integer on the wire, that of an advance a fraction.
-        self.assertEqual({type(frame) for frame in frames}, {int, float})
-        self.assertLessEqual(max(frames), 2)
-        # Where the sound library can't be loaded, the frames go by in silence.
+    def test_playback_goes_on_in_silence(self):
+        # As where the sound library can't be loaded.
         with open(os.path.join(self.folder.name, "libSDL2-2.0.so.0"), "wb"):
             status, _, _ = self.run_tool("shown", f"wave={self.sound}", "play", "played", "quit",
                                          LD_LIBRARY_PATH=self.folder.name)
-        self.assertEqual(status, 0)
+        self.assertEqual((status, max(follow(self.host.calls))), (0, 2))
 
     def test_calls_back_during_a_call_and_nothing_else_runs(self):
         order = []

@@ -12,7 +12,6 @@
 #include <fstream>
 #include <functional>
 #include <map>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -59,23 +58,17 @@ void SaySheet() {
 
 /// "2,1,A , b" as row, column and text.
 void PutCell(const std::string& words) {
-  std::istringstream in(words);
-  int row = 0, column = 0;
-  char comma = 0;
-  in >> row >> comma >> column >> comma;
-  std::string text;
-  std::getline(in, text);
+  int row = 0, column = 0, text = 0;
+  std::sscanf(words.c_str(), "%d,%d,%n", &row, &column, &text);
   form1->Grid1.SetRow(row);
   form1->Grid1.SetCol(column);
-  form1->Grid1.SetText(text);
+  form1->Grid1.SetText(words.substr(static_cast<std::size_t>(text)));
 }
 
 /// "1,2,9" as frame, channel and value.
 void PutTrackValue(const std::string& words) {
-  std::istringstream in(words);
   int frame = 0, channel = 0, value = 0;
-  char comma = 0;
-  in >> frame >> comma >> channel >> comma >> value;
+  std::sscanf(words.c_str(), "%d,%d,%d", &frame, &channel, &value);
   timeline::Tracks().VelocityValues.Set(frame, channel, static_cast<std::uint8_t>(value));
 }
 

@@ -99,6 +99,7 @@ TEST(StandIn, BuffersReachTheFrameOfTheLastAdvancedMoveAndInAnotherAnimationTheF
   Call(host, "vel_SetRbuffer", {Filled(12, 7)});
   EXPECT_TRUE(host.Unsaved());
   EXPECT_EQ(std::get<ByteTable>(Call(host, "vel_GetRbuffer")).bytes[0], 7);
+  EXPECT_EQ(host.CurrentAnimation().Plane(3, Channel::Red).bytes[0], 7);
   EXPECT_EQ(host.CurrentAnimation().Plane(0, Channel::Red).bytes[0], 255);
   EXPECT_EQ(host.Counts().written + host.Counts().read, 2);
   Call(host, "vel_StatusOpen", {std::string("Retrieving frames...")});
@@ -124,9 +125,7 @@ TEST(StandIn, APlaneThatWasHandedOutKeepsItsBytes) {
   }
   Call(host, "vel_CreateAnimAdv", {std::int32_t{1}, std::int16_t{2}});
   for (std::size_t i = 0; i < 6; ++i) EXPECT_THAT(handed_out[i].bytes, testing::Each(i)) << i;
-  const ByteTable white = host.CurrentAnimation().Plane(0, Channel::Red);
-  EXPECT_THAT(white.bytes, testing::Each(255));
-  EXPECT_EQ(white.bytes.data(), host.CurrentAnimation().Plane(0, Channel::Blue).bytes.data()) << "shared";
+  EXPECT_THAT(host.CurrentAnimation().Plane(0, Channel::Red).bytes, testing::Each(255));
 }
 
 TEST(StandIn, AFrameThatIsDrawnLaterKeepsWhatWasWritten) {

@@ -107,6 +107,7 @@ TEST(Inventory, TheMenusHoldTheirItemsAndDoWhatTheySay) {
   EXPECT_EQ(desk.messages.shown.size(), 6U) << "the question whether the host is to follow";
   for (const char* item : {"MenuOpen", "MenuSave", "OpenWave", "Sampleinfo", "SetFPS"}) choose(item);
   ASSERT_EQ(desk.files.asked.size(), 3U);
+  EXPECT_EQ(desk.files.asked[0].filter, "Exposure sheet|*.exp");
   EXPECT_EQ(desk.files.asked[2].title, "Select a wave file");
   EXPECT_TRUE(form2->Visible() && form3->Visible());
   desk.host->Take();

@@ -23,10 +23,8 @@ TEST(SampleStore, SecondsByDepth) {
                {1, 1, 8, 1.0},         {44100, 44100, 24, {}}, {0, 44100, 16, {}},
                {100, 0, 16, {}},       {100, -8000, 8, {}}};
   for (const auto& c : cases) {
-    SampleStore sound;
-    sound.WaveDataLength = c.bytes;
+    SampleStore sound = StoreOf(c.bits, c.bytes);
     sound.WaveFormat.nSamplesPerSec = c.samples_per_second;
-    sound.WaveFormat.wBitsPerSample = c.bits;
     EXPECT_EQ(SecondsOfSound(sound), c.seconds) << c.bytes;
   }
 }
@@ -56,6 +54,8 @@ TEST(Transport, AFramePlaysInPlaceWithinTheSamples) {
   const auto less_than_half_a_byte = BytesOfFrame(StoreOf(16, 2), 3, 5);
   EXPECT_NE(less_than_half_a_byte.data(), nullptr) << "a slice of its own, if a silent one";
   EXPECT_EQ(less_than_half_a_byte.size(), 0U);
+  EXPECT_EQ(SliceOfFrame(1, 1001, 2).start, 500) << "500.5: to the even";
+  EXPECT_EQ(SliceOfFrame(1, 2147483647, 1).start, 2147483647);
 }
 
 TEST(Transport, OnlyAFallOfHalfADayIsMidnight) {
@@ -64,30 +64,6 @@ TEST(Transport, OnlyAFallOfHalfADayIsMidnight) {
   // Stored as a float, a start can be up to 1/256 s later than the reading that it was taken from.
   const double reading = 80000.0 + 5.0 / 1024;
   EXPECT_EQ(ElapsedSeconds(static_cast<float>(reading), reading), 0.0f);
-}
-
-TEST(Transport, TheFractionOfTimeIsASingle) {
-  // A third as a float is a little more than a third, yet thirty times that rounds to just 10.
-  const float third = FractionOfTime(1, 3);
-  EXPECT_EQ(third, 1.0f / 3.0f);
-  EXPECT_EQ(RowOfTime(third, 30), 10);
-  EXPECT_EQ(RowOfTime(FractionOfTime(0.99, 3), 30), 9);
-  EXPECT_EQ(RowOfTime(FractionOfTime(3, 3), 30), 30);
-}
-
-TEST(Transport, SlicesAreEqualPartsOfTheSound) {
-  struct Case {
-    int frame, bytes, rows, start, length;
-  } const cases[] = {{24, 100000, 25, 96000, 4000},
-                     {2, 1000, 3, 667, 333},
-                     {-1, 1000, 3, -333, 333},
-                     {1, 1001, 2, 500, 500},  // 500.5: to the even
-                     {1, 2147483647, 1, 2147483647, 2147483647}};
-  for (const Case& c : cases) {
-    const ByteSlice slice = SliceOfFrame(c.frame, c.bytes, c.rows);
-    EXPECT_EQ(slice.start, c.start) << c.frame << " of " << c.bytes;
-    EXPECT_EQ(slice.length, c.length) << c.frame << " of " << c.bytes;
-  }
 }
 
 }  // namespace

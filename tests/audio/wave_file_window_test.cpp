@@ -73,6 +73,7 @@ TEST_F(WaveFile, ADepthThatGivesNoRowsIsTold) {
   form.MenuOpen.Click();
   ASSERT_EQ(desk.messages.shown.size(), 2u);
   EXPECT_EQ(desk.messages.shown[1].text, desk.messages.shown[0].text);
+  EXPECT_THAT(form.RescueSheet(), HasSubstr("is saved in " + sheet)) << "without the sound before";
   std::string floats = support::WaveBytes(32, 1000, std::string(8000, 'a'));
   floats[20] = 3;
   Open(floats);

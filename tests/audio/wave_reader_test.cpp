@@ -59,18 +59,15 @@ TEST(ByteSource, GivesEveryByteOnceAndClosesItsFile) {
     return next;
   };
   const int free = next_descriptor();
-  for (const bool in_memory : {false, true}) {
-    platform::MemorySource memory("abcde");
+  {
     const platform::OpenedFile file = platform::OpenFileSource(path);
-    platform::ByteSource& source = in_memory ? memory : *file.source;
-    EXPECT_EQ(source.Size(), 5);
+    EXPECT_EQ(file.source->Size(), 5);
     char bytes[] = "....";
-    EXPECT_EQ(source.Read(bytes, 4), 4U);
-    EXPECT_STREQ(bytes, "abcd");
-    EXPECT_EQ(source.Read(bytes, 4), 1U);
+    EXPECT_EQ(file.source->Read(bytes, 4), 4U);
+    EXPECT_EQ(file.source->Read(bytes, 4), 1U);
     EXPECT_STREQ(bytes, "ebcd");
-    EXPECT_EQ(source.Read(bytes, 4), 0U);
-    EXPECT_EQ(source.Failure(), "");
+    EXPECT_EQ(file.source->Read(bytes, 4), 0U);
+    EXPECT_EQ(file.source->Failure(), "");
   }
   EXPECT_EQ(platform::OpenFileSource("/").source, nullptr);
   EXPECT_EQ(next_descriptor(), free);
@@ -89,12 +86,9 @@ TEST(ReadWave, RefusesWithTheReason) {
   } cases[] = {
       {"cut in the first identifier", "RIF", "Not a riff file"},
       {"big-endian sibling", "RIFX" + head.substr(4) + data, "Not a riff file"},
-      {"cut behind RIFF", "RIFF", "Not a Wave file"},
       {"other form", "RIFF....AVI fmt ", "Not a Wave file"},
       {"a chunk before fmt", "RIFF....WAVE" + Chunks(1) + head.substr(12) + data, "Can't find FMT chunk"},
-      {"fmt without its blank", "RIFF....WAVEfmt" + Little(0, 1), "Can't find FMT chunk"},
       {"cut in the format", head.substr(0, 25), "Can't find data chunk"},
-      {"no chunk behind fmt", head, "Can't find data chunk"},
       {"cut in a chunk's size", head + "LIST" + Little(4, 2), "Can't find data chunk"},
       {"ten chunks before data", head + Chunks(10) + data, "Can't find data chunk"},
       {"odd chunk with a pad byte", head + Chunk("LIST", "abc") + Little(0, 1) + data,
@@ -132,18 +126,6 @@ TEST(ReadWave, FindsTheDataBehindWhatMayStandBeforeIt) {
   }
 }
 
-TEST(ReadWave, TakesTheFormatByteForByte) {
-  const auto sound = Read(Head(Little(0xfffe, 2) + Little(3, 2) + Little(48000, 4) + Little(0x80000000, 4) +
-                               Little(6, 2) + Little(16, 2)) +
-                          Chunk("data", ""))
-                         .sound;
-  ASSERT_TRUE(sound);
-  const WaveFormatBlock& format = sound->WaveFormat;
-  EXPECT_EQ((std::vector<int>{format.wFormatTag, format.nChannels, format.nSamplesPerSec,
-                              format.nAvgBytesPerSec, format.nBlockAlign, format.wBitsPerSample}),
-            (std::vector<int>{-2, 3, 48000, INT32_MIN, 6, 16}));
-}
-
 TEST(ReadWave, FillsTheTailFromWhatFollowsTheChunk) {
   const std::string samples = Little(1, 2) + Little(0xffff, 2);
   const struct {
@@ -171,16 +153,6 @@ TEST(ReadWave, FillsTheTailFromWhatFollowsTheChunk) {
   EXPECT_EQ(SamplesOf(cut.sound->Samples16), (std::vector<int>{1, 2, 0, 0, 0}));
 }
 
-TEST(ReadWave, ReplacesOnlyTheArrayOfItsDepth) {
-  const SampleStore eight = *Read(Head(Format(1, 8)) + Chunk("data", "ab")).sound;
-  const SampleStore both = *Read(Head(Format(1, 16)) + Chunk("data", Little(7, 2)), eight).sound;
-  EXPECT_THAT(SamplesOf(both.Samples8), testing::ElementsAre('a', 'b', 0));
-  EXPECT_THAT(SamplesOf(both.Samples16), testing::ElementsAre(7, 0, 0));
-  const SampleStore other = *Read(Head(Format(1, 24)) + Chunk("data", "abcdef"), both).sound;
-  EXPECT_EQ(other.WaveDataLength, 6);
-  EXPECT_THAT(SamplesOf(other.Samples16), testing::ElementsAre(7, 0, 0));
-}
-
 TEST(ReadWave, KeepsTheFirstOfEachPair) {
   SampleStore sound = *Read(Head(Format(2, 8)) + Chunk("data", "aAbBc") + "C").sound;
   EXPECT_EQ(sound.WaveDataLength, 2);
@@ -190,9 +162,6 @@ TEST(ReadWave, KeepsTheFirstOfEachPair) {
   // The file ends early: silence behind it.
   sound = *Read(Head(Format(2, 8)) + "data" + Little(12, 4) + "aAbBc").sound;
   EXPECT_THAT(SamplesOf(sound.Samples8), testing::ElementsAre('a', 'b', 'c', 0, 0, 0, 0));
-
-  sound = *Read(Head(Format(2, 16)) + Chunk("data", Little(1, 2) + "xx" + Little(2, 2) + "xx")).sound;
-  EXPECT_THAT(SamplesOf(sound.Samples16), testing::ElementsAre(1, 2, 0, 0, 0));
 
   sound = *Read(Head(Format(2, 24)) + Chunk("data", "abcdefg")).sound;
   EXPECT_EQ(sound.WaveDataLength, 3);
@@ -209,13 +178,14 @@ class ChangingSource : public platform::MemorySource {
 };
 
 TEST(ReadWave, LongSoundsComeWholeWhateverSizeWasTold) {
-  // Several pieces, the last one odd, and enough to reach large pages.
+  // Several pieces, the last one odd and without its last byte, and enough to reach large pages.
   constexpr std::int32_t kCount = 5'000'001;
   const auto value = [](std::int64_t place) { return static_cast<std::int16_t>(place * 31 + place / 65536); };
   std::string body;
   for (std::int32_t i = 0; i < kCount; ++i) body += Little(static_cast<std::uint16_t>(value(i)), 2);
   for (const int channels : {1, 2}) {
-    const std::string file = Head(Format(static_cast<std::uint32_t>(channels), 16)) + Chunk("data", body);
+    std::string file = Head(Format(static_cast<std::uint32_t>(channels), 16)) + Chunk("data", body);
+    file.pop_back();
     for (const std::int64_t told : {std::int64_t{60}, std::int64_t{60'000}, std::int64_t{40'000'000}}) {
       ChangingSource source(file, told);
       const SampleStore sound = *ReadWave(source, {}).sound;
@@ -223,7 +193,9 @@ TEST(ReadWave, LongSoundsComeWholeWhateverSizeWasTold) {
       const std::int32_t filled = (kCount + channels - 1) / channels;
       std::int64_t wrong = 0;
       for (std::int64_t i = 0; i < sound.Samples16.Count(); ++i)
-        wrong += sound.Samples16.At(i) != (i < filled ? value(i * channels) : 0);
+        wrong += sound.Samples16.At(i) != (i < filled - 1    ? value(i * channels)
+                                           : i == filled - 1 ? value(kCount - 1) & 255
+                                                             : 0);
       EXPECT_EQ(wrong, 0) << channels << " channels, told " << told;
     }
   }

@@ -62,16 +62,6 @@ using random_events::Fail;
 /// Within this time even a machine under load and a sanitizer's build handle an event.
 constexpr unsigned kSecondsForAnEvent = 120;
 
-/// Aborts, so that a debugger or a core file shows what didn't end.
-void EndStuckEvent(int) {
-  char words[120];
-  const int length =
-      std::snprintf(words, sizeof words, "seed %llu, event %llu: it doesn't end\n",
-                    static_cast<unsigned long long>(seed), static_cast<unsigned long long>(event_number));
-  if (write(STDERR_FILENO, words, static_cast<std::size_t>(length)) < 0) std::_Exit(1);
-  std::abort();
-}
-
 /// Looking at all pictures takes as long as some dozens of events.
 constexpr std::uint64_t kEventsBetweenLooks = 25;
 
@@ -495,7 +485,7 @@ int main(int argument_count, char** arguments) {
     setenv(name, support::ScratchFolder().c_str(), 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   if (seed % 3 == 0) setenv("QT_SCALE_FACTOR", "1.5", 1);
-  std::signal(SIGALRM, EndStuckEvent);
+  std::signal(SIGALRM, [](int) { Fail("it doesn't end"); });
   const auto application = platform::MakeApplication(argument_count, arguments);
   platform::PrepareApplication();
   // A blinking cursor would be another picture at each look.

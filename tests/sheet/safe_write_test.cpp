@@ -23,14 +23,17 @@
 #include "sheet/rescued_file.h"
 #include "sheet/whole_file.h"
 
-static bool takes_access_lists = true;
+// In the system's place: a file system that takes no access list, and one that is full.
+static bool takes_access_lists = true, is_full = false;
 
-/// In the system's place: a file system that takes no access list.
 extern "C" int fsetxattr(int file, const char* name, const void* value, std::size_t size,
                          int flags) noexcept {
   if (takes_access_lists || !std::string_view(name).starts_with("system."))
     return static_cast<int>(syscall(SYS_fsetxattr, file, name, value, size, flags));
   return errno = EOPNOTSUPP, -1;
+}
+extern "C" int fallocate(int file, int mode, off_t start, off_t size) {
+  return is_full ? (errno = ENOSPC, -1) : static_cast<int>(syscall(SYS_fallocate, file, mode, start, size));
 }
 
 namespace sheet {
@@ -116,6 +119,7 @@ TEST_F(SafeWrite, ReplacesAndKeepsTheMode) {
   const std::string longest_name = folder_ / std::string(255, 'x');
   EXPECT_EQ(Save(longest_name, "new"), "");
   EXPECT_EQ(Get(longest_name), "new");
+  EXPECT_EQ(FolderOf("sheet.exp"), ".");
 }
 
 TEST_F(SafeWrite, ALinkStaysALink) {
@@ -246,6 +250,10 @@ TEST_F(SafeWrite, AFileInAFolderThatCantBeWrittenIsWrittenInPlace) {
     EXPECT_TRUE(Get(sheet_) == long_text);
     EXPECT_TRUE(fs::is_empty(aside));
   }
+  is_full = true;
+  EXPECT_TRUE(AsNobody([&] { return save("new") == "No space left on device"; }));
+  is_full = false;
+  EXPECT_TRUE(fs::is_empty(aside));
   // Without a copy nothing is touched.
   chmod(aside.c_str(), 0555);
   EXPECT_TRUE(AsNobody(
@@ -263,7 +271,11 @@ TEST_F(SafeWrite, TakesTheNextNameWhereOneIsStillInUse) {
       const std::string folder = has_proc ? folder_.string() : "";
       const std::string held = folder + "/.saving-" + std::to_string(getpid()) + "-0";
       flock(open(held.c_str(), O_RDWR | O_CREAT, 0600), LOCK_EX);
-      return Save(folder + "/sheet.exp", "new").empty() && fs::exists(held);
+      if (!Save(folder + "/sheet.exp", "new").empty() || !fs::exists(held)) return false;
+      // What stands in the way at the last moment leaves nothing behind.
+      SafeWriter late(folder + "/late.exp");
+      fs::create_directory(folder + "/late.exp");
+      return late.Finish("new") == "Is a directory" && fs::remove(folder + "/late.exp");
     }));
     EXPECT_EQ(Get(sheet_), "new");
     EXPECT_EQ(Names().size(), 2U);
@@ -271,12 +283,13 @@ TEST_F(SafeWrite, TakesTheNextNameWhereOneIsStillInUse) {
 }
 
 TEST_F(SafeWrite, WhatKilledSavesHaveLeftGoesWithTheNextOne) {
-  for (const char* name : {".saving-4711-0", ".saving-4712-0", ".saving-mine", "saving-1-0"})
+  for (const char* name : {".saving-4711-0", ".saving-4712-0", ".saving-1-a", ".saving-mine", "saving-1-0"})
     Put(folder_ / name, "");
   const int held = open((folder_ / ".saving-4712-0").c_str(), O_RDONLY);
   flock(held, LOCK_EX);
   EXPECT_EQ(Save(sheet_, "new"), "");
-  EXPECT_EQ(Names(), (std::vector<std::string>{".saving-4712-0", ".saving-mine", "saving-1-0", "sheet.exp"}));
+  EXPECT_EQ(Names(), (std::vector<std::string>{".saving-1-a", ".saving-4712-0", ".saving-mine", "saving-1-0",
+                                               "sheet.exp"}));
   close(held);
 }
 

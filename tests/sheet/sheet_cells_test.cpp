@@ -23,6 +23,8 @@ TEST(CellTable, GrowsWithTheRowsAndTellsWhatHasChanged) {
     for (const int column : {-1, 0, 1, 2, 3}) texts += cells.Text(frame, column) + "|";
   EXPECT_EQ(texts, "||||||first|||||c0|c1|c2|||||||");
   EXPECT_EQ(cells.TakeChanges().frames, (std::vector<std::int32_t>{4, 4, 4, 0}));
+  cells.Record(0, 0, "");
+  EXPECT_EQ(cells.TakeChanges().frames, (std::vector<std::int32_t>{0}));
   cells.Resize(4);
   EXPECT_EQ(cells.LastFrame(), 4);
   EXPECT_EQ(cells.Text(4, 1), "") << "nothing is kept";

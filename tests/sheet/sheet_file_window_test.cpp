@@ -130,8 +130,10 @@ TEST_F(SheetFile, AMissingWaveFileIsToldOnceAndTheSheetComesAllTheSame) {
   EXPECT_EQ(Cells(), Split("0|A|one, two|1|||2|Q|"));
   EXPECT_EQ(sheet::SheetCells.Text(2, 2), "") << "of the sheet before";
   lines.resize(12);
+  lines[2] = "";
   Open(Joined(lines));
   EXPECT_EQ(Cells(), Split("0|A|one, two")) << "of the sheet before nothing shows";
+  EXPECT_EQ(sheet::SheetCells.Text(1, 0) + form.CommonDialog1.FileName, "");
 }
 
 TEST_F(SheetFile, ARefusedWaveFileLeavesTheOldSound) {

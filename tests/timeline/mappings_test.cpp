@@ -26,6 +26,7 @@ TEST(Zoom, WidthsRoundToTheEvenPixelUpToTheWidest) {
   EXPECT_EQ(CanvasWidth(514, 1.75f), 900);     // 899.5
   EXPECT_EQ(CanvasWidth(900, 63.75f), 32767);  // the window has grown
   EXPECT_FALSE(CanZoomIn(512, 63.75f));        // 32768, one more than the widest
+  EXPECT_TRUE(CanZoomIn(1057, 30.75f));        // 32767
 }
 
 }  // namespace

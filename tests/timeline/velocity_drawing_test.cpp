@@ -100,11 +100,11 @@ void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int
   if (what == 3) scene.width = 40 + numbers.Below(120);
   if (what == 4) scene.wave_width = 40 + numbers.Below(120);
   if (what == 4) scene.values.Clear(numbers.Below(60));
-  if (what >= 5 && what <= 7 && scene.values.Frames() > 0)
+  if ((what == 11 || (what >= 5 && what <= 7)) && scene.values.Frames() > 0)
     scene.values.Set(frame, numbers.Below(4), static_cast<std::uint8_t>(numbers.Below(90)));
   if (what >= 8 && what <= 10) picture.CaptureShape(frame, shapes[frame] = names[numbers.Below(4)]);
   if (what == 11 && numbers.Below(2) == 0) picture.ClearShapes(scene.rows + 1), shapes.clear();
-  for (int i = 0; what == 11 && i < 40; ++i) picture.CaptureShape(i, shapes[i] = names[numbers.Below(4)]);
+  for (int i = 0; what == 11 && i < 60; ++i) picture.CaptureShape(i, shapes[i] = names[numbers.Below(4)]);
   if (what >= 12) {
     scene.marked_frame = numbers.Below(scene.rows + 1) - 1;
     scene.comment = comments[numbers.Below(4)];

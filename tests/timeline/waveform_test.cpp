@@ -81,6 +81,8 @@ TEST(Waveform, ColumnsAreThePixelsOfTheLineFromSampleToSample) {
     }
     ExpectSamePixels(shown, wanted, std::to_string(c.bits) + " bits, " + std::to_string(c.width));
   }
+  // So long that the stride's rounding leads past the last sample.
+  EXPECT_EQ(WaveColumns(Sound(8, 30'000'001, [](int) { return 128; }), 514, 1).back().top, 32);
 }
 
 /// Every other sample is loud: a canvas of one column for two samples doesn't see them, a dense one does.
@@ -106,15 +108,11 @@ TEST(Waveform, TicksStandAtTheFramesAtBothEdges) {
   DrawWave(canvas.view, Scene(514, 30, -1));
   const auto tick = [&](int x, int y) { return canvas.At(x, y) == Rgb(32, 64, 128); };
   // 17.13 pixels apart: 0, 17.13, ..., 171.33, ..., 496.87; the 31st is just past the edge.
-  for (const int x : {0, 17, 171, 497}) {
-    for (const int y : {0, 6, 58, 63}) EXPECT_TRUE(tick(x, y)) << x << ',' << y;
-    for (const int y : {7, 57}) EXPECT_FALSE(tick(x, y)) << x << ',' << y;
-  }
+  for (const int x : {0, 17, 171, 497})
+    EXPECT_TRUE(tick(x, 0) && tick(x, 6) && !tick(x, 7) && !tick(x, 57) && tick(x, 58) && tick(x, 63)) << x;
   int ticks = 0;
   for (int x = 0; x < 514; ++x) ticks += tick(x, 3);
   EXPECT_EQ(ticks, 30);
-  DrawWave(canvas.view, Scene(514, 1, -1));
-  EXPECT_TRUE(tick(0, 3)) << "of the only frame";
 }
 
 TEST(Waveform, TheCurrentFramesBoxIsOneFrameWideAndTurnsColoursRound) {

@@ -188,7 +188,9 @@ TEST(ReadWave, LongSoundsComeWholeWhateverSizeWasTold) {
     file.pop_back();
     for (const std::int64_t told : {std::int64_t{60}, std::int64_t{60'000}, std::int64_t{40'000'000}}) {
       ChangingSource source(file, told);
-      const SampleStore sound = *ReadWave(source, {}).sound;
+      int begun = 0;
+      const SampleStore sound = *ReadWave(source, {}, [&begun] { ++begun; }).sound;
+      EXPECT_EQ(begun, channels - 1) << "told before two channels are made one";
       ASSERT_EQ(sound.Samples16.LastIndex(), 2 * kCount / channels);
       const std::int32_t filled = (kCount + channels - 1) / channels;
       std::int64_t wrong = 0;

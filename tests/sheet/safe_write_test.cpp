@@ -116,9 +116,11 @@ TEST_F(SafeWrite, ReplacesAndKeepsTheMode) {
   EXPECT_EQ(Get(sheet_), "new");
   EXPECT_EQ(fs::status(sheet_).permissions(), fs::perms(0751));
   EXPECT_EQ(std::distance(fs::directory_iterator(folder_), {}), 1);
+  umask(022);
   const std::string longest_name = folder_ / std::string(255, 'x');
   EXPECT_EQ(Save(longest_name, "new"), "");
   EXPECT_EQ(Get(longest_name), "new");
+  EXPECT_EQ(fs::status(longest_name).permissions(), fs::perms(0644));
   EXPECT_EQ(FolderOf("sheet.exp"), ".");
 }
 

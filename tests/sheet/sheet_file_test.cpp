@@ -219,10 +219,10 @@ TEST(ApplySheet, BelievesCountsAsFarAsTheFileBearsThemOut) {
   EXPECT_EQ(Fields(rows.calls.end() - 5, rows.calls.end()),
             Split("rate 12|sound frog.wav|rows 2|columns 3|cell 1 0 0"));
   sound.rows_of_sound = 37;
-  for (const auto& [told, rows] : {std::pair{" 30 ", "rows 30"}, {" 40 ", "rows 37"}}) {
+  for (const auto& [told, taken] : {std::pair{" 30 ", "rows 30"}, {" 40 ", "rows 37"}}) {
     EXPECT_THAT(ApplySheet(With({kGood.begin(), kGood.begin() + 12}, 6, told), sound),
                 StartsWith("Line 6: expected a row count of at most 2, which is"));
-    EXPECT_THAT(sound.calls, IsSupersetOf({rows, "cell 1 2 hello, frog"}));
+    EXPECT_THAT(sound.calls, IsSupersetOf({taken, "cell 1 2 hello, frog"}));
   }
 }
 

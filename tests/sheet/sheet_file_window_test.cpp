@@ -153,6 +153,7 @@ TEST_F(SheetFile, CancelAndAFileThatCantBeOpenedChangeNothing) {
   form.MenuOpen.Click();
   form.MenuSave.Click();
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
+  EXPECT_THAT(form.CommonDialog2.FileName, HasSubstr("sheet.exp"));
   form.MenuOpen.Click();
   form.Grid1.SetRow(1);
   Saved("none/sheet.exp");

@@ -20,6 +20,7 @@
 #include "support/desk.h"
 #include "timeline/MouthSets.h"
 #include "timeline/velocity_values.h"
+#include "timeline/zoom.h"
 
 namespace {
 
@@ -62,6 +63,7 @@ struct SheetGrid : testing::Test {
 TEST(Start, GivesAnEmptySheetAtTheHostsRate) {
   support::Desk desk;
   timeline::Tracks().UndoHistory.resize(2);
+  timeline::ZoomFactor = 2;
   host::HandedWindow<Form1>("Form1", form1).RunPrefsCallback();
   EXPECT_EQ(form1.IfLoaded(), nullptr) << "a change of colours loads nothing";
   desk.host->frame_rate = "29.97 fps";
@@ -77,6 +79,7 @@ TEST(Start, GivesAnEmptySheetAtTheHostsRate) {
   EXPECT_EQ(form.Grid1.Col(), 2);
   EXPECT_EQ(sheet::SheetCells.LastFrame(), 1);
   EXPECT_TRUE(timeline::Tracks().UndoHistory.empty());
+  EXPECT_EQ(timeline::ZoomFactor, 1);
   EXPECT_EQ(sheet::GridReady, platform::kTrue);
   EXPECT_THAT(desk.messages.Texts(), IsEmpty());
   ASSERT_GE(desk.host->calls.size(), 3U);
@@ -117,7 +120,8 @@ TEST_F(SheetGrid, RefusesARateThatNoSheetCanHave) {
     form3->Show();
     form3->Text7.SetText(rate);
     rate[0] == '-' ? form3->vl_button1.Click() : support::Key(form3->Text7.Widget(), Qt::Key_Return);
-    EXPECT_EQ(desk.messages.shown.size(), 1U);
+    ASSERT_EQ(desk.messages.shown.size(), 1U);
+    EXPECT_EQ(desk.messages.shown[0].icon, platform::Icon::Warning);
     EXPECT_TRUE(form3->Visible()) << "the rate must be there to mend";
     form.SetupGrid();
     EXPECT_EQ(grid.Rows(), 5);

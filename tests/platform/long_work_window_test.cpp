@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <stdexcept>
+#include <tuple>
 
 #include "platform/Clock.h"
 #include "platform/Grid.h"
@@ -105,7 +106,9 @@ TEST_F(LongWorkTest, OnlyPaintingGoesOnDuringAWait) {
 TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
   {
     LongWork work;
+    { const LongWork part(&busy->grid); }
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) Come(type);
+    KeepPainted();
     for (const int key : {Qt::Key_Down, Qt::Key_Delete})
       QApplication::postEvent(busy->grid.Widget(), new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier));
   }
@@ -247,77 +250,45 @@ TEST(Clock, CountsTheSecondsOfTheLocalDay) {
   EXPECT_LT(std::abs(std::fmod(SecondsSinceMidnight() - now + 86'400, 86'400) - 30), 29.99);
 }
 
-TEST(EventsDeathTest, AFailureInWhateverTheToolkitCallsIsReported) {
-  AnswerMessagesWith([](const Message& message) {
-    std::fputs(message.text.c_str(), stderr);
+TEST(EventsDeathTest, AFailureIsReportedOnceAndOnlyTheReaderEndsTheReport) {
+  const auto ran = [] { std::fputs("ran", stderr); };
+  AnswerMessagesWith([ran](const Message& message) {
+    busy->timer.Tick = ran;
+    busy->timer.SetEnabled(true);
+    RunLater(ran);
+    RunEvent([] { throw std::runtime_error("again"); });
+    // What keeps the process alive comes to its end while the report is read.
+    { const KeepAlive kept; }
+    QEventLoop reading;
+    QTimer::singleShot(100, [&] { reading.exit(7); });
+    const int end = reading.exec();
+    std::fprintf(stderr, "%s read to the end: %d\n", message.text.c_str(), end);
     return Answer::Ok;
   });
   const auto fail = [] { throw std::runtime_error("ink"); };
-  const auto run = [&](bool at_paint_event) {
-    busy->Show();
-    if (at_paint_event) {
-      busy->canvas.Draw = fail;
-      busy->canvas.DrawLater();
-      busy->canvas.Widget()->repaint();
-    } else {
-      QTimer::singleShot(0, fail);  // which no routine of ours guards
-    }
-    support::HandleEvents();
-    std::fputs("went on", stderr);
-    std::_Exit(0);
-  };
-  for (const bool at_paint_event : {true, false})
-    EXPECT_EXIT(run(at_paint_event), testing::ExitedWithCode(1), "can't go on and ends");
-}
-
-TEST(EventsDeathTest, BehindAReportNothingRunsButPainting) {
-  AnswerMessagesWith([](const Message&) {
-    RunLater([] { std::fputs("ran", stderr); });
-    RunEvent([] { throw std::runtime_error("again"); });
-    support::HandleEvents();
-    std::fputs("read", stderr);
-    return Answer::Ok;
-  });
-  const auto fail = [](bool while_painting) {
+  const auto throw_this = [](const auto& failure) { return [failure]() -> std::string { throw failure; }; };
+  const std::tuple<std::function<void()>, std::function<std::string()>, std::string> cases[] = {
+      {[&] { RunEvent(fail); }, [] { return "The sheet is safe."; }, "The sheet is safe."},
+      // No routine of ours guards this one.
+      {[&] { QTimer::singleShot(0, fail); }, throw_this(1), "What isn't saved could not be kept."},
+      {[&] {
+         busy->canvas.Paint = fail;
+         busy->canvas.Widget()->repaint();
+         RunEvent(ran);
+       },
+       throw_this(std::runtime_error("full")), "What isn't saved could not be kept: full"}};
+  const auto run = [](const auto& way, const auto& rescue) {
+    BeforeUntimelyEnd(rescue);
     busy->Show();
     support::HandleEvents();  // painting, after which a report comes at once as before
-    const auto ran = [] { std::fputs("ran", stderr); };
-    busy->timer.Tick = ran;
-    if (while_painting) {
-      busy->canvas.Paint = [] { throw std::runtime_error("first"); };
-      busy->canvas.Widget()->repaint();
-      RunEvent(ran);
-      support::HandleEvents();
-    }
-    busy->timer.SetEnabled(true);
-    RunEvent([] { throw std::runtime_error("first"); });
+    way();
+    support::HandleEvents();
   };
-  for (const bool while_painting : {false, true})
-    EXPECT_EXIT(fail(while_painting), testing::ExitedWithCode(1),
-                AllOf(HasSubstr("first\nread"), Not(HasSubstr("ran"))));
-}
-
-TEST(ErrorReport, OnlyItsReaderEndsIt) {
-  const auto fail_at_the_start = [](const std::function<std::string()>& rescue) {
-    AnswerMessagesWith([](const Message&) {
-      // What keeps the process alive comes to its end while the report is read.
-      { const KeepAlive kept; }
-      QEventLoop reading;
-      QTimer::singleShot(100, [&] { reading.exit(7); });
-      std::fprintf(stderr, "read to the end: %d\n", reading.exec());
-      return Answer::Ok;
-    });
-    BeforeUntimelyEnd(rescue);
-    RunEvent([] { throw std::runtime_error("no host"); });
-  };
-  const auto throw_this = [](const auto& failure) { return [failure]() -> std::string { throw failure; }; };
-  const std::pair<std::function<std::string()>, const char*> cases[] = {
-      {[] { return "The sheet is safe."; }, "The sheet is safe."},
-      {throw_this(std::runtime_error("disk full")), "What isn't saved could not be kept: disk full"},
-      {throw_this(1), "What isn't saved could not be kept."}};
-  for (const auto& [rescue, words] : cases)
-    EXPECT_EXIT(fail_at_the_start(rescue), testing::ExitedWithCode(1),
-                std::string("no host\n\n") + words + "\nread to the end: 7");
+  for (const auto& [way, rescue, words] : cases)
+    EXPECT_EXIT(run(way, rescue), testing::ExitedWithCode(1),
+                AllOf(HasSubstr(": ink\n\n" + words + "\n"), HasSubstr("ink\n\n" + words + "\n\n"),
+                      HasSubstr("can't go on and ends. read to the end: 7"), Not(HasSubstr("ran")),
+                      Not(HasSubstr("again"))));
 }
 
 }  // namespace

@@ -19,7 +19,6 @@
 #include "platform/SliceOutput.h"
 #include "platform/SoundPlayer.h"
 #include "support/desk.h"
-#include "support/disk_driver.h"
 
 namespace platform {
 namespace {
@@ -185,9 +184,8 @@ TEST(SliceOutput, ADeviceThatStallsIsGivenUp) {
 }
 
 /// The device comes when the gate is opened.
-AudioDeviceOpener BehindGate(std::promise<void>& gate, FakeMachine& machine) {
-  return [opened = gate.get_future().share(), open = machine.Opener()](const AudioFormat& format,
-                                                                       FillBuffer fill) {
+AudioDeviceOpener BehindGate(const std::shared_future<void>& opened, FakeMachine& machine) {
+  return [opened, open = machine.Opener()](const AudioFormat& format, FillBuffer fill) {
     opened.wait();
     return open(format, std::move(fill));
   };
@@ -201,52 +199,43 @@ milliseconds TimeOf(const std::function<void()>& routine) {
 
 TEST(SliceOutput, ASoundServerThatHangsCostsOnePatienceAndNoMore) {
   constexpr milliseconds patience{300};
-  FakeMachine machine;
+  FakeMachine machine, late;
   std::promise<void> gate;
-  SliceOutput output(BehindGate(gate, machine), {.linger = milliseconds(10), .open = patience});
+  const auto opened = gate.get_future().share();
+  SliceOutput output(BehindGate(opened, machine), {.linger = milliseconds(10), .open = patience});
   WaveHandle handle = 77;
   const auto open = [&] { return output.Open(handle, Mono(8000, 8), &Note, 5); };
   EXPECT_GE(TimeOf([&] { EXPECT_EQ(open(), kWaveNoDriver); }), patience);
   EXPECT_EQ(handle, 0u);
   EXPECT_LT(TimeOf([&] { EXPECT_EQ(open(), kWaveNoDriver); }), patience);
+  {
+    SliceOutput ended(BehindGate(opened, late), {.open = milliseconds(50)});
+    EXPECT_EQ(ended.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
+  }
   gate.set_value();
   EXPECT_TRUE(WaitUntil([&] { return machine.open_count == 1 && !machine.open; })) << "it came too late";
   EXPECT_TRUE(WaitUntil([&] { return handle != 0 || open() == kWaveOk; })) << "the server has come back";
   EXPECT_EQ(machine.open_count, 2);
-}
-
-TEST(SliceOutput, AnEndThatNobodyWaitsForClosesTheDeviceThatComesLate) {
-  FakeMachine machine;
-  std::promise<void> gate;
-  WaveHandle handle = 0;
-  {
-    SliceOutput output(BehindGate(gate, machine), {.open = milliseconds(50)});
-    EXPECT_EQ(output.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
-  }
-  gate.set_value();
-  EXPECT_TRUE(WaitUntil([&] { return machine.open_count == 1 && !machine.open; }));
-  const std::lock_guard closed(machine.mutex);
+  EXPECT_TRUE(WaitUntil([&] { return late.open_count == 1 && !late.open; })) << "nobody wants it";
+  const std::lock_guard closed(late.mutex);
 }
 
 TEST(SliceOutput, RefusesWhatItCannotPlayAndWithoutADeviceEverything) {
   FakeMachine machine;
   SliceOutput output(machine.Opener(), {});
-  SliceOutput mute([](const AudioFormat&, FillBuffer) { return nullptr; }, {});
   const Bytes bytes = Noise(80);
   const WaveHeader header{bytes.data(), 80}, other{bytes.data(), 80}, nowhere{nullptr, 80};
   WaveHandle handle = 77;
   done_count = 0;
-  EXPECT_EQ(mute.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
-  EXPECT_EQ(handle, 0u);
-  const auto fail = [](const AudioFormat&, FillBuffer) -> std::unique_ptr<AudioDevice> {
-    throw std::exception();
-  };
-  SliceOutput failing(fail, {});
-  EXPECT_EQ(failing.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
-  EXPECT_EQ(mute.Prepare(handle, header), kWaveInvalidHandle);
-  EXPECT_EQ(mute.Write(handle, header), kWaveInvalidHandle);
-  EXPECT_EQ(mute.Unprepare(handle, header), kWaveInvalidHandle);
-  EXPECT_EQ(mute.Close(handle), kWaveInvalidHandle);
+  for (const bool fails : {false, true}) {
+    SliceOutput mute([fails](auto&, auto) { return fails ? throw std::exception() : nullptr; }, {});
+    EXPECT_EQ(mute.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
+    EXPECT_EQ(handle, 0u);
+    EXPECT_EQ(mute.Prepare(handle, header), kWaveInvalidHandle);
+    EXPECT_EQ(mute.Write(handle, header), kWaveInvalidHandle);
+    EXPECT_EQ(mute.Unprepare(handle, header), kWaveInvalidHandle);
+    EXPECT_EQ(mute.Close(handle), kWaveInvalidHandle);
+  }
   WaveFormatEx compressed = Mono(8000, 8), three = Mono(8000, 8);
   compressed.wFormatTag = 17;
   three.nChannels = 3;
@@ -264,6 +253,14 @@ TEST(SliceOutput, RefusesWhatItCannotPlayAndWithoutADeviceEverything) {
   EXPECT_EQ(done_count, 0);
 }
 
+// Sends the machine's sound into a file.
+std::string UseDiskDriver() {
+  const auto path = support::ScratchFolder() + "/device.raw";
+  setenv("SDL_AUDIODRIVER", "disk", 1);
+  setenv("SDL_DISKAUDIOFILE", path.c_str(), 1);
+  return path;
+}
+
 std::string WaveFile(int channels, const Bytes& data) {
   static int files = 0;
   return support::WriteScratch("sound \xC3\xA4 " + std::to_string(++files) + ".wav",
@@ -277,24 +274,19 @@ Bytes SoundIn(const std::string& path, char silence) {
   return first == std::string::npos ? Bytes() : Bytes(&left[first], &left[last] + 1);
 }
 
-TEST(WaveOut, JustTheBytesOfTheSliceLeave) {
-  const struct {
-    std::uint32_t rate;
-    std::uint16_t bits;
-    int offset;
-    std::uint32_t length;
-  } cases[] = {{8000, 8, 333, 333},
-               {8000, 8, 0, 64},  // whole buffers
-               {44100, 16, 666, 2939},
-               {8000, 16, 10, 1}};
+TEST(WaveOut, JustTheBytesOfTheSliceOrTheFileLeave) {
+  const std::tuple<WaveFormatEx, int, std::uint32_t> cases[] = {{Mono(8000, 8), 333, 333},
+                                                                {Mono(8000, 8), 0, 64},  // whole buffers
+                                                                {Mono(44100, 16), 666, 2939},
+                                                                {Mono(8000, 16), 10, 1}};
   const Bytes sound = Noise(4000);
-  for (const auto& c : cases) {
-    const auto path = support::UseDiskDriver();
+  const auto path = UseDiskDriver();
+  for (const auto& [format, offset, length] : cases) {
     done_count = 0;
     auto output = MakeWaveOutput();
-    const WaveHeader header{sound.data() + c.offset, c.length};
+    const WaveHeader header{sound.data() + offset, length};
     WaveHandle handle = 0;
-    ASSERT_EQ(output->Open(handle, Mono(c.rate, c.bits), &Note, 5), kWaveOk);
+    ASSERT_EQ(output->Open(handle, format, &Note, 5), kWaveOk);
     ASSERT_EQ(output->PrepareHeader(handle, header), kWaveOk);
     ASSERT_EQ(output->Write(handle, header), kWaveOk);
     ASSERT_TRUE(WaitUntil([] { return done_count == 1; }));
@@ -302,19 +294,14 @@ TEST(WaveOut, JustTheBytesOfTheSliceLeave) {
     EXPECT_EQ(output->UnprepareHeader(handle, header), kWaveOk);
     EXPECT_EQ(output->Close(handle), kWaveOk);
     output.reset();
-    const auto start = sound.begin() + c.offset;
-    EXPECT_EQ(SoundIn(path, c.bits == 8 ? '\x80' : '\0'), Bytes(start, start + c.length));
+    const auto start = sound.begin() + offset;
+    EXPECT_EQ(SoundIn(path, format.wBitsPerSample == 8 ? '\x80' : '\0'), Bytes(start, start + length));
   }
-}
-
-TEST(WaveOut, AFileLeavesThroughTheDevice) {
-  const Bytes data = Noise(6000);
-  const auto path = support::UseDiskDriver();
   auto output = MakeWaveOutput();
-  output->PlaySoundFile(WaveFile(1, data));
-  std::this_thread::sleep_for(milliseconds(1000));  // 375 ms of sound
+  output->PlaySoundFile(WaveFile(1, sound));
+  std::this_thread::sleep_for(milliseconds(1000));  // 250 ms of sound
   output.reset();
-  EXPECT_EQ(SoundIn(path, '\0'), data);
+  EXPECT_EQ(SoundIn(path, '\0'), sound);
 }
 
 // Asks until so much has sounded.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <vector>
 
 namespace recorder {
@@ -9,14 +10,19 @@ namespace {
 
 using Samples = std::vector<std::int16_t>;
 
-TEST(Level, TheBarIsThePeakInDecibelsOfFullScale) {
-  const std::pair<Samples, double> cases[] = {{{}, -60},          {{0, 0}, -60},
-                                              {{1, -1}, -60},     {{100, -16384, 3}, -6.0206},
-                                              {{3277}, -19.9996}, {{-32768}, 0}};
-  for (const auto& [samples, decibels] : cases) {
+TEST(Level, IsThePeakInDecibelsOfFullScaleAtWhoseEndsTheSoundIsCut) {
+  const std::tuple<Samples, double, bool> cases[] = {{{}, -60, false},
+                                                     {{1, -1}, -60, false},
+                                                     {{100, -16384, 3}, -6.0206, false},
+                                                     {{32766, -32766}, 0, false},
+                                                     {{32767}, 0, true},
+                                                     {{-32768}, 0, true}};
+  for (const auto& [samples, decibels, overloaded] : cases) {
     Meter meter(1000);
     meter.Take(samples);
     EXPECT_NEAR(meter.Bar(), decibels, 0.001);
+    meter.Take(Samples(100, 0));
+    EXPECT_EQ(meter.Overloaded(), overloaded) << decibels;
   }
 }
 
@@ -35,16 +41,6 @@ TEST(Level, TheMeterJumpsUpAndFallsByTheTimeOfTheSamples) {
   meter.Take(Samples(10000, 0));
   EXPECT_EQ(meter.Bar(), -60);
   EXPECT_EQ(meter.Mark(), -60);
-}
-
-TEST(Level, OverloadIsRememberedFromTheEndOfTheScaleOn) {
-  for (const auto& [sample, overloaded] :
-       {std::pair{32766, false}, {-32766, false}, {32767, true}, {-32768, true}}) {
-    Meter meter(1000);
-    meter.Take(Samples{static_cast<std::int16_t>(sample)});
-    meter.Take(Samples(100, 0));
-    EXPECT_EQ(meter.Overloaded(), overloaded) << sample;
-  }
 }
 
 }  // namespace

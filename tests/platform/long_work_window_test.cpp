@@ -13,7 +13,6 @@
 #include <QProgressBar>
 #include <QShortcutEvent>
 #include <QSocketNotifier>
-#include <QTableView>
 #include <QTimer>
 #include <QTouchEvent>
 #include <QWindow>
@@ -124,6 +123,7 @@ TEST_F(LongWorkTest, MouseAndKeysThatCameMeanwhileAreDropped) {
   for (const auto type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) Come(type);
   support::HandleEvents();
   EXPECT_EQ(busy->presses + busy->releases, 0);
+  { const LongWork work; }
   for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick})
     Come(type);
   support::HandleEvents();
@@ -184,8 +184,8 @@ TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {
     work.Report(1, 10);
     EXPECT_EQ(value(), -1);
     Sleep(550);
-    work.Report(0, 10);
-    EXPECT_EQ(value(), 0);
+    work.Report(3, 10);
+    EXPECT_EQ(value(), 300);
     const QPointer<QProgressBar> bar = find();
     EXPECT_EQ(bar->width(), 150) << "three quarters of the grid's";
     EXPECT_LE((bar->geometry().center() - QPoint(100, 75)).manhattanLength(), 2);
@@ -194,11 +194,11 @@ TEST_F(LongWorkTest, ABarComesAfterHalfASecondAndGoesThroughPartsOfTheWork) {
       LongWork part(&busy->grid);
       Sleep(110);
       part.Report(5, 10);
-      EXPECT_EQ(value(), 100) << "half of the first fifth";
+      EXPECT_EQ(value(), 370) << "half of a fifth of what is left";
     }
     Sleep(110);
     work.Report(5, 10);
-    EXPECT_EQ(value(), 600) << "half of what was left";
+    EXPECT_EQ(value(), 720) << "half of what is left then";
     EXPECT_NE(bar, nullptr) << "it is one bar all the time";
   }
   EXPECT_EQ(value(), -1);
@@ -246,15 +246,14 @@ TEST(Clock, CountsTheSecondsOfTheLocalDay) {
   const auto passed = static_cast<double>((std::time(nullptr) + 19'800) % 86'400);
   const double now = SecondsSinceMidnight();
   EXPECT_LT(std::fmod(now - passed + 86'401, 86'400), 4);
-  Sleep(30);
-  EXPECT_LT(std::abs(std::fmod(SecondsSinceMidnight() - now + 86'400, 86'400) - 30), 29.99);
+  EXPECT_NE(now, std::floor(now));
 }
 
 TEST(EventsDeathTest, AFailureIsReportedOnceAndOnlyTheReaderEndsTheReport) {
   const auto ran = [] { std::fputs("ran", stderr); };
   AnswerMessagesWith([ran](const Message& message) {
-    busy->timer.Tick = ran;
-    busy->timer.SetEnabled(true);
+    static bool stands = false;
+    if (std::exchange(stands, true)) ran();
     RunLater(ran);
     RunEvent([] { throw std::runtime_error("again"); });
     // What keeps the process alive comes to its end while the report is read.
@@ -272,15 +271,17 @@ TEST(EventsDeathTest, AFailureIsReportedOnceAndOnlyTheReaderEndsTheReport) {
       // No routine of ours guards this one.
       {[&] { QTimer::singleShot(0, fail); }, throw_this(1), "What isn't saved could not be kept."},
       {[&] {
+         busy->Show();
+         support::HandleEvents();
          busy->canvas.Paint = fail;
-         busy->canvas.Widget()->repaint();
+         for (int i = 0; i < 2; ++i) busy->canvas.Widget()->repaint();
          RunEvent(ran);
+         busy->timer.Tick = ran;
+         busy->timer.SetEnabled(true);
        },
        throw_this(std::runtime_error("full")), "What isn't saved could not be kept: full"}};
   const auto run = [](const auto& way, const auto& rescue) {
     BeforeUntimelyEnd(rescue);
-    busy->Show();
-    support::HandleEvents();  // painting, after which a report comes at once as before
     way();
     support::HandleEvents();
   };

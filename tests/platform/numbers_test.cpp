@@ -5,23 +5,21 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <tuple>
 
 namespace platform {
 namespace {
 
 TEST(Numbers, RoundToNearestWithTiesToEvenAndStayInRange) {
-  const struct {
-    double value;
-    std::int32_t nearest, below;
-  } cases[] = {{1.5, 2, 1},
-               {2.5, 2, 2},
-               {-0.5, 0, -1},
-               {2.49, 2, 2},
-               {1e300, INT32_MAX, INT32_MAX},
-               {-1e300, INT32_MIN, INT32_MIN}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(RoundToLong(c.value), c.nearest) << c.value;
-    EXPECT_EQ(FloorToLong(c.value), c.below) << c.value;
+  const std::tuple<double, std::int32_t, std::int32_t> cases[] = {{1.5, 2, 1},
+                                                                  {2.5, 2, 2},
+                                                                  {-0.5, 0, -1},
+                                                                  {2.49, 2, 2},
+                                                                  {1e300, INT32_MAX, INT32_MAX},
+                                                                  {-1e300, INT32_MIN, INT32_MIN}};
+  for (const auto& [value, nearest, below] : cases) {
+    EXPECT_EQ(RoundToLong(value), nearest) << value;
+    EXPECT_EQ(FloorToLong(value), below) << value;
   }
   EXPECT_EQ(RoundToShort(40000), INT16_MAX);
   EXPECT_EQ(RoundToLong(0.0 / 0.0), 0);
@@ -58,13 +56,10 @@ TEST(Numbers, AreWrittenInTheirForms) {
 }
 
 TEST(Numbers, NameAnAmountOfMemory) {
-  const struct {
-    double bytes;
-    const char *above, *below;
-  } cases[] = {{1e9, "1 GB", "1 GB"}, {135, "0.1 MB", "0 MB"}, {25000000, "25 MB", "25 MB"}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(SizeText(c.bytes, RoundTo::Above), c.above);
-    EXPECT_EQ(SizeText(c.bytes, RoundTo::Below), c.below);
+  for (const auto& [bytes, above, below] :
+       {std::tuple{1e9, "1 GB", "1 GB"}, {135., "0.1 MB", "0 MB"}, {25e6, "25 MB", "25 MB"}}) {
+    EXPECT_EQ(SizeText(bytes, RoundTo::Above), above);
+    EXPECT_EQ(SizeText(bytes, RoundTo::Below), below);
   }
 }
 

@@ -45,12 +45,10 @@ TEST(SharedMemory, KeepsItsPlaceWhileItsSizeStaysAndTellsOfTooMuch) {
   const auto seen = others.View(own.Descriptor());
   own.Fill({{9, 8, 7}});
   EXPECT_THAT(seen.bytes, ElementsAre(9, 8, 7));
-  EXPECT_THAT(
-      [&] {
-        own.Fill({kBytes.data(), SIZE_MAX});
-      },
-      ThrowsMessage<std::runtime_error>(
-          HasSubstr("no shared memory for a plane of 18446744073709551615 bytes: Invalid")));
+  const std::span<const std::uint8_t> too_much(kBytes.data(), SIZE_MAX);
+  EXPECT_THAT([&] { own.Fill(too_much); },
+              ThrowsMessage<std::runtime_error>(
+                  HasSubstr("no shared memory for a plane of 18446744073709551615 bytes: Invalid")));
   EXPECT_EQ(own.Descriptor(), -1);
   own.Fill(kBytes);
   EXPECT_THAT(others.View(own.Descriptor()).bytes, ElementsAre(1, 2, 3));

@@ -164,7 +164,6 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
             "The loudest is at -17 decibels");
   EXPECT_EQ(Devices().count(), 2);
   Deliver({0x5678});
-  EXPECT_TRUE(window_->isWindowModified());
   Press("StopButton");
   EXPECT_THAT(Enabled(), ElementsAre(true, false, true, true, true));
   const std::filesystem::path heard = *std::filesystem::directory_iterator(TakeFolder());
@@ -226,11 +225,14 @@ TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
       {[this] { machine_->lost = true; }, "\"Microphone\" has gone."},
       {[this] { Pass(2001ms); }, "\"Microphone\" delivers no sound any more."},
       {fill_disk, "The recording can't be written: File too large."},
-      {[&] {
-         fill_disk();
-         Press("StopButton");
-       },
-       "The recording can't be written: File too large."}};
+      {[&] { fill_disk(), Press("StopButton"); }, "The recording can't be written: File too large."}};
+  BeginToRecord();
+  // A minute waits while the window is kept from writing; what comes on top is lost, and all behind it.
+  for (const std::size_t count : {60U * 44100U, 2U, 0U}) Deliver(std::vector<std::int16_t>(count));
+  window_->Tick();
+  EXPECT_EQ(Status(),
+            "! The disk is too slow for the recording. What was recorded until then is kept: 1:00.0.");
+  keeps_ = {Keep::Discard};
   for (const auto& [fail, words] : ways) {
     BeginToRecord();
     Deliver(std::vector<std::int16_t>(22050));
@@ -244,7 +246,7 @@ TEST_F(Recorder, ADeviceThatFailsIsToldAndKeepsWhatWasRecorded) {
   }
 }
 
-TEST_F(Recorder, ADeviceThatCantBeOpenedIsToldAndOneThatIsTooFast) {
+TEST_F(Recorder, ADeviceThatCantBeOpenedIsTold) {
   machine_->refuses = true;
   Press("RecordButton");
   Until([this] { return Status().starts_with("! \"Microphone\" can't be opened."); });
@@ -268,11 +270,6 @@ TEST_F(Recorder, ADeviceThatCantBeOpenedIsToldAndOneThatIsTooFast) {
   Pass(2000ms);
   window_->Tick();
   EXPECT_THAT(Status(), StartsWith("Recording from"));
-  // A minute waits while the window is kept from writing; what comes on top is lost, and all behind it.
-  for (const std::size_t count : {60U * 44100U, 2U, 0U}) Deliver(std::vector<std::int16_t>(count));
-  window_->Tick();
-  EXPECT_EQ(Status(),
-            "! The disk is too slow for the recording. What was recorded until then is kept: 1:00.0.");
 }
 
 TEST_F(Recorder, WithoutDevicesItSaysSoUntilOneIsConnected) {
@@ -402,10 +399,6 @@ TEST(LevelMeter, ShowsTheLevelTheMarkAndTheLampOfOverload) {
   const QImage image = meter.grab().toImage();
   EXPECT_EQ(Shown(image), std::string(24, 'd') + std::string(37, '.'));
   EXPECT_EQ(image.pixelColor(292, 13), QColor(243, 244, 246)) << "the mark";
-  // The numbers stand on both sides of their places, bluish on grey.
-  for (const int decibels : {-60, -36, -6, 0})
-    for (const int side : {-10, 1})
-      EXPECT_FALSE(image.copy(576 + decibels * 566 / 60 + side, 28, 9, 30).allGray()) << decibels;
   level.Take(std::vector<std::int16_t>{32767});
   meter.Show(level, true);
   EXPECT_EQ(Shown(meter.grab().toImage()), std::string(42, 'd') + std::string(12, 'g') + "aaaaarr");

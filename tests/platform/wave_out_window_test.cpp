@@ -50,7 +50,6 @@ void Note(std::uint32_t handle, std::uint32_t message, std::uint32_t instance, s
   if (message == WOM_DONE) ++done_count;
 }
 
-// A device whose buffers are asked for by the test.
 struct FakeMachine {
   struct Device : AudioDevice {
     explicit Device(FakeMachine& owner) : machine(owner) {}
@@ -93,13 +92,11 @@ struct FakeMachine {
   FillBuffer fill;
 };
 
-// A slice output on a fake machine, opened, its slice written.
 struct WrittenSlice {
-  WrittenSlice(FakeMachine& machine, SliceOutput::Patience patience, const WaveFormatEx& format,
-               const Bytes& bytes)
+  WrittenSlice(FakeMachine& machine, SliceOutput::Patience patience, const Bytes& bytes)
       : output(machine.Opener(), patience), header{bytes.data(), static_cast<std::uint32_t>(bytes.size())} {
     done_count = 0;
-    EXPECT_EQ(output.Open(handle, format, &Note, 5), kWaveOk);
+    EXPECT_EQ(output.Open(handle, Mono(8000, 8), &Note, 5), kWaveOk);
     EXPECT_EQ(output.Prepare(handle, header), kWaveOk);
     EXPECT_EQ(output.Write(handle, header), kWaveOk);
   }
@@ -114,7 +111,7 @@ TEST(SliceOutput, IsDoneWhenTheLastBufferHasBeenHeardAndNotBefore) {
   Bytes bytes = {1, 2, 3, 4, 5};
   told = 0;
   // At its end it waits for its thread, and not for the patience to end.
-  WrittenSlice slice(machine, {.open = std::chrono::hours(1)}, Mono(8000, 8), bytes);
+  WrittenSlice slice(machine, {.open = std::chrono::hours(1)}, bytes);
   EXPECT_EQ(machine.Ask(4), (Bytes{1, 2, 3, 4}));
   EXPECT_EQ(machine.Ask(4), (Bytes{5, 128, 128, 128}));
   machine.Ask(4);
@@ -166,8 +163,7 @@ TEST(SliceOutput, KeepsTheDeviceForTheNextSliceOfTheFormat) {
 TEST(SliceOutput, ADeviceThatStallsIsGivenUp) {
   FakeMachine machine;
   Bytes bytes = Noise(80);  // 10 ms
-  WrittenSlice slice(machine, {.linger = std::chrono::hours(1), .stall = milliseconds(50)}, Mono(8000, 8),
-                     bytes);
+  WrittenSlice slice(machine, {.linger = std::chrono::hours(1), .stall = milliseconds(50)}, bytes);
   EXPECT_TRUE(WaitUntil([] { return done_count == 1; }));
   EXPECT_EQ(machine.Ask(2), (Bytes{128, 128})) << "the bytes are no longer read";
   EXPECT_EQ(slice.output.Close(slice.handle), kWaveOk);
@@ -176,14 +172,6 @@ TEST(SliceOutput, ADeviceThatStallsIsGivenUp) {
   EXPECT_EQ(slice.output.Close(slice.handle), kWaveOk);
   std::this_thread::sleep_for(milliseconds(50));
   EXPECT_TRUE(machine.open) << "the next one, which hasn't stalled, is kept";
-}
-
-/// The device comes when the gate is opened.
-AudioDeviceOpener BehindGate(const std::shared_future<void>& opened, FakeMachine& machine) {
-  return [opened, open = machine.Opener()](const AudioFormat& format, FillBuffer fill) {
-    opened.wait();
-    return open(format, std::move(fill));
-  };
 }
 
 milliseconds TimeOf(const std::function<void()>& routine) {
@@ -196,15 +184,20 @@ TEST(SliceOutput, ASoundServerThatHangsCostsOnePatienceAndNoMore) {
   constexpr milliseconds patience{300};
   FakeMachine machine, late;
   std::promise<void> gate;
-  const auto opened = gate.get_future().share();
-  SliceOutput output(BehindGate(opened, machine), {.linger = milliseconds(10), .open = patience});
+  const auto behind_gate = [opened = gate.get_future().share()](FakeMachine& of) {
+    return [opened, open = of.Opener()](const AudioFormat& format, FillBuffer fill) {
+      opened.wait();
+      return open(format, std::move(fill));
+    };
+  };
+  SliceOutput output(behind_gate(machine), {.linger = milliseconds(10), .open = patience});
   WaveHandle handle = 77;
   const auto open = [&] { return output.Open(handle, Mono(8000, 8), &Note, 5); };
   EXPECT_GE(TimeOf([&] { EXPECT_EQ(open(), kWaveNoDriver); }), patience);
   EXPECT_EQ(handle, 0u);
   EXPECT_LT(TimeOf([&] { EXPECT_EQ(open(), kWaveNoDriver); }), patience);
   {
-    SliceOutput ended(BehindGate(opened, late), {.open = milliseconds(50)});
+    SliceOutput ended(behind_gate(late), {.open = milliseconds(50)});
     EXPECT_EQ(ended.Open(handle, Mono(8000, 8), &Note, 5), kWaveNoDriver);
   }
   gate.set_value();
@@ -298,21 +291,6 @@ TEST(WaveOut, JustTheBytesOfTheSliceOrTheFileLeave) {
   EXPECT_EQ(SoundIn(path, '\0'), sound);
 }
 
-// Asks until so much has sounded.
-Bytes AskForSound(FakeMachine& machine, std::size_t count) {
-  Bytes heard;
-  for (int patience = 5000; heard.size() < count && patience > 0;) {
-    const Bytes next = machine.Ask(2);
-    if (next == Bytes{0, 0} || next == Bytes{99, 99}) {
-      std::this_thread::sleep_for(milliseconds(1));
-      --patience;
-    } else {
-      heard.insert(heard.end(), next.begin(), next.end());
-    }
-  }
-  return heard;
-}
-
 TEST(SoundPlayer, AFileComesThroughWholeAndWithoutAGapInTwoOfItsChannels) {
   FakeMachine machine;
   // Blocks of 401 frames, more than are read ahead, and a short one.
@@ -351,12 +329,15 @@ TEST(SoundPlayer, ANewSoundReplacesTheOldStopEndsItAndWhatIsNoneIsSilence) {
     std::this_thread::sleep_for(milliseconds(20));
     EXPECT_EQ(machine.open_count, 0) << path;
   }
+  const auto next = [&] {
+    Bytes heard;
+    WaitUntil([&] { return heard = machine.Ask(2), heard != Bytes{0, 0} && heard != Bytes{99, 99}; });
+    return heard;
+  };
   player.Play(low);
-  EXPECT_EQ(AskForSound(machine, 4), Bytes(4, 1));
+  EXPECT_EQ(next(), Bytes(2, 1));
   player.Play(high);
-  EXPECT_EQ(AskForSound(machine, 40'000), Bytes(40'000, 2));
-  player.Play(low);
-  AskForSound(machine, 4);
+  EXPECT_EQ(next(), Bytes(2, 2));
   player.Stop();
   EXPECT_EQ(machine.Ask(2), Bytes(2, 0));
   std::this_thread::sleep_for(milliseconds(50));

@@ -197,7 +197,6 @@ TEST_F(Recorder, RecordsFromTheChosenDeviceAndSaves) {
   ASSERT_EQ(saved.size(), 44 + 2 * 44101U);
   EXPECT_EQ(saved.substr(44 + 2 * 44099), "\x34\x12\x78\x56");
   EXPECT_EQ(proposed_, support::ScratchFolder() + "/recording.wav") << "there is no folder for documents";
-  // The next one is proposed beside it.
   std::filesystem::copy(folder + "/voice.wav", folder + "/recording.wav");
   Press("SaveButton");
   EXPECT_EQ(proposed_, folder + "/recording 2.wav");

@@ -1,6 +1,5 @@
 #include "recorder/take.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
@@ -29,7 +28,7 @@ class Takes : public testing::Test {
     folder_ = (root_ / "made" / "when needed").string();
   }
   ~Takes() override {
-    EXPECT_EQ(OpenFiles(), open_files_);
+    EXPECT_EQ(FilesIn("/proc/self/fd"), open_files_);
     EXPECT_EQ(Get("/proc/self/maps").find(root_), std::string::npos);
     fs::remove_all(root_);
   }
@@ -44,13 +43,11 @@ class Takes : public testing::Test {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
-  long Files() const { return std::distance(fs::directory_iterator(folder_), fs::directory_iterator()); }
-
-  static long OpenFiles() { return std::distance(fs::directory_iterator("/proc/self/fd"), {}); }
+  static long FilesIn(const fs::path& folder) { return std::distance(fs::directory_iterator(folder), {}); }
 
   fs::path root_;
   std::string folder_;
-  const long open_files_ = OpenFiles();
+  const long open_files_ = FilesIn("/proc/self/fd");
 };
 
 // What RIFF WAVE says of 44,100 samples a second, one channel, 16 bits.
@@ -66,7 +63,7 @@ TEST_F(Takes, SaveAPlainWaveFileAndGoWithTheirOwn) {
   EXPECT_EQ(Get(target), "RIFF\x2A\0\0\0"s + kForm16 + "\6\0\0\0\1\0\xFE\xFF\x34\x12"s);
   EXPECT_EQ(Get(take->Path()), Get(target));
   take.reset();
-  EXPECT_EQ(Files(), 0);
+  EXPECT_EQ(FilesIn(folder_), 0);
   EXPECT_TRUE(fs::exists(target));
 }
 
@@ -89,7 +86,7 @@ TEST_F(Takes, AFullDiskKeepsWhatWasWrittenAndSaysWhy) {
     EXPECT_EQ(Take::Begin(folder, kMono, failure), nullptr);
     EXPECT_EQ(failure, reason);
   }
-  EXPECT_EQ(Files(), 1);
+  EXPECT_EQ(FilesIn(folder_), 1);
 }
 
 TEST_F(Takes, EndWhereAFileCanGrowNoFurther) {
@@ -115,7 +112,6 @@ TEST_F(Takes, ThatAKilledProcessLeftAreFoundOnce) {
     raise(SIGKILL);
   }
   waitpid(child, nullptr, 0);
-  // Files that are no takes.
   std::ofstream(fs::path(folder_) / "take-1-1.wav") << "short";
   std::ofstream(fs::path(folder_) / "take-1-2.wav") << std::string(100, 'x');
   std::ofstream(fs::path(folder_) / "other.wav") << Get(Begin()->Path());
@@ -130,7 +126,7 @@ TEST_F(Takes, ThatAKilledProcessLeftAreFoundOnce) {
   EXPECT_EQ(Take::LeftBehind(folder_), nullptr);
   left.reset();
   running.reset();
-  EXPECT_EQ(Files(), 3);
+  EXPECT_EQ(FilesIn(folder_), 3);
 }
 
 TEST(WaveHeader, TellsItsFormOnlyIfItIsOfThisKind) {

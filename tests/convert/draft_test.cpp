@@ -58,9 +58,6 @@ TEST(Draft, WordsOfTheSampleLieWithinAFrameAsAMean) {
 
 TEST(Draft, SoundsPausesAndWordsHaveTheirFrames) {
   const std::string path = testing::TempDir() + "voice" + std::to_string(getpid()) + ".au";
-  support::MakeSound(path, "50_");
-  EXPECT_EQ(CommentFrames(*Drafted("see saw", *SoundFile::Open(path).sound, "8").sheet), (std::vector{0, 1}))
-      << "of a sound that is silent";
   // Oh - see - happy - achy, easy - aha - bee.
   support::MakeSound(
       path, "40. 30V 20. 12S 20V 38. 8B 20V 10. 18V 34. 12V 12S 16V 5. 12V 9S 12V 30. 12V 8B 14V 20. 22V");
@@ -76,6 +73,8 @@ TEST(Draft, SoundsPausesAndWordsHaveTheirFrames) {
       "614:S 632:E "
       "656:Closed 716:A 716\"aha\" 740:E 784:Closed 824:B 824\"bee\" 828:E /868");
   EXPECT_EQ(CellsOf(drafted("[9] late")), "0:Closed 867\"late\" /868");
+  EXPECT_THAT(CellsOf(drafted("see\n[0.3] Oh")), testing::StartsWith("0:S 0\"see\""))
+      << "nothing is heard there";
   // More words than the sound has room for are still all there, fifty on each hop.
   std::string crowd = "[4.24]";
   for (int i = 0; i < 500; ++i) crowd += " strengths";
@@ -95,7 +94,7 @@ TEST(Draft, TheTextIsReadByPhrases) {
   for (const auto& [text, message] :
        std::map<std::string, std::string>{{"[x] a", "line 1: expected a time"},
                                           {"[2] a\n[1] b", "line 2: expected a time"},
-                                          {"[-1:30] a", "line 1: expected a time"},
+                                          {"[-1:70] a", "line 1: expected a time"},
                                           {"...\n", "the text has no words"}}) {
     EXPECT_THAT(InEnglish(convert::ParsePhrases(text).failure), testing::HasSubstr(message)) << text;
   }
@@ -269,7 +268,7 @@ TEST(Draft, AFrameShowsTheMouthThatTheEyeWouldMiss) {
            {{{0, 0.1, "A"}, {0.1, 0.12, "M"}, {0.12, 0.14, "A"}, {0.14, 0.4, "M"}}, {"A", "M", "", ""}},
            {{{0, 0.26, "M"}, {0.26, 0.28, "A"}, {0.28, 0.3, "M"}}, {"M", "", ""}},
            // Where nothing is said the mouth is held.
-           {{{0.1, 0.2, "A"}, {0.3, 0.4, "A"}, {0.6, 0.7, "E"}}, {"", "A", "", "", "", "", "E"}},
+           {{{0.1, 0.2, "A"}, {0.32, 0.4, "A"}, {0.6, 0.7, "E"}}, {"", "A", "", "", "", "", "E"}},
            {{{0, 0.1, "A"}}, {"A"}}}) {
     const auto frames = static_cast<double>(shown.size());
     EXPECT_EQ(convert::MouthsOfFrames(spans, std::lround(frames), 0.1 * frames), shown);

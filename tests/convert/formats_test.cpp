@@ -238,7 +238,7 @@ constexpr Foreign kForeign[] = {
      R"({"frame":0,"data":[{"id":0,"values":["1"]}]}]},{"trackNo":1,"frames":[)"
      R"({"frame":0,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":1,"data":[{"id":1,"values":["x"]},{"id":0,"values":["2"]}]},{"frame":2,"data":[{"id":0,"values":["SYMBOL_HYPHEN"]}]},)"
-     R"({"frame":4,"data":[{"id":0,"values":["Th "]}]},{"frame":6,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
+     R"({"frame":4,"data":[{"id":0,"values":[" Th"]}]},{"frame":6,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":7,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]},)"
      R"({"frame":8,"data":[{"id":0,"values":["AI"]}]},{"frame":10,"data":[{"id":0,"values":["SYMBOL_NULL_CELL"]}]}]}]},)"
      R"({"fieldId":3,"tracks":[{"trackNo":0,"frames":[{"frame":1,"data":[{"id":0,"values":["oh","no"]}]},)"
@@ -411,7 +411,16 @@ TEST(ShapeTable, ATableOfOnesOwnReplacesTheNames) {
   ASSERT_TRUE(own.table) << InEnglish(own.failure);
   EXPECT_EQ(own.table->Foreign("E ", convert::Naming::kSwitchData), "open");
   EXPECT_EQ(own.table->Foreign("M", convert::Naming::kCues), std::nullopt);
+  EXPECT_EQ(own.table->Shape("-", convert::Naming::kCues), std::nullopt);
   EXPECT_EQ(own.table->Shape("shut", convert::Naming::kSwitchData), "Closed");
+  Context context;
+  context.names = &*own.table;
+  EXPECT_EQ(CellsOf(*convert::ReadPapagayo("lipsync version 1\n\n24\n2\n1\n\tA\n\tx\n\t1\n\t\tx\n\t\t0\n"
+                                           "\t\t0\n\t\t1\n\t\t\tx 0 0 1\n\t\t\t\t0 open\n",
+                                           context)
+                         .sheet),
+            "0:A 0\"x\" /2")
+      << "a table may have no rest";
   for (const auto& [text, message] : std::map<std::string, std::string>{
            {"A | AI\n", "line 1: expected names"},
            {"A | AI | D | x\n", "line 1: expected names"},

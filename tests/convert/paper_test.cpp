@@ -39,7 +39,7 @@ TEST(PageLayout, SecondsAndFeetStandBesideTheirFrames) {
   // The second second at 29.97 begins with the first frame behind it.
   EXPECT_EQ(convert::SecondOf(59, 29.97).frames_since, 29);
   EXPECT_TRUE(convert::SecondOf(60, 29.97).Begins());
-  EXPECT_EQ(convert::SecondOf(5, 0).frames_since, 5);
+  EXPECT_EQ(convert::SecondOf(5, 0).second, 0);
   EXPECT_TRUE(convert::IsHalfSecond(36, 24));
   EXPECT_FALSE(convert::IsHalfSecond(0, 1));
   EXPECT_FALSE(convert::IsHalfSecond(1, 2)) << "every row would be one";

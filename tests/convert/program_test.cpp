@@ -238,13 +238,13 @@ TEST_F(ConvertProgram, TakesTheLengthOfASoundAndATableOfNames) {
   EXPECT_THAT(File("c.svg"), HasSubstr("<title>c.2</title>"));
   EXPECT_EQ(err_, kOwn + "c.svg: the sound \"gone.wav\" can't be read; its waveform is left out\n" + kOwn +
                       "c.svg: the lock and the tracks' visibility are left out: the format has none\n");
-  // A sound that is given takes the place of the sheet's own, and one without a sound is no line.
+  // A sound that is given takes the place of the sheet's own, and is drawn as wide as it goes: silence isn't.
   support::MakeSound(folder_ / "mute.au", "20_");
-  ASSERT_EQ(
-      Run("for s in frogs.wav mute.au; do $C --sound $s --from exp --to svg - - <$S/frogs.exp | grep -c "
-          "-e '<path' -e '<title>'; done; :"),
-      0);
-  EXPECT_EQ(out_, "2\n0\n");
+  support::MakeSound(folder_ / "low.au", "20B");
+  ASSERT_EQ(Run("for s in $S/frogs.wav low.au mute.au; do $C --sound - --to svg $S/frogs.exp - <$s | grep -c "
+                "'<path.* L7[78]'; done; $C --from exp --to svg - - <$S/frogs.exp | grep '<title>'; :"),
+            0);
+  EXPECT_EQ(out_, "1\n1\n0\n");
   ASSERT_EQ(Run("for f in frogs.wav -; do $C --sound $f --to pgo c.2.exp - <frogs.wav | sed -n 2p; done"), 0);
   EXPECT_EQ(out_, (folder_ / "frogs.wav").string() + "\ngone.wav\n") << "the standard input has no name";
   EXPECT_THAT(File("b.exp"), HasSubstr("\r\n4\r\nClosed \r\n\r\n5\r\n\r\n\r\n6\r\n"));

@@ -33,10 +33,11 @@ int espeak_Synth(const char* text, std::size_t size, unsigned position, int posi
                    {.type = kEnd},
                    {.type = kPhoneme, .mnemonic = {'m'}}};
   Event second[] = {
+      {.type = kPhoneme, .audio_milliseconds = 100, .mnemonic = {'_'}},
       {.type = kWord, .text_position = 4},
-      {.type = kPhoneme, .audio_milliseconds = 100, .mnemonic = {'O', 'I', 'a', 'b', 'c', 'd', 'e', 'f'}},
-      {.type = kPhoneme, .audio_milliseconds = 200, .mnemonic = {'a'}},
-      {.type = kPhoneme, .audio_milliseconds = 600, .mnemonic = {'_', ':'}},
+      {.type = kPhoneme, .audio_milliseconds = 300, .mnemonic = {'O', 'I', 'a', 'b', 'c', 'd', 'e', 'f'}},
+      {.type = kPhoneme, .audio_milliseconds = 400, .mnemonic = {'a'}},
+      {.type = kPhoneme, .audio_milliseconds = 800, .mnemonic = {'_', ':'}},
       {.type = kEnd}};
   Event breaths[] = {{.type = kPhoneme, .mnemonic = {'h'}},
                      {.type = kPhoneme, .mnemonic = {'h'}},

@@ -96,13 +96,8 @@ def paint(painter, width, height, frame):
     size, beat = height // 4, frame % 12 / 12
     left = (width + size) * frame // 48 - size // 2
     top = height * 5 // 6 - size - int(height * 2.2 * beat * (1 - beat))
-    painter.setBrush(QColor(0, 0, 0, 60))
-    painter.setPen(QColor(0, 0, 0, 0))
-    painter.drawEllipse(left, height * 5 // 6 - size // 12, size, size // 6)
     painter.setBrush(QColor(220, 90, 50))
     painter.drawEllipse(left, top, size, size)
-    painter.setBrush(QColor(255, 255, 255, 120))
-    painter.drawEllipse(left + size // 5, top + size // 8, size // 3, size // 4)
     painter.end()
 
 

@@ -66,27 +66,23 @@ TEST(Formats, TheSampleSheetGoesOutAndBack) {
 }
 
 TEST(Formats, MouthsThatShareAForeignNameComeBackAsTheFirstOfThem) {
-  Document sheet = SheetWith(22,
-                             "0:A 1:I 2:E 3:O 4:U 5:W 6:B 7:M 8:P 9:F 10:V 11:L 12:Th 13:Ch 14:D 15:G 16:K "
-                             "17:N 18:R 19:S 20:T 21:Closed");
   const ShapeTable& names = ShapeTable::Default();
-  const std::string back =
-      "2:E 3:O 4:U 5:W 6:M 7:M 8:M 9:F 10:F 11:L 12:L 13:S 14:S 15:S 16:S 17:S 18:S 19:S 20:S 21:Closed /22";
-  EXPECT_EQ(CellsOf(*convert::ReadPapagayo(*convert::WritePapagayo(sheet, names).bytes, Plain()).sheet),
-            "0:A 1:A " + back);
-  sheet.rows[4][1] = "";
-  EXPECT_EQ(CellsOf(*convert::ReadCueTable(*convert::WriteCueTable(sheet, names).bytes, Plain()).sheet),
-            "0:A 1:A 2:E 3:O 5:U" + back.substr(back.find(" 6")))
-      << "W has the letter of U";
+  for (const auto naming : {convert::Naming::kSwitchData, convert::Naming::kCues}) {
+    std::string back;
+    std::istringstream shapes("A I E O U W B M P F V L Th Ch D G K N R S T Closed");
+    for (std::string shape; shapes >> shape;)
+      back += *names.Shape(*names.Foreign(shape, naming), naming) + " ";
+    const std::string of_w = naming == convert::Naming::kCues ? "U" : "W";
+    EXPECT_EQ(back, "A A E O U " + of_w + " M M M F F L L S S S S S S S S Closed ");
+  }
 }
 
 TEST(Formats, TimesFindTheirFramesAgainAtAnyRate) {
+  Document sheet = SheetWith(500, "");
+  for (auto& row : sheet.rows) row[1] = "M";
+  Context context = Plain();
   for (const char* rate : {"1", "12", "23.976", "29.97", "60", "120", "540"}) {
-    Document sheet = SheetWith(500, "0:M");
-    for (auto& row : sheet.rows) row[1] = "M";
-    sheet.frame_rate_text = rate;
-    Context context = Plain();
-    context.rate_text = rate;
+    context.rate_text = sheet.frame_rate_text = rate;
     const Writing written = convert::WriteCueTable(sheet, ShapeTable::Default());
     EXPECT_EQ(CellsOf(*convert::ReadCueTable(*written.bytes, context).sheet), CellsOf(sheet)) << rate;
   }
@@ -294,7 +290,6 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
       {convert::ReadSwitchData, most + "a", "found \"" + most + "a\""},
       {convert::ReadSwitchData, "%9 \x1f\x7f%", "found \"%9   %\""},
       {convert::ReadSwitchData, "MohoSwitch1\n9999999 AI\n", "at most 1000000 are believed"},
-      {convert::ReadCueTable, "0.0\tA\n0,5\tB\n", "line 2: expected seconds"},
       {convert::ReadCueTable, "1e300\tA\n", "line 1: a start of 1e+300 seconds"},
       {convert::ReadCueJson, R"({"mouthCues":[{"start":0,"value":"A"},{"start":"0"}]})", "cue 2: expected"},
       {convert::ReadCueJson, "[1]", "expected a JSON object"},
@@ -302,7 +297,6 @@ TEST(Formats, NamesTheLineOrThePlaceOfAFault) {
        "line 2: the cue has no start"},
       {convert::ReadCueXml, "<html/>", "line 1: expected the element rhubarbResult"},
       {convert::ReadPapagayo, "lipsync version 2\n", "line 1: expected lipsync version 1"},
-      {convert::ReadPapagayo, "lipsync version 1\nv\n0\n", "line 3: expected a frame rate above 0"},
       {convert::ReadPapagayo, "lipsync version 1\nv\n24\n",
        "line 4: expected the number of frames, but the file ends"},
       {convert::ReadXdts, "exchangeDigitalTimeSheet Save Data {,", "line 1: "},

@@ -460,11 +460,11 @@ class Bridge(unittest.TestCase):
         for role, color in [(QPalette.Button, (52,) * 3), (QPalette.Window, (40,) * 3), (QPalette.Base, (10, 20, 30)),
                             (QPalette.Text, (240,) * 3), (QPalette.Highlight, (200, 0, 0))]:
             dark.setColor(role, QColor(*color))
-        looks = {"Shine": [113], "Shadow": [21], "Half_Shine": [82], "Half_Shadow": [36], "Button_Fill": [89],
-                 "Scroll_Fill": [30], "Scroll_Bar": [214, 64, 64], "Tab_Highlight": [200, 0, 0], "Ruler": [120],
-                 "Textbox_Fill": [10, 20, 30], "Textbox_Text": [240], "Special_Backdrop": [40],
-                 "Special_Tool": [74, 58, 58], "Special_Setting": [58, 70, 71], "Special_Action": [70, 68, 56]}
-        written = {f"{key}_Color": str(sum(part << 8 * place for place, part in enumerate((color * 3)[:3])))
+        looks = {"Shine": 113, "Shadow": 21, "Half_Shine": 82, "Half_Shadow": 36, "Button_Fill": 89, "Scroll_Fill": 30,
+                 "Scroll_Bar": (214, 64, 64), "Tab_Highlight": (200, 0, 0), "Ruler": 120, "Textbox_Fill": (10, 20, 30),
+                 "Textbox_Text": 240, "Special_Backdrop": 40, "Special_Tool": (74, 58, 58),
+                 "Special_Setting": (58, 70, 71), "Special_Action": (70, 68, 56)}
+        written = {f"{key}_Color": str(color * 65793 if isinstance(color, int) else int.from_bytes(color, "little"))
                    for key, color in looks.items()}
         written.update(Borderless_Buttons="0", Borderless_Scrollers="1", Borderless_Strings="1", Borderless_Tabs="1")
         with tempfile.TemporaryDirectory() as folder, patch.dict(os.environ, XDG_CONFIG_HOME=folder):

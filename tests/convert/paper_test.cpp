@@ -23,7 +23,7 @@ using testing::HasSubstr;
 using testing::Le;
 using testing::Not;
 
-TEST(PageLayout, PagesBeginAtAMarkAndRowsCanBeRead) {
+TEST(PageLayout, PagesBeginAtAMarkAndSecondsAndFeetStandBesideTheirFrames) {
   // The page has 250 millimetres for rows, and a row takes at least 3.8.
   constexpr std::pair<double, std::int64_t> cases[] = {{24, 48},    {12, 60}, {25, 50},  {30, 60},
                                                        {29.97, 60}, {60, 60}, {120, 60}, {1000, 50},
@@ -33,9 +33,6 @@ TEST(PageLayout, PagesBeginAtAMarkAndRowsCanBeRead) {
   EXPECT_EQ(convert::PageCount(0, 48), 1);
   EXPECT_EQ(convert::PageCount(96, 48), 2);
   EXPECT_EQ(convert::PageCount(97, 48), 3);
-}
-
-TEST(PageLayout, SecondsAndFeetStandBesideTheirFrames) {
   EXPECT_TRUE(convert::SecondOf(48, 24).Begins());
   EXPECT_EQ(convert::SecondOf(47, 24).frames_since, 23);
   // The second second at 29.97 begins with the first frame behind it.
@@ -186,12 +183,9 @@ TEST_F(Paper, ShowsTheSampleOnTwoPages) {
     EXPECT_THAT(*late.bytes, Not(testing::ContainsRegex("[(]A?[)]")))
         << "no mouth is held from the page before";
   }
-}
-
-TEST_F(Paper, TellsASheetThatIsTooLong) {
-  const auto writing =
+  const auto too_long =
       convert::PrintSheet(support::SheetWith(2001 * 48, ""), "", nullptr, convert::Paper::kA4, false);
-  EXPECT_EQ(InEnglish(writing.failure), "the sheet would fill 2001 pages; at most 2000 are printed");
+  EXPECT_EQ(InEnglish(too_long.failure), "the sheet would fill 2001 pages; at most 2000 are printed");
 }
 
 }  // namespace

@@ -77,51 +77,43 @@ TEST(Formats, MouthsThatShareAForeignNameComeBackAsTheFirstOfThem) {
   }
 }
 
-TEST(Formats, TimesFindTheirFramesAgainAtAnyRate) {
-  Document sheet = SheetWith(500, "");
-  for (auto& row : sheet.rows) row[1] = "M";
-  Context context = Plain();
-  for (const char* rate : {"1", "12", "23.976", "29.97", "60", "120", "540"}) {
-    context.rate_text = sheet.frame_rate_text = rate;
-    const Writing written = convert::WriteCueTable(sheet, ShapeTable::Default());
-    EXPECT_EQ(CellsOf(*convert::ReadCueTable(*written.bytes, context).sheet), CellsOf(sheet)) << rate;
-  }
-}
-
 TEST(Formats, WhatOtherProgramsReadIsWrittenToTheByte) {
   // A held mouth stands there once, a repeated one twice; a word of Papagayo's holds its mouth until the next
   // word shows one.
-  Document sheet = SheetWith(8, "1:A 4:M 6:P 7:Closed");
-  sheet.rows[3][2] = "a, \"b\"";
+  Document sheet = SheetWith(5, "1:A 3:M 4:P");
+  sheet.rows[2][2] = "a, \"b\"";
   sheet.track_values = {{0, 1, 32, 255}, {32, 32, 32, 32}};
   const ShapeTable& names = ShapeTable::Default();
   const Writing papagayo = convert::WritePapagayo(sheet, names);
   for (
       const auto& [written, bytes] : std::initializer_list<std::pair<Writing, std::string>>{
-          {convert::WriteSwitchData(sheet, names), "MohoSwitch1\n1 rest\n2 AI\n5 MBP\n7 MBP\n8 rest\n"},
-          {convert::WriteCueTable(sheet, names), "0.00\tX\n0.04\tD\n0.16\tA\n0.25\tA\n0.29\tX\n0.33\tX\n"},
+          {convert::WriteSwitchData(sheet, names), "MohoSwitch1\n1 rest\n2 AI\n4 MBP\n5 MBP\n"},
+          {convert::WriteCueTable(sheet, names), "0.00\tX\n0.04\tD\n0.12\tA\n0.16\tA\n0.20\tX\n"},
           {papagayo,
-           "lipsync version 1\n\n24\n8\n1\n\tMouth\n\t- a,_\"b\"\n\t1\n\t\t- a,_\"b\"\n\t\t1\n\t\t7\n\t\t2\n"
-           "\t\t\t- 1 3 1\n\t\t\t\t1 AI\n\t\t\ta,_\"b\" 3 7 3\n\t\t\t\t4 MBP\n\t\t\t\t6 MBP\n\t\t\t\t7 "
-           "rest\n"},
+           "lipsync version 1\n\n24\n5\n1\n\tMouth\n\t- a,_\"b\"\n\t1\n\t\t- a,_\"b\"\n\t\t1\n\t\t4\n\t\t2\n"
+           "\t\t\t- 1 2 1\n\t\t\t\t1 AI\n\t\t\ta,_\"b\" 2 4 2\n\t\t\t\t3 MBP\n\t\t\t\t4 MBP\n"},
           {convert::WriteCsv(sheet),
-           "Frame,Shape,Comment,Yellow,Red,Green,Blue\r\n0,,,0,1,32,255\r\n1,A,,32,32,32,32\r\n2,,,,,,\r\n"
-           "3,,\"a, \"\"b\"\"\",,,,\r\n4,M,,,,,\r\n5,,,,,,\r\n6,P,,,,,\r\n7,Closed,,,,,\r\n"},
+           "Frame,Shape,Comment,Yellow,Red,Green,Blue\r\n0,,,0,1,32,255\r\n1,A,,32,32,32,32\r\n"
+           "2,,\"a, \"\"b\"\"\",,,,\r\n3,M,,,,,\r\n4,P,,,,,\r\n"},
           {convert::WriteXdts(sheet),
            "exchangeDigitalTimeSheet Save Data\n"
-           R"({"header":{"cut":"1","scene":"1"},"timeTables":[{"duration":8,"fields":[{"fieldId":3,"tracks":[)"
-           R"({"frames":[{"data":[{"id":0,"values":["a, \"b\""]}],"frame":3}],"trackNo":0}]},{"fieldId":0,)"
+           R"({"header":{"cut":"1","scene":"1"},"timeTables":[{"duration":5,"fields":[{"fieldId":3,"tracks":[)"
+           R"({"frames":[{"data":[{"id":0,"values":["a, \"b\""]}],"frame":2}],"trackNo":0}]},{"fieldId":0,)"
            R"("tracks":[{"frames":[{"data":[{"id":0,"values":["A"]}],"frame":1},{"data":[{"id":0,"values":)"
-           R"(["M"]}],"frame":4},{"data":[{"id":0,"values":["P"]}],"frame":6},{"data":[{"id":0,"values":)"
-           R"(["Closed"]}],"frame":7}],"trackNo":0}]}],"name":"sheet1","timeTableHeaders":[{"fieldId":3,)"
-           R"("names":["Comment"]},{"fieldId":0,"names":["Mouth"]}]}],"version":5})"
+           R"(["M"]}],"frame":3},{"data":[{"id":0,"values":["P"]}],"frame":4}],"trackNo":0}]}],)"
+           R"("name":"sheet1","timeTableHeaders":[{"fieldId":3,"names":["Comment"]},{"fieldId":0,)"
+           R"("names":["Mouth"]}]}],"version":5})"
            "\n"}})
     EXPECT_EQ(*written.bytes, bytes);
-  sheet.rows[6][1] = "M";  // as P comes back
+  sheet.rows[4][1] = "M";  // as P comes back
   EXPECT_EQ(CellsOf(*convert::ReadPapagayo(*papagayo.bytes, Plain()).sheet), CellsOf(sheet));
+  // Times are cut off behind as many decimals as it takes to find the frame again.
   Document short_one = SheetWith(30, "0:M 29:E");
-  short_one.frame_rate_text = "25";
-  EXPECT_EQ(*convert::WriteCueTable(short_one, names).bytes, "0.00\tA\n1.16\tC\n1.20\tX\n");
+  for (const auto& [rate, cues] :
+       {std::pair{"25", "0.00\tA\n1.16\tC\n1.20\tX\n"}, {"540", "0.0000\tA\n0.0537\tC\n0.0555\tX\n"}}) {
+    short_one.frame_rate_text = rate;
+    EXPECT_EQ(*convert::WriteCueTable(short_one, names).bytes, cues);
+  }
 }
 
 TEST(Formats, SaysWhatAFormatCantCarry) {

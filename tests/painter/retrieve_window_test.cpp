@@ -44,8 +44,6 @@ TEST(Launch, StopsWhereThereIsNoAnimation) {
 
 TEST(Launch, CopiesBothFramesOfTwoAndAsksForALength) {
   support::Desk desk;
-  desk.Main();
-  desk.host->Take();
   desk.host->frames = 2;
   bool busy = false;
   desk.host->before = [&](std::string_view member) {
@@ -172,20 +170,18 @@ TEST(Options, RefuseInWordsWhatIsNoLengthOrMoreThanTheMachineHolds) {
   desk.host->frames = 2;
   LaunchFramePainter();
   support::HandleEvents();
-  const struct {
-    double free;
-    const char *text, *words;
-  } cases[] = {{1e12, "many", "must be a number, and at least 1"},
-               {1e12, "-3", "at least 1"},
-               {1e12, "2147483648", "more than 2147483647 frames"},
-               {1.96e9, "2000000000", "for 2000000000 frames. 4 GB would be needed, 1.9 GB are free."}};
-  for (const auto& c : cases) {
-    platform::ReadFreeMemoryFrom([&c] { return c.free; });
-    fp_options->Text1.SetText(c.text);
+  platform::ReadFreeMemoryFrom([] { return 1.96e9; });
+  const std::pair<const char*, const char*> cases[] = {
+      {"many", "must be a number, and at least 1"},
+      {"-3", "at least 1"},
+      {"2147483648", "more than 2147483647 frames"},
+      {"2000000000", "for 2000000000 frames. 4 GB would be needed, 1.9 GB are free."}};
+  for (const auto& [text, words] : cases) {
+    fp_options->Text1.SetText(text);
     fp_options->Command1.SetFocus();
     fp_options->Command1_Click();
     EXPECT_TRUE(fp_options->Text1.HasFocus());
-    EXPECT_THAT(desk.messages.shown.back().text, HasSubstr(c.words));
+    EXPECT_THAT(desk.messages.shown.back().text, HasSubstr(words));
     support::Key(fp_options->Text1.Widget(), Qt::Key_7, Qt::NoModifier, "7");
     EXPECT_EQ(fp_options->Text1.Text(), "7") << "the next key begins another";
   }

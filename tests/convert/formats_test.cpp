@@ -149,9 +149,10 @@ TEST(Formats, SaysWhatAFormatCantCarry) {
             "the tracks are longer than the sheet; their end is left out\n" + rest);
   EXPECT_EQ(Told(convert::WriteExposureSheet(sheet).notes), "");
   Document one = SheetWith(2, "0:A 1:smile");
-  one.track_values.assign(2, {32, 32, 32, 32});  // which nobody misses
-  EXPECT_EQ(Told(convert::WritePapagayo(one, names).notes),
-            "a mouth that the table of names doesn't know is left out, at frame 1: \"smile\"\n");
+  one.track_values.assign(2, {32, 32, 32, 32});  // which nobody misses, nor a name that isn't there
+  EXPECT_EQ(Told(convert::WriteCueTable(one, names).notes),
+            "a mouth that the table of names doesn't know is left out, at frame 1: \"smile\"\n"
+            "the frame rate, 24, is left out: the format has no place for it\n");
 }
 
 /// Files as other programs write them, made by hand from their published forms. Of some the numbers are

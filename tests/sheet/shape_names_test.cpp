@@ -17,8 +17,8 @@ TEST(ShapeTyping, ASecondLetterInTimeCountsWithTheFirst) {
   const std::vector<Stroke> runs[] = {
       {{'m', 1, 0, "M "}, {'o', 1, 0.1, "O "}, {'x', 1, 0.2, ""}, {'P', 1, 0.3, "P "}},
       {{'t', 1, 0, "T "}, {'H', 1, 0.9, "Th "}, {'h', 1, 1.0, ""}, {'t', 1, 1.1, "T "}, {'t', 1, 1.2, "T "}},
-      {{'t', 1, 0, "T "}, {'h', 1, 1.1, ""}},        // too late
-      {{'t', 1, 0, "T "}, {'h', 2, 0.1, ""}},        // on the next row
+      {{'t', 1, 0, "T "}, {'h', 1, 1.1, ""}, {'t', 2, 2, "T "}, {'h', 2, 2.9, "Th "}},  // too late at first
+      {{'t', 1, 0, "T "}, {'h', 2, 0.1, ""}},                                           // on the next row
       {{'t', 1, 86399.9, "T "}, {'h', 1, 0.1, ""}},  // the clock began anew at midnight
       {{'c', 1, 0, ""},
        {'h', 1, 0.5, "Ch "},

@@ -176,6 +176,7 @@ TEST(ApplySheet, SpoiltFieldsAreNamedAndReadingStaysInStep) {
       {6, "7", "a row count of 2, which is what the file holds", "value 0 3 4"},
       {7, "4", "the column count, 3", "value 0 3 4"},
       {7, "0", "the column count, 3", "cell 1 2 hello, frog"},
+      {12, "  ", "", "cell 1 2 "},
       {17, "Maybe", "the audio/frame lock, True or False", "value 0 3 4"},
       {17, "TRUE", "", "lock 1"},
       {19, "0", "", "show 0 0"},

@@ -87,7 +87,7 @@ void ChangeAtRandom(VelocityScene& scene, VelocityPicture& picture, std::map<int
   const int what = numbers.Below(16);
   if (what <= 1)
     scene.frames =
-        numbers.Below(numbers.Below(2) == 0 ? 3 : 130);  // with 0: a new rate, and the tracks not yet
+        numbers.Below(numbers.Below(2) == 0 ? 3 : 50);  // with 0: a new rate, and the tracks not yet
   if (what == 1) {
     scene.values = VelocityTable(scene.frames);
     scene.rows = scene.frames + numbers.Below(3);

@@ -199,16 +199,6 @@ TEST(ReadWave, LongSoundsComeWholeWhateverSizeWasTold) {
   }
 }
 
-TEST(ReadWave, AClaimOfTwoGigabytesCostsNothing) {
-  SampleStore sound = *Read(Head(Format(2, 16)) + "data" + Little(0x7fffffff, 4) + Little(5, 2)).sound;
-  EXPECT_EQ(sound.WaveDataLength, 0x3fffffff);
-  EXPECT_EQ(sound.Samples16.At(0), 5);
-  EXPECT_EQ(sound.Samples16.At(0x40000000), 0) << "behind the end";
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  EXPECT_LT(usage.ru_maxrss, 300 * 1024) << "kilobytes touched";
-}
-
 #ifndef __SANITIZE_ADDRESS__
 TEST(ReadWave, TellsOfMemoryThatCantBeHad) {
   const rlimit limit{1u << 30, 1u << 30};

@@ -135,7 +135,14 @@ const std::map<std::string, Step>& Steps() {
       {"signal", [](const std::string& number) { kill(getpid(), std::stoi(number)); }},
       {"wait", [](const std::string&) {}},
       {"exit", [](const std::string&) { std::exit(7); }},
-      {"terminate", [](const std::string&) { std::terminate(); }},
+      {"terminate",
+       [](const std::string& text) {
+         try {
+           throw std::runtime_error(text);
+         } catch (const std::exception&) {
+           std::terminate();
+         }
+       }},
       {"quit", [](const std::string&) { form1->QuitMouth_Click(); }},
   };
   return steps;

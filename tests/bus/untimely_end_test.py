@@ -57,13 +57,15 @@ class UntimelyEnd(tool_session.Session):
         self.assertEqual((status, self.rescued()), (0, []), reported)
 
     def test_by_a_failure_of_the_tools_own(self):
-        for step, expected in (("throw=the words", 1), ("exit", 1), ("terminate", -signal.SIGABRT)):
+        for step, expected, words in (("throw=the words", 1, "the words"), ("exit", 1, ""),
+                                      ("terminate=the words", -signal.SIGABRT, "the words")):
             with self.subTest(step=step):
                 self.begin_anew()
                 # As a write to the pipe of a terminal that has gone sends it.
                 written = f"signal={int(signal.SIGPIPE)}"
                 status, seen, reported = self.run_tool(*self.sheet(), written, step, "wait")
                 self.assertEqual(status, expected, reported)
+                self.assertIn(words, reported)
                 self.check_rescued(seen, reported)
 
     def test_an_empty_or_saved_sheet_and_one_that_is_quit_leave_nothing(self):

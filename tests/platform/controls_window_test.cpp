@@ -389,7 +389,12 @@ TEST_F(ShownControls, KeepAnyWords) {
   b.SetCaption(kWords), b.grid.SetText(kWords), b.grid.SetRow(1), b.grid.SetText(kWords);
   b.rule.SetToolTip(kWords, kWords), b.rule.SetToolTip("Redo"), b.glide.SetToolTip(kWords, kWords);
   b.glide.SetAccessibleDescription(kWords), canvas.TakeKeyboard(), canvas.SetAccessibleItem(kWords);
+  b.button.SetFocus();
   support::HandleEvents();
+  told.clear();
+  canvas.SetFocus();
+  support::HandleEvents();
+  EXPECT_THAT(told, testing::ElementsAre(testing::StartsWith("focus: " + std::string(kWords) + " in ")));
   const auto* model = static_cast<QTableView*>(b.grid.Widget())->model();
   const auto spoken = [](const Control& of) { return QAccessible::queryAccessibleInterface(of.Widget()); };
   for (const std::string& kept : {listed.Text(), b.label.Caption(), b.text.Text(), b.push.caption(),

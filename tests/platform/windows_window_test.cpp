@@ -264,6 +264,7 @@ TEST(MessageBox, ClosedWithoutAnAnswerIsNoCancelOrOk) {
                {Buttons::OkCancel, QMessageBox::NoButton, Answer::Cancel},
                {Buttons::Ok, QMessageBox::NoButton, Answer::Ok},
                {Buttons::YesNo, QMessageBox::Yes, Answer::Yes},
+               {Buttons::YesNo, QMessageBox::No, Answer::No},
                {Buttons::OkCancel, QMessageBox::Ok, Answer::Ok}};
   WindowInstance<Sample> eldest;
   eldest->Show();

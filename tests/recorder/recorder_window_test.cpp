@@ -403,6 +403,9 @@ TEST(LevelMeter, ShowsTheLevelTheMarkAndTheLampOfOverload) {
   EXPECT_EQ(Shown(meter.grab().toImage()), std::string(42, 'd') + std::string(12, 'g') + "aaaaarr");
   meter.Show(level, false);
   EXPECT_EQ(Shown(meter.grab().toImage()), std::string(60, '.') + "r") << "nothing is heard";
+  meter.Show(Meter(44100), false);
+  EXPECT_EQ(Shown(meter.grab().toImage()), std::string(61, '.'))
+      << "the next take begins without the last one's";
 }
 
 TEST(TimeText, CountsTenthsMinutesAndHours) {

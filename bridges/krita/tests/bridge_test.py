@@ -407,6 +407,7 @@ class Bridge(unittest.TestCase):
             pathlib.Path(folder, "sheet").write_text(
                 # Its session is its own: it outlives the terminal that Krita was started in.
                 "#!/bin/sh\nread -r _ _ _ _ _ session _ </proc/$$/stat\ntest $session = $$ && exit 3\n")
+            self.assertRaisesRegex(Refused, "/sheet can't be started: Permission denied", tool.Tool, ended.append)
             os.chmod(program.return_value, 0o700)
             running = tool.Tool(ended.append)
             self.wait_until(lambda: ended)

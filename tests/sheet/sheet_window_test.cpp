@@ -71,7 +71,7 @@ TEST(Start, GivesAnEmptySheetAtTheHostsRate) {
     if (member == "Vel_WallpaperFilename") throw host::HostError(member, "none");
   };
   Form1& form = desk.Main();
-  EXPECT_EQ(form.Caption(), "Exposure Sheet 2.3:  Project audio is . seconds, 0 frames at 29.97 fps");
+  EXPECT_EQ(form.Caption(), "Exposure Sheet 2.3:  Project audio is , seconds, 0 frames at 29.97 fps");
   EXPECT_EQ(form3->Text7.Text(), "29.97 fps");
   EXPECT_EQ(form.Grid1.Rows(), 1);
   EXPECT_TRUE(form.Grid1.HasFocus());
@@ -126,7 +126,7 @@ TEST_F(SheetGrid, RefusesARateThatNoSheetCanHave) {
     form.SetupGrid();
     EXPECT_EQ(grid.Rows(), 5);
     EXPECT_EQ(grid.TextMatrix(2, 1), "M ");
-    EXPECT_EQ(form.Caption(), "Exposure Sheet 2.3:  Project audio is 1. seconds, 4 frames at 4 fps");
+    EXPECT_EQ(form.Caption(), "Exposure Sheet 2.3:  Project audio is 1, seconds, 4 frames at 4 fps");
   }
   desk.messages.answers = {platform::Answer::Yes};
   form3->Text7.SetText("8.25");

@@ -11,6 +11,9 @@ int main(int argc, char** argv) {
   for (const auto& [name, value] :
        {std::pair{"QT_QPA_PLATFORM", "offscreen"}, std::pair{"SDL_AUDIODRIVER", "dummy"}})
     if (qEnvironmentVariableIsEmpty(name)) qputenv(name, value);
+  // Numbers are read and written as in Germany wherever they follow the user, so that a file that does shows.
+  qunsetenv("LC_ALL");
+  qputenv("LC_NUMERIC", "de_DE.UTF-8");
   const auto application = platform::MakeApplication(argc, argv);
   platform::PrepareApplication();
   const int status = RUN_ALL_TESTS();

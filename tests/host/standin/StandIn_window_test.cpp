@@ -594,7 +594,7 @@ TEST_F(StandInWindowTest, DropsFramesThatAToolWroteOnlyAfterAQuestion) {
                buttons->button(takes ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel)->click();
              }});
   const std::string size = "320 Width 1 8190 320 pixels Height 1 8190 240 pixels Frames 1 32767 48 frames";
-  const std::string rate = "12.000  0.1 240 12.000";
+  const std::string rate = "12,000  0.1 240 12,000";
   EXPECT_EQ(asked, size + size + rate + rate);
   EXPECT_EQ(stand_in_->CurrentAnimation().Size(), (FrameSize{23, 1}));
   EXPECT_EQ(Frames(), 23);

@@ -103,7 +103,6 @@ class BusSession(Session):
         self.host.answer_later["vel_GetTotalFrames"] = call_back_first
         status, seen, _ = self.run_tool("shown", f"wave={self.sound}", "row-amid-events=2", "quit")
         self.assertEqual(status, 0)
-        self.assertGreaterEqual(len(order), 1)
         self.assertEqual(set(order), {None})
         self.assertEqual(seen, ["moved", "event"])
 

@@ -411,7 +411,7 @@ TEST_F(Painter, WigglesEachFrameWithDrawsOfItsOwn) {
   using Frame = std::array<std::vector<std::uint8_t>, 3>;
   const auto spelled = Spelled();
   const Frame cell{spelled, {spelled.rbegin(), spelled.rend()}, std::vector<std::uint8_t>(651, 1)};
-  for (const int channel : {0, 1, 2}) desk.host->planes[{0, channel}] = cell[channel];
+  for (int channel = 0; const auto& plane : cell) desk.host->planes[{0, channel++}] = plane;
   RetrieveFrames();
   TheRoll().entries = {kBlankFrame, 0, kBlankFrame};
   for (const int on : {1, 0, 1}) {
@@ -430,7 +430,7 @@ TEST_F(Painter, WigglesEachFrameWithDrawsOfItsOwn) {
       WiggleFrameAt(32, 1, {draws.Next(), draws.Next()},
                     {{30, 20}, from[0].data(), from[1].data(), from[2].data()},
                     {{30, 20}, to[0].data(), to[1].data(), to[2].data()});
-      for (const int channel : {0, 1, 2}) EXPECT_EQ((desk.host->planes[{f, channel}]), to[channel]);
+      for (int channel = 0; const auto& plane : to) EXPECT_EQ((desk.host->planes[{f, channel++}]), plane);
     }
   }
 }

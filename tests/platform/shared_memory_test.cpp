@@ -60,7 +60,7 @@ TEST(MappedMemory, KeepsTheEightPiecesThatWereSeenLast) {
   MappedMemory others;
   const auto see = [&](std::size_t piece) { return others.View(memory[piece].Descriptor()); };
   const std::weak_ptr<const void> first = see(0).owner, second = see(1).owner;
-  for (const std::size_t piece : {2, 3, 4, 5, 6, 7, 0, 8}) see(piece);
+  for (const std::size_t piece : {2U, 3U, 4U, 5U, 6U, 7U, 0U, 8U}) see(piece);
   EXPECT_EQ(see(0).owner, first.lock());
   EXPECT_TRUE(second.expired());
 }

@@ -163,8 +163,7 @@ TEST(Draft, SpellsEnglish) {
   // The synthesizer's sounds, by their first letters; what it has besides has no mouth.
   std::istringstream mnemonics(
       "tS t2 aI@ aU eI oU OI OY a V 6 A 0 O o E e I i @L @ 3 U u y Y W dZ S Z s z ts C f pf v T D h x Q p b "
-      "t d "
-      "k g m n N l r R j w * ?");
+      "t d k g m n N l r R j w * ?");
   std::string shown;
   for (std::string mnemonic; mnemonics >> mnemonic;) shown += convert::SoundOfMnemonic(mnemonic).mouths + ",";
   EXPECT_EQ(

@@ -85,26 +85,25 @@ TEST(Formats, WhatOtherProgramsReadIsWrittenToTheByte) {
   sheet.track_values = {{0, 1, 32, 255}, {32, 32, 32, 32}};
   const ShapeTable& names = ShapeTable::Default();
   const Writing papagayo = convert::WritePapagayo(sheet, names);
-  for (
-      const auto& [written, bytes] : std::initializer_list<std::pair<Writing, std::string>>{
-          {convert::WriteSwitchData(sheet, names), "MohoSwitch1\n1 rest\n2 AI\n4 MBP\n5 MBP\n"},
-          {convert::WriteCueTable(sheet, names), "0.00\tX\n0.04\tD\n0.12\tA\n0.16\tA\n0.20\tX\n"},
-          {papagayo,
-           "lipsync version 1\n\n24\n5\n1\n\tMouth\n\t- a,_\"b\"\n\t1\n\t\t- a,_\"b\"\n\t\t1\n\t\t4\n\t\t2\n"
-           "\t\t\t- 1 2 1\n\t\t\t\t1 AI\n\t\t\ta,_\"b\" 2 4 2\n\t\t\t\t3 MBP\n\t\t\t\t4 MBP\n"},
-          {convert::WriteCsv(sheet),
-           "Frame,Shape,Comment,Yellow,Red,Green,Blue\r\n0,,,0,1,32,255\r\n1,A,,32,32,32,32\r\n"
-           "2,,\"a, \"\"b\"\"\",,,,\r\n3,M,,,,,\r\n4,P,,,,,\r\n"},
-          {convert::WriteXdts(sheet),
-           "exchangeDigitalTimeSheet Save Data\n"
-           R"({"header":{"cut":"1","scene":"1"},"timeTables":[{"duration":5,"fields":[{"fieldId":3,"tracks":[)"
-           R"({"frames":[{"data":[{"id":0,"values":["a, \"b\""]}],"frame":2}],"trackNo":0}]},{"fieldId":0,)"
-           R"("tracks":[{"frames":[{"data":[{"id":0,"values":["A"]}],"frame":1},{"data":[{"id":0,"values":)"
-           R"(["M"]}],"frame":3},{"data":[{"id":0,"values":["P"]}],"frame":4}],"trackNo":0}]}],)"
-           R"("name":"sheet1","timeTableHeaders":[{"fieldId":3,"names":["Comment"]},{"fieldId":0,)"
-           R"("names":["Mouth"]}]}],"version":5})"
-           "\n"}})
-    EXPECT_EQ(*written.bytes, bytes);
+  const std::pair<Writing, std::string> files[] = {
+      {convert::WriteSwitchData(sheet, names), "MohoSwitch1\n1 rest\n2 AI\n4 MBP\n5 MBP\n"},
+      {convert::WriteCueTable(sheet, names), "0.00\tX\n0.04\tD\n0.12\tA\n0.16\tA\n0.20\tX\n"},
+      {papagayo,
+       "lipsync version 1\n\n24\n5\n1\n\tMouth\n\t- a,_\"b\"\n\t1\n\t\t- a,_\"b\"\n\t\t1\n\t\t4\n\t\t2\n"
+       "\t\t\t- 1 2 1\n\t\t\t\t1 AI\n\t\t\ta,_\"b\" 2 4 2\n\t\t\t\t3 MBP\n\t\t\t\t4 MBP\n"},
+      {convert::WriteCsv(sheet),
+       "Frame,Shape,Comment,Yellow,Red,Green,Blue\r\n0,,,0,1,32,255\r\n1,A,,32,32,32,32\r\n"
+       "2,,\"a, \"\"b\"\"\",,,,\r\n3,M,,,,,\r\n4,P,,,,,\r\n"},
+      {convert::WriteXdts(sheet),
+       "exchangeDigitalTimeSheet Save Data\n"
+       R"({"header":{"cut":"1","scene":"1"},"timeTables":[{"duration":5,"fields":[{"fieldId":3,"tracks":[)"
+       R"({"frames":[{"data":[{"id":0,"values":["a, \"b\""]}],"frame":2}],"trackNo":0}]},{"fieldId":0,)"
+       R"("tracks":[{"frames":[{"data":[{"id":0,"values":["A"]}],"frame":1},{"data":[{"id":0,"values":)"
+       R"(["M"]}],"frame":3},{"data":[{"id":0,"values":["P"]}],"frame":4}],"trackNo":0}]}],)"
+       R"("name":"sheet1","timeTableHeaders":[{"fieldId":3,"names":["Comment"]},{"fieldId":0,)"
+       R"("names":["Mouth"]}]}],"version":5})"
+       "\n"}};
+  for (const auto& [written, bytes] : files) EXPECT_EQ(*written.bytes, bytes);
   sheet.rows[4][1] = "M";  // as P comes back
   EXPECT_EQ(CellsOf(*convert::ReadPapagayo(*papagayo.bytes, Plain()).sheet), CellsOf(sheet));
   // Times are cut off behind as many decimals as it takes to find the frame again.
@@ -155,9 +154,8 @@ TEST(Formats, SaysWhatAFormatCantCarry) {
             "the frame rate, 24, is left out: the format has no place for it\n");
 }
 
-/// Files as other programs write them, made by hand from their published forms. Of some the numbers are
-/// marked:
-/// '#' where no other number may stand, '~' where one below 0 may, '^' where any above 0 may.
+/// Files as other programs write them, made by hand from their published forms. In some of them the numbers
+/// are marked: '#' where no other number may stand, '~' where one below 0 may, '^' where any above 0 may.
 using Reader = Reading (*)(std::string_view, const Context&);
 constexpr Reader kOwn = [](std::string_view text, const Context&) {
   return convert::ReadExposureSheet(text);
